@@ -1,0 +1,25 @@
+#include "host/control/ControlRegister.h"
+
+CControlRegister& CControlRegister::Instance()
+{
+    static CControlRegister instance;
+    return instance;
+}
+
+void CControlRegister::Register(const QString& className, Factory factory)
+{
+    m_factories.insert(className, std::move(factory));
+}
+
+void CControlRegister::Unregister(const QString& className) { m_factories.remove(className); }
+
+std::unique_ptr<IControl> CControlRegister::Create(const QString& className, QWidget* parent) const
+{
+    const Factory factory = m_factories.value(className);
+    if (!factory)
+        return nullptr;
+    std::unique_ptr<IControl> control = factory(parent);
+    if (control && control->Window())
+        control->Window()->hide();
+    return control;
+}

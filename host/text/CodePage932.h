@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+/// The Japanese multibyte code page 932 in the Windows table (0x8160 is U+FF5E, 0x817C is U+FF0D).
+namespace CodePage932
+{
+/// Decodes bytes; a byte that begins no character becomes U+FFFD. Never fails.
+[[nodiscard]] QString Decode(QByteArrayView bytes);
+
+/// Encodes text; a character that the code page lacks becomes "?".
+[[nodiscard]] QByteArray Encode(QStringView text);
+
+/// Whether every character of the text survives encoding and decoding unchanged.
+[[nodiscard]] bool IsRepresentable(QStringView text);
+} // namespace CodePage932

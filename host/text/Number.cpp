@@ -1,0 +1,100 @@
+#include "host/text/Number.h"
+
+#include <QByteArray>
+
+#include <charconv>
+#include <clocale>
+#include <cmath>
+#include <cstdarg>
+#include <cstdio>
+#include <limits>
+#include <locale.h>
+
+namespace
+{
+/// The C locale for the lifetime of the object, whatever the host set for its process.
+class CLocaleGuard
+{
+public:
+    CLocaleGuard() : m_previous(uselocale(Locale())) {}
+    CLocaleGuard(const CLocaleGuard&) = delete;
+    CLocaleGuard& operator=(const CLocaleGuard&) = delete;
+    ~CLocaleGuard() { uselocale(m_previous); }
+
+private:
+    static locale_t Locale()
+    {
+        static const locale_t locale = newlocale(LC_ALL_MASK, "C", nullptr);
+        return locale;
+    }
+    locale_t m_previous;
+};
+
+bool IsBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+
+/// Skips leading blanks and a plus sign, which std::from_chars does not take.
+QByteArrayView NumberBody(QByteArrayView text)
+{
+    qsizetype start = 0;
+    while (start < text.size() && IsBlank(text[start]))
+        ++start;
+    if (start + 1 < text.size() && text[start] == '+' && text[start + 1] != '-')
+        ++start;
+    return text.sliced(start);
+}
+
+/// The leading part of a text that can belong to a number, as bytes; anything else ends it.
+QByteArray AsciiHead(QStringView text)
+{
+    QByteArray head;
+    for (const QChar c : text) {
+        if (c.unicode() >= 0x80)
+            break;
+        head.append(static_cast<char>(c.unicode()));
+    }
+    return head;
+}
+} // namespace
+
+QString Number::Format(const char* format, ...)
+{
+    const CLocaleGuard guard;
+    va_list arguments;
+    va_start(arguments, format);
+    va_list again;
+    va_copy(again, arguments);
+    const int length = std::vsnprintf(nullptr, 0, format, arguments);
+    va_end(arguments);
+    QByteArray text(length > 0 ? length : 0, Qt::Uninitialized);
+    if (length > 0)
+        std::vsnprintf(text.data(), static_cast<size_t>(length) + 1, format, again);
+    va_end(again);
+    return QString::fromUtf8(text);
+}
+
+double Number::LeadingDouble(QByteArrayView text)
+{
+    const QByteArrayView body = NumberBody(text);
+    const qsizetype digit = !body.isEmpty() && body[0] == '-' ? 1 : 0;
+    if (digit >= body.size() || !((body[digit] >= '0' && body[digit] <= '9') || body[digit] == '.'))
+        return 0.0; // keeps "inf" and "nan" out
+    double value = 0.0;
+    const auto result = std::from_chars(body.data(), body.data() + body.size(), value);
+    if (result.ec != std::errc() || !std::isfinite(value))
+        return 0.0;
+    return value;
+}
+
+double Number::LeadingDouble(QStringView text) { return LeadingDouble(QByteArrayView(AsciiHead(text))); }
+
+int Number::LeadingInt(QByteArrayView text)
+{
+    const QByteArrayView body = NumberBody(text);
+    int value = 0;
+    const auto result = std::from_chars(body.data(), body.data() + body.size(), value);
+    if (result.ec == std::errc::result_out_of_range)
+        return body[0] == '-' ? std::numeric_limits<int>::min() : std::numeric_limits<int>::max();
+    return result.ec == std::errc() ? value : 0;
+}
+
+int Number::LeadingInt(QStringView text) { return LeadingInt(QByteArrayView(AsciiHead(text))); }

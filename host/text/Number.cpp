@@ -30,7 +30,10 @@ private:
     locale_t m_previous;
 };
 
-bool IsBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+bool IsBlank(char c)
+{
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
 
 /// Skips leading blanks and a plus sign, which std::from_chars does not take.
 QByteArrayView NumberBody(QByteArrayView text)
@@ -85,7 +88,10 @@ double Number::LeadingDouble(QByteArrayView text)
     return value;
 }
 
-double Number::LeadingDouble(QStringView text) { return LeadingDouble(QByteArrayView(AsciiHead(text))); }
+double Number::LeadingDouble(QStringView text)
+{
+    return LeadingDouble(QByteArrayView(AsciiHead(text)));
+}
 
 int Number::LeadingInt(QByteArrayView text)
 {
@@ -97,4 +103,7 @@ int Number::LeadingInt(QByteArrayView text)
     return result.ec == std::errc() ? value : 0;
 }
 
-int Number::LeadingInt(QStringView text) { return LeadingInt(QByteArrayView(AsciiHead(text))); }
+int Number::LeadingInt(QStringView text)
+{
+    return LeadingInt(QByteArrayView(AsciiHead(text)));
+}

@@ -20,144 +20,75 @@ constexpr OrbitElements EarthOrbit{1.00000261,   0.00000562,     0.01671123,   -
 
 // Poles and meridians of Haumea, Makemake and Eris are little known: their orbit's or ring's pole, their period, and
 // an arbitrary meridian.
+// clang-format off
 constexpr std::array<EngineBody, 15> Bodies{{
-    {u"Solar.Sun", u"太陽", u"sun", true, BodyLook::Star, 0xFFD27A, {286.13, 0, 63.87, 0, 84.176, 14.1844}, NoOrbit},
-    {u"Solar.Planet.Earth.Satellite.Moon",
-     u"月",
-     u"moon",
-     true,
-     BodyLook::Rock,
-     0xB4B1AA,
+    {u"Solar.Sun", u"太陽", u"sun", true, BodyLook::Star, 0xFFD27A,
+     {286.13, 0, 63.87, 0, 84.176, 14.1844},
+     NoOrbit},
+    {u"Solar.Planet.Earth.Satellite.Moon", u"月", u"moon", true, BodyLook::Rock, 0xB4B1AA,
      {269.9949, 0.0031, 66.5392, 0.0130, 38.3213, 13.17635815},
      EarthOrbit},
-    {u"Solar.Planet.Mercury",
-     u"水星",
-     u"mercury",
-     false,
-     BodyLook::Rock,
-     0x9F978C,
+    {u"Solar.Planet.Mercury", u"水星", u"mercury", false, BodyLook::Rock, 0x9F978C,
      {281.0103, -0.0328, 61.4155, -0.0049, 329.5988, 6.1385108},
-     {0.38709927, 0.00000037, 0.20563593, 0.00001906, 7.00497902, -0.00594749, 252.25032350, 149472.67411175,
-      77.45779628, 0.16047689, 48.33076593, -0.12534081}},
-    {u"Solar.Planet.Venus",
-     u"金星",
-     u"venus",
-     true,
-     BodyLook::Clouds,
-     0xE3C68F,
+     {0.38709927, 0.00000037, 0.20563593, 0.00001906, 7.00497902, -0.00594749,
+      252.25032350, 149472.67411175, 77.45779628, 0.16047689, 48.33076593, -0.12534081}},
+    {u"Solar.Planet.Venus", u"金星", u"venus", true, BodyLook::Clouds, 0xE3C68F,
      {272.76, 0, 67.16, 0, 160.20, -1.4813688},
-     {0.72333566, 0.00000390, 0.00677672, -0.00004107, 3.39467605, -0.00078890, 181.97909950, 58517.81538729,
-      131.60246718, 0.00268329, 76.67984255, -0.27769418}},
-    {u"Solar.Planet.Earth",
-     u"地球",
-     u"earth",
-     true,
-     BodyLook::Rock,
-     0x2E6FA8,
+     {0.72333566, 0.00000390, 0.00677672, -0.00004107, 3.39467605, -0.00078890,
+      181.97909950, 58517.81538729, 131.60246718, 0.00268329, 76.67984255, -0.27769418}},
+    {u"Solar.Planet.Earth", u"地球", u"earth", true, BodyLook::Rock, 0x2E6FA8,
      {0, -0.641, 90, -0.557, 190.147, 360.9856235},
      EarthOrbit},
-    {u"Solar.Planet.Mars",
-     u"火星",
-     u"mars",
-     false,
-     BodyLook::Rock,
-     0xC4744A,
+    {u"Solar.Planet.Mars", u"火星", u"mars", false, BodyLook::Rock, 0xC4744A,
      {317.68143, -0.1061, 52.88650, -0.0609, 176.630, 350.89198226},
-     {1.52371034, 0.00001847, 0.09339410, 0.00007882, 1.84969142, -0.00813131, -4.55343205, 19140.30268499,
-      -23.94362959, 0.44441088, 49.55953891, -0.29257343}},
-    {u"Solar.Planet.Jupiter",
-     u"木星",
-     u"jupiter",
-     false,
-     BodyLook::Clouds,
-     0xD2A87C,
+     {1.52371034, 0.00001847, 0.09339410, 0.00007882, 1.84969142, -0.00813131,
+      -4.55343205, 19140.30268499, -23.94362959, 0.44441088, 49.55953891, -0.29257343}},
+    {u"Solar.Planet.Jupiter", u"木星", u"jupiter", false, BodyLook::Clouds, 0xD2A87C,
      {268.056595, -0.006499, 64.495303, 0.002413, 284.95, 870.5360000},
-     {5.20288700, -0.00011607, 0.04838624, -0.00013253, 1.30439695, -0.00183714, 34.39644051, 3034.74612775,
-      14.72847983, 0.21252668, 100.47390909, 0.20469106}},
-    {u"Solar.Planet.Saturn",
-     u"土星",
-     u"saturn",
-     false,
-     BodyLook::Clouds,
-     0xDCC08D,
+     {5.20288700, -0.00011607, 0.04838624, -0.00013253, 1.30439695, -0.00183714,
+      34.39644051, 3034.74612775, 14.72847983, 0.21252668, 100.47390909, 0.20469106}},
+    {u"Solar.Planet.Saturn", u"土星", u"saturn", false, BodyLook::Clouds, 0xDCC08D,
      {40.589, -0.036, 83.537, -0.004, 38.90, 810.7939024},
-     {9.53667594, -0.00125060, 0.05386179, -0.00050991, 2.48599187, 0.00193609, 49.95424423, 1222.49362201, 92.59887831,
-      -0.41897216, 113.66242448, -0.28867794}},
-    {u"Solar.Planet.Uranus",
-     u"天王星",
-     u"uranus",
-     false,
-     BodyLook::Clouds,
-     0x9CCFD6,
+     {9.53667594, -0.00125060, 0.05386179, -0.00050991, 2.48599187, 0.00193609,
+      49.95424423, 1222.49362201, 92.59887831, -0.41897216, 113.66242448, -0.28867794}},
+    {u"Solar.Planet.Uranus", u"天王星", u"uranus", false, BodyLook::Clouds, 0x9CCFD6,
      {257.311, 0, -15.175, 0, 203.81, -501.1600928},
-     {19.18916464, -0.00196176, 0.04725744, -0.00004397, 0.77263783, -0.00242939, 313.23810451, 428.48202785,
-      170.95427630, 0.40805281, 74.01692503, 0.04240589}},
-    {u"Solar.Planet.Neptune",
-     u"海王星",
-     u"neptune",
-     false,
-     BodyLook::Clouds,
-     0x5C86D6,
+     {19.18916464, -0.00196176, 0.04725744, -0.00004397, 0.77263783, -0.00242939,
+      313.23810451, 428.48202785, 170.95427630, 0.40805281, 74.01692503, 0.04240589}},
+    {u"Solar.Planet.Neptune", u"海王星", u"neptune", false, BodyLook::Clouds, 0x5C86D6,
      {299.36, 0, 43.46, 0, 253.18, 536.3128492},
-     {30.06992276, 0.00026291, 0.00859048, 0.00005105, 1.77004347, 0.00035372, -55.12002969, 218.45945325, 44.96476227,
-      -0.32241464, 131.78422574, -0.00508664}},
-    {u"Solar.Dwarfplanet.Ceres",
-     u"ケレス",
-     u"ceres",
-     false,
-     BodyLook::Rock,
-     0x8A8680,
+     {30.06992276, 0.00026291, 0.00859048, 0.00005105, 1.77004347, 0.00035372,
+      -55.12002969, 218.45945325, 44.96476227, -0.32241464, 131.78422574, -0.00508664}},
+    {u"Solar.Dwarfplanet.Ceres", u"ケレス", u"ceres", false, BodyLook::Rock, 0x8A8680,
      {291.418, 0, 66.764, 0, 170.650, 952.1532},
-     {2.7660, 0, 0.0785, 0, 10.587, 0, 160.36, 7820.37, 153.91, 0, 80.27, 0}},
-    {u"Solar.Dwarfplanet.Pluto",
-     u"冥王星",
-     u"pluto",
-     false,
-     BodyLook::Ice,
-     0xC9B29A,
+     {2.7660, 0, 0.0785, 0, 10.587, 0,
+      160.36, 7820.37, 153.91, 0, 80.27, 0}},
+    {u"Solar.Dwarfplanet.Pluto", u"冥王星", u"pluto", false, BodyLook::Ice, 0xC9B29A,
      {132.993, 0, -6.163, 0, 302.695, 56.3625225},
-     {39.48211675, -0.00031596, 0.24882730, 0.00005170, 17.14001206, 0.00004818, 238.92903833, 145.20780515,
-      224.06891629, -0.04062942, 110.30393684, -0.01183482}},
-    {u"Solar.Dwarfplanet.Haumea",
-     u"ハウメア",
-     u"haumea",
-     false,
-     BodyLook::Ice,
-     0xD8D6D2,
+     {39.48211675, -0.00031596, 0.24882730, 0.00005170, 17.14001206, 0.00004818,
+      238.92903833, 145.20780515, 224.06891629, -0.04062942, 110.30393684, -0.01183482}},
+    {u"Solar.Dwarfplanet.Haumea", u"ハウメア", u"haumea", false, BodyLook::Ice, 0xD8D6D2,
      {285.1, 0, -10.6, 0, 0, 2206.70},
-     {43.13, 0, 0.195, 0, 28.21, 0, 192.2, 127.1, 0.9, 0, 121.9, 0}},
-    {u"Solar.Dwarfplanet.MakeMake",
-     u"マケマケ",
-     u"makemake",
-     false,
-     BodyLook::Ice,
-     0xC79A78,
+     {43.13, 0, 0.195, 0, 28.21, 0,
+      192.2, 127.1, 0.9, 0, 121.9, 0}},
+    {u"Solar.Dwarfplanet.MakeMake", u"マケマケ", u"makemake", false, BodyLook::Ice, 0xC79A78,
      {280.0, 0, 38.0, 0, 0, 378.50},
-     {45.56, 0, 0.161, 0, 28.98, 0, 155.4, 117.06, 14.4, 0, 79.6, 0}},
-    {u"Solar.Dwarfplanet.Eris",
-     u"エリス",
-     u"eris",
-     false,
-     BodyLook::Ice,
-     0xDDDCDA,
+     {45.56, 0, 0.161, 0, 28.98, 0,
+      155.4, 117.06, 14.4, 0, 79.6, 0}},
+    {u"Solar.Dwarfplanet.Eris", u"エリス", u"eris", false, BodyLook::Ice, 0xDDDCDA,
      {280.0, 0, 25.0, 0, 0, 22.805},
-     {67.86, 0, 0.436, 0, 44.04, 0, 20.2, 64.4, 187.55, 0, 35.95, 0}},
+     {67.86, 0, 0.436, 0, 44.04, 0,
+      20.2, 64.4, 187.55, 0, 35.95, 0}},
 }};
+// clang-format on
 
-using Vector = std::array<double, 3>;
-
-double Dot(const Vector& a, const Vector& b)
+UnitVector Cross(const UnitVector& a, const UnitVector& b)
 {
-    return a[0] * b[0] + a[1] * b[1] + a[2] * b[2];
+    return {a.Y * b.Z - a.Z * b.Y, a.Z * b.X - a.X * b.Z, a.X * b.Y - a.Y * b.X};
 }
 
-Vector Cross(const Vector& a, const Vector& b)
-{
-    return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
-}
-
-/// Heliocentric position in the equator of J2000, au.
-Vector HeliocentricPosition(const OrbitElements& orbit, double centuries)
+/// Direction from the body to the Sun in the equator of J2000.
+UnitVector SunDirection(const OrbitElements& orbit, double centuries)
 {
     const double axis = orbit.Axis + orbit.AxisRate * centuries;
     const double eccentricity = std::clamp(orbit.Eccentricity + orbit.EccentricityRate * centuries, 0.0, 0.9);
@@ -182,7 +113,9 @@ Vector HeliocentricPosition(const OrbitElements& orbit, double centuries)
     const double y = u * nodeSine + v * nodeCosine * std::cos(inclination);
     const double z = v * std::sin(inclination);
     const double tilt = Obliquity * Radian;
-    return {x, y * std::cos(tilt) - z * std::sin(tilt), y * std::sin(tilt) + z * std::cos(tilt)};
+    const double distance = std::hypot(x, y, z);
+    return {-x / distance, (z * std::sin(tilt) - y * std::cos(tilt)) / distance,
+            (-y * std::sin(tilt) - z * std::cos(tilt)) / distance};
 }
 
 /// The Moon's rotation follows the swing of its orbit: the greatest terms of pole and meridian.
@@ -212,7 +145,7 @@ std::optional<std::size_t> EngineBodies::Find(QStringView path)
     return std::nullopt;
 }
 
-BodyPoint EngineBodies::SubsolarPoint(std::size_t body, double julianDay)
+GeoPoint EngineBodies::SubsolarPoint(std::size_t body, double julianDay)
 {
     if (body == Sun || body >= Bodies.size() || !std::isfinite(julianDay))
         return {};
@@ -225,15 +158,11 @@ BodyPoint EngineBodies::SubsolarPoint(std::size_t body, double julianDay)
     if (body == Moon)
         AddLunarSwing(days, rightAscension, declination, meridian);
 
-    const double alpha = rightAscension * Radian;
-    const double delta = declination * Radian;
-    const Vector pole{std::cos(alpha) * std::cos(delta), std::sin(alpha) * std::cos(delta), std::sin(delta)};
-    const Vector node{-std::sin(alpha), std::cos(alpha), 0.0};
-    const Vector position = HeliocentricPosition(Bodies[body].Orbit, centuries);
-    const double distance = std::sqrt(Dot(position, position));
-    const double height = -Dot(position, pole) / distance;
-    const double angle = std::atan2(-Dot(position, Cross(pole, node)), -Dot(position, node)) / Radian;
-    return {FullTurn(angle - meridian), std::asin(std::clamp(height, -1.0, 1.0)) / Radian};
+    const UnitVector pole = ToVector({rightAscension, declination});
+    const UnitVector node = ToVector({rightAscension + 90.0, 0.0});
+    const UnitVector sun = SunDirection(Bodies[body].Orbit, centuries);
+    const double angle = std::atan2(Dot(sun, Cross(pole, node)), Dot(sun, node)) / Radian;
+    return {FullTurn(angle - meridian), std::asin(std::clamp(Dot(sun, pole), -1.0, 1.0)) / Radian};
 }
 
 double EngineBodies::ToEast(std::size_t body, double longitude)

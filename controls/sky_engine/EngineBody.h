@@ -1,5 +1,7 @@
 #pragma once
 
+#include "controls/sphere/GeoPoint.h"
+
 #include <QStringView>
 
 #include <cstddef>
@@ -51,13 +53,6 @@ struct EngineBody
     OrbitElements Orbit; ///< the Moon has the Earth's; the Sun none
 };
 
-/// A point on a body: longitude to the east and latitude to the north, degrees.
-struct BodyPoint
-{
-    double Longitude = 0.0;
-    double Latitude = 0.0;
-};
-
 namespace EngineBodies
 {
 inline constexpr std::size_t Sun = 0;
@@ -71,8 +66,8 @@ inline constexpr std::size_t Earth = 4;
 [[nodiscard]] std::optional<std::size_t> Find(QStringView path);
 
 /// The point of the body over which the Sun stands, right to about a degree in the centuries around 2000; the
-/// day is a Julian day of universal time. For the Sun itself the origin.
-[[nodiscard]] BodyPoint SubsolarPoint(std::size_t body, double julianDay);
+/// day is a Julian day of universal time; longitude 0 to below 360. For the Sun itself the origin.
+[[nodiscard]] GeoPoint SubsolarPoint(std::size_t body, double julianDay);
 
 /// A longitude of the body's location (see IsEastPositive) as degrees to the east, and back, each 0 to below 360.
 [[nodiscard]] double ToEast(std::size_t body, double longitude);

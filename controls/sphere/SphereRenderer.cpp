@@ -9,6 +9,8 @@ namespace
 constexpr float Pi = std::numbers::pi_v<float>;
 constexpr int SmallestLevelWidth = 128;
 constexpr int BandHeight = 512;
+// So many pixels of a row are drawn in even steps where the sphere is flat enough.
+constexpr int BlockWidth = 8;
 // Width of the glow outside the disc and how quickly it fades, in radii.
 constexpr float GlowWidth = 0.03F;
 
@@ -56,6 +58,10 @@ quint32 Mix(quint32 a, quint32 b, quint32 share)
     return redBlue | alphaGreen;
 }
 
+// Texel positions are whole numbers with this many binary places: quick to step along a row.
+constexpr int PlaceBits = 12;
+constexpr float PlaceUnit = 1 << PlaceBits;
+
 class CSampler
 {
 public:
@@ -66,18 +72,17 @@ public:
     {
     }
 
-    // Texels counted from the left and upper edge; u may be up to one turn outside.
-    [[nodiscard]] quint32 At(float u, float v) const
+    // Places counted from the left and upper edge; u may be up to one turn outside.
+    [[nodiscard]] quint32 At(int u, int v) const
     {
         if (m_isDraft)
-            return m_bits[Row(static_cast<int>(v)) * m_stride + Column(static_cast<int>(std::floor(u)))];
-        const float left = u - 0.5F + static_cast<float>(m_width);
-        const float top = v + 0.5F;
-        const int column = static_cast<int>(left);
-        const int row = static_cast<int>(top) - 1;
-        const auto shareX = static_cast<quint32>((left - static_cast<float>(column)) * 256);
-        const auto shareY = static_cast<quint32>((top - static_cast<float>(row + 1)) * 256);
-        const int column0 = Column(column - m_width);
+            return m_bits[Row(v >> PlaceBits) * m_stride + Column(u >> PlaceBits)];
+        const int left = u - (1 << (PlaceBits - 1));
+        const int top = v - (1 << (PlaceBits - 1));
+        const int row = top >> PlaceBits;
+        const auto shareX = static_cast<quint32>((left >> (PlaceBits - 8)) & 255);
+        const auto shareY = static_cast<quint32>((top >> (PlaceBits - 8)) & 255);
+        const int column0 = Column(left >> PlaceBits);
         const int column1 = column0 + 1 < m_width ? column0 + 1 : 0;
         const quint32* upper = m_bits + Row(row) * m_stride;
         const quint32* lower = m_bits + Row(row + 1) * m_stride;
@@ -141,22 +146,81 @@ struct Shading
         return light * (Night + (1 - Night) * day * (0.72F + 0.28F * std::max(height, 0.0F)));
     }
 
-    [[nodiscard]] quint32 Colour(quint32 texel, float x, float y, float z) const
+    // How much of the air's colour lies over the ground.
+    [[nodiscard]] float Haze(float z) const
     {
-        const float light = Light(x, y, z);
-        if (HasAir) {
-            const float edge = 1 - z;
-            const float haze = edge * edge * edge * 0.75F + 0.04F;
-            texel = Mix(texel, Air, static_cast<quint32>(haze * 256));
-        }
-        const auto factor = static_cast<quint32>(light * 256);
-        if (factor <= 256)
-            return 0xFF000000 | Mix(0, texel, factor);
-        const quint32 red = std::min(((texel >> 16) & 255) * factor >> 8, 255U);
-        const quint32 green = std::min(((texel >> 8) & 255) * factor >> 8, 255U);
-        const quint32 blue = std::min((texel & 255) * factor >> 8, 255U);
+        const float edge = 1 - z;
+        return HasAir ? edge * edge * edge * 0.75F + 0.04F : 0.0F;
+    }
+
+    // Light and haze as shares of 256.
+    [[nodiscard]] quint32 Colour(quint32 texel, quint32 light, quint32 haze) const
+    {
+        if (haze > 0)
+            texel = Mix(texel, Air, haze);
+        if (light <= 256)
+            return 0xFF000000 | Mix(0, texel, light);
+        const quint32 red = std::min(((texel >> 16) & 255) * light >> 8, 255U);
+        const quint32 green = std::min(((texel >> 8) & 255) * light >> 8, 255U);
+        const quint32 blue = std::min((texel & 255) * light >> 8, 255U);
         return 0xFF000000 | (red << 16) | (green << 8) | blue;
     }
+};
+
+// One point of the sphere in whole numbers: its texel, light and haze.
+struct Spot
+{
+    int U = 0;
+    int V = 0;
+    int Light = 0;
+    int Haze = 0;
+    bool IsSmooth = false; // far enough from the edge and the poles to step evenly to the next one
+};
+
+class CSpotFinder
+{
+public:
+    CSpotFinder(const CSphereView& view, const QImage& texture, const Shading& shading)
+        : m_shading(shading), m_sinLatitude(static_cast<float>(view.Viewer().Z)),
+          m_cosLatitude(static_cast<float>(view.North().Z)), m_width(texture.width() << PlaceBits),
+          m_columnScale(static_cast<float>(texture.width()) * PlaceUnit / (2 * Pi)),
+          m_rowScale(static_cast<float>(texture.height()) * PlaceUnit / Pi),
+          m_center(static_cast<int>((view.Center().Longitude + 180.0) / 360.0 * m_width)),
+          m_poleLimit(static_cast<float>(std::cos(std::min(0.5, PolePixels / view.Radius()))))
+    {
+    }
+
+    [[nodiscard]] Spot At(float x, float y, float square) const
+    {
+        const float z = std::sqrt(std::max(0.0F, 1 - square));
+        const float north = std::clamp(y * m_cosLatitude + z * m_sinLatitude, -1.0F, 1.0F);
+        Spot spot;
+        spot.U = m_center + static_cast<int>(FastAtan2(x, z * m_cosLatitude - y * m_sinLatitude) * m_columnScale);
+        spot.V = static_cast<int>(FastAcos(north) * m_rowScale);
+        spot.Light = static_cast<int>(m_shading.Light(x, y, z) * 256);
+        spot.Haze = static_cast<int>(m_shading.Haze(z) * 256);
+        spot.IsSmooth = z > 0.4F && std::fabs(north) < m_poleLimit;
+        return spot;
+    }
+
+    // Whether the points between two spots lie evenly between them.
+    [[nodiscard]] bool IsEven(const Spot& a, const Spot& b) const
+    {
+        return a.IsSmooth && b.IsSmooth && std::abs(a.U - b.U) < m_width / 8;
+    }
+
+private:
+    // Around a pole meridians turn too quickly for even steps.
+    static constexpr double PolePixels = 40;
+
+    const Shading& m_shading;
+    float m_sinLatitude;
+    float m_cosLatitude;
+    int m_width;
+    float m_columnScale;
+    float m_rowScale;
+    int m_center;
+    float m_poleLimit;
 };
 
 // The colour of the air beside the disc over what is behind, at a distance of more than one radius.
@@ -226,17 +290,12 @@ void CSphereRenderer::Render(QImage& target, const CSphereView& view, const Sphe
     const QImage& texture = m_levels[level];
     const CSampler sampler(texture, look.IsDraft);
     const Shading shading(view, look);
-
+    const CSpotFinder finder(view, texture, shading);
     const auto radius = static_cast<float>(view.Radius());
     const float inverse = 1 / radius;
-    const auto sinLatitude = static_cast<float>(view.Viewer().Z);
-    const auto cosLatitude = static_cast<float>(view.North().Z);
-    const auto texelsPerRadian = static_cast<float>(texture.width()) / (2 * Pi);
-    const auto rowsPerRadian = static_cast<float>(texture.height()) / Pi;
-    const auto centerColumn =
-        static_cast<float>((view.Center().Longitude + 180.0) / 360.0 * static_cast<double>(texture.width()));
-    const auto width = static_cast<float>(texture.width());
     const float reach = 1 + std::max(shading.HasAir ? GlowWidth : 0.0F, inverse);
+    const float inside = 1 - 2 * inverse;
+    const auto x0 = static_cast<float>(0.5 - view.CenterPixel().x());
 
     for (int row = 0; row < target.height(); ++row) {
         const float y = static_cast<float>(view.CenterPixel().y() - row - 0.5) * inverse;
@@ -247,36 +306,57 @@ void CSphereRenderer::Render(QImage& target, const CSphereView& view, const Sphe
         const int end = static_cast<int>(
             std::clamp(view.CenterPixel().x() + halfWidth + 1, 0.0, static_cast<double>(target.width())));
         auto* line = reinterpret_cast<quint32*>(target.scanLine(row));
-        const float ySin = y * sinLatitude;
-        const float yCos = y * cosLatitude;
-        const float ySquare = y * y;
-        const auto x0 = static_cast<float>(0.5 - view.CenterPixel().x());
-        for (int column = first; column < end; ++column) {
-            const float x = (static_cast<float>(column) + x0) * inverse;
-            const float square = x * x + ySquare;
-            float coverage = 1;
-            float distance = 1;
-            if (square > 1 - 2 * inverse) {
-                distance = std::sqrt(square);
-                coverage = (1 - distance) * radius + 0.5F;
-            }
+
+        const auto squareAt = [&](float x) { return x * x + y * y; };
+        const auto horizontal = [&](int column) { return (static_cast<float>(column) + x0) * inverse; };
+        const auto drawExactly = [&](int column) {
+            const float x = horizontal(column);
+            const float square = squareAt(x);
+            const float distance = square > inside ? std::sqrt(square) : 0.0F;
+            const float coverage = square > inside ? (1 - distance) * radius + 0.5F : 1.0F;
             quint32 behind = background;
             if (coverage < 1 && shading.HasAir)
                 behind = Glow(shading, background, x, y, std::max(distance, 1.0F));
             if (coverage <= 0) {
                 line[column] = behind;
+                return;
+            }
+            const Spot spot = finder.At(x, y, square);
+            const quint32 color = shading.Colour(sampler.At(spot.U, spot.V), static_cast<quint32>(spot.Light),
+                                                 static_cast<quint32>(spot.Haze));
+            line[column] = coverage >= 1 ? color : Mix(behind, color, static_cast<quint32>(coverage * 256));
+        };
+
+        Spot next;
+        bool hasNext = false;
+        for (int column = first; column < end;) {
+            const float x = horizontal(column);
+            const float farX = horizontal(column + BlockWidth);
+            const bool isWhole = column + BlockWidth <= end && squareAt(x) < inside && squareAt(farX) < inside;
+            const Spot spot = !isWhole ? Spot() : hasNext ? next : finder.At(x, y, squareAt(x));
+            hasNext = isWhole;
+            if (isWhole)
+                next = finder.At(farX, y, squareAt(farX));
+            const int blockEnd = std::min(column + BlockWidth, end);
+            if (!isWhole || !finder.IsEven(spot, next)) {
+                for (; column < blockEnd; ++column)
+                    drawExactly(column);
                 continue;
             }
-            const float z = std::sqrt(std::max(0.0F, 1 - square));
-            const float north = std::clamp(yCos + z * sinLatitude, -1.0F, 1.0F);
-            float u = centerColumn + FastAtan2(x, z * cosLatitude - ySin) * texelsPerRadian;
-            if (u < 0)
-                u += width;
-            else if (u >= width)
-                u -= width;
-            const float v = FastAcos(north) * rowsPerRadian;
-            const quint32 color = shading.Colour(sampler.At(u, v), x, y, z);
-            line[column] = coverage >= 1 ? color : Mix(behind, color, static_cast<quint32>(coverage * 256));
+            int u = spot.U;
+            int v = spot.V;
+            int light = spot.Light * BlockWidth + BlockWidth / 2;
+            int haze = spot.Haze * BlockWidth + BlockWidth / 2;
+            const int stepU = (next.U - spot.U) / BlockWidth;
+            const int stepV = (next.V - spot.V) / BlockWidth;
+            for (; column < blockEnd; ++column) {
+                line[column] = shading.Colour(sampler.At(u, v), static_cast<quint32>(light / BlockWidth),
+                                              static_cast<quint32>(haze / BlockWidth));
+                u += stepU;
+                v += stepV;
+                light += next.Light - spot.Light;
+                haze += next.Haze - spot.Haze;
+            }
         }
     }
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QMetaType>
-#include <QtTypes>
+#include <QtGlobal>
 
 /// The numbers of the controls' methods, properties and events: the interface between the module and the controls.
 namespace ControlNumber

@@ -1,0 +1,58 @@
+#include "host/dialog/Prompts.h"
+
+#include <QFileDialog>
+#include <QMessageBox>
+
+namespace
+{
+class CToolkitPrompts : public IPrompts
+{
+public:
+    Answer Show(QWidget* parent, const QString& text, Icon icon, Buttons buttons) override
+    {
+        QMessageBox box(BoxIcon(icon), parent ? parent->window()->windowTitle() : QString(), text,
+                        QMessageBox::Ok | (buttons == Buttons::OkCancel ? QMessageBox::Cancel : QMessageBox::NoButton),
+                        parent);
+        box.setTextFormat(Qt::PlainText);
+        box.setButtonText(QMessageBox::Ok, QStringLiteral("OK"));
+        if (buttons == Buttons::OkCancel)
+            box.setButtonText(QMessageBox::Cancel, QStringLiteral("キャンセル"));
+        const int pressed = box.exec();
+        return buttons == Buttons::Ok || pressed == QMessageBox::Ok ? Answer::Ok : Answer::Cancel;
+    }
+
+    QString OpenFile(QWidget* parent) override { return QFileDialog::getOpenFileName(parent); }
+
+private:
+    static QMessageBox::Icon BoxIcon(Icon icon)
+    {
+        switch (icon) {
+        case Icon::Information:
+            return QMessageBox::Information;
+        case Icon::Warning:
+        case Icon::Exclamation:
+            return QMessageBox::Warning;
+        case Icon::None:
+            break;
+        }
+        return QMessageBox::NoIcon;
+    }
+};
+
+IPrompts*& Replacement()
+{
+    static IPrompts* prompts = nullptr;
+    return prompts;
+}
+} // namespace
+
+IPrompts& IPrompts::Current()
+{
+    static CToolkitPrompts toolkit;
+    return Replacement() ? *Replacement() : toolkit;
+}
+
+void IPrompts::Use(IPrompts* prompts)
+{
+    Replacement() = prompts;
+}

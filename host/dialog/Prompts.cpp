@@ -2,6 +2,7 @@
 
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QPushButton>
 
 namespace
 {
@@ -11,14 +12,15 @@ public:
     Answer Show(QWidget* parent, const QString& text, Icon icon, Buttons buttons) override
     {
         QMessageBox box(BoxIcon(icon), parent ? parent->window()->windowTitle() : QString(), text,
-                        QMessageBox::Ok | (buttons == Buttons::OkCancel ? QMessageBox::Cancel : QMessageBox::NoButton),
-                        parent);
+                        QMessageBox::NoButton, parent);
         box.setTextFormat(Qt::PlainText);
-        box.setButtonText(QMessageBox::Ok, QStringLiteral("OK"));
-        if (buttons == Buttons::OkCancel)
-            box.setButtonText(QMessageBox::Cancel, QStringLiteral("キャンセル"));
-        const int pressed = box.exec();
-        return buttons == Buttons::Ok || pressed == QMessageBox::Ok ? Answer::Ok : Answer::Cancel;
+        QPushButton* ok = box.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
+        box.setDefaultButton(ok);
+        box.setEscapeButton(buttons == Buttons::OkCancel
+                                ? box.addButton(QStringLiteral("キャンセル"), QMessageBox::RejectRole)
+                                : ok);
+        box.exec();
+        return box.clickedButton() == ok ? Answer::Ok : Answer::Cancel;
     }
 
     QString OpenFile(QWidget* parent) override { return QFileDialog::getOpenFileName(parent); }

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QFile>
 #include <QFontDatabase>
+#include <QPalette>
 #include <QStyleFactory>
 
 using namespace Qt::StringLiterals;

@@ -15,9 +15,15 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-constexpr int Width = 1024;
-constexpr int Height = 512;
+constexpr int Width = 768;
+constexpr int Height = 384;
 constexpr int MaximumPictureWidth = 8192;
+
+/// Quicker than std::lerp, whose exactness at the ends no colour needs.
+float Mix(float a, float b, float share)
+{
+    return a + (b - a) * share;
+}
 
 /// Smooth noise in space, so that the picture has no seam and no pinched pole; -1 to 1.
 class CNoise
@@ -47,20 +53,18 @@ private:
 
     [[nodiscard]] float At(float x, float y, float z) const
     {
-        const float fx = std::floor(x);
-        const float fy = std::floor(y);
-        const float fz = std::floor(z);
+        const auto floor = [](float value) { return static_cast<int>(value) - (value < 0.0F ? 1 : 0); };
         const auto smooth = [](float t) { return t * t * (3.0F - 2.0F * t); };
-        const float sx = smooth(x - fx);
-        const float sy = smooth(y - fy);
-        const float sz = smooth(z - fz);
-        const int ix = static_cast<int>(fx);
-        const int iy = static_cast<int>(fy);
-        const int iz = static_cast<int>(fz);
+        const int ix = floor(x);
+        const int iy = floor(y);
+        const int iz = floor(z);
+        const float sx = smooth(x - static_cast<float>(ix));
+        const float sy = smooth(y - static_cast<float>(iy));
+        const float sz = smooth(z - static_cast<float>(iz));
         const auto row = [&](int dy, int dz) {
-            return std::lerp(Lattice(ix, iy + dy, iz + dz), Lattice(ix + 1, iy + dy, iz + dz), sx);
+            return Mix(Lattice(ix, iy + dy, iz + dz), Lattice(ix + 1, iy + dy, iz + dz), sx);
         };
-        return std::lerp(std::lerp(row(0, 0), row(1, 0), sy), std::lerp(row(0, 1), row(1, 1), sy), sz);
+        return Mix(Mix(row(0, 0), row(1, 0), sy), Mix(row(0, 1), row(1, 1), sy), sz);
     }
 
     unsigned m_seed;
@@ -74,7 +78,7 @@ float CloudLight(const UnitVector& at, const CNoise& noise, float contrast)
 {
     const float curl = noise.Sum({at.X, at.Y, at.Z * 4.0}, 3.0F, 4) * 0.035F;
     const float height = static_cast<float>(at.Z) + curl * (1.0F - static_cast<float>(at.Z * at.Z));
-    const float bands = noise.Sum({0.37, 0.61, height}, 5.0F, 4);
+    const float bands = noise.Sum({0.37, 0.61, height}, 4.5F, 5) * 1.6F;
     const float streaks = noise.Sum({at.X, at.Y, height * 9.0}, 5.0F, 3) * 0.18F;
     return (bands + streaks) * contrast;
 }
@@ -87,7 +91,7 @@ void AddCraters(Relief& relief, unsigned seed, int count)
     for (int i = 0; i < count; ++i) {
         const double latitude = std::asin(2.0 * share() - 1.0);
         const double column = share() * Width;
-        const double radius = 2.2 / std::pow(share() + 0.004, 0.62); // pixels on the equator; few are large
+        const double radius = 1.7 / std::pow(share() + 0.006, 0.62); // pixels on the equator; few are large
         const double stretch = 1.0 / std::max(std::cos(latitude), 0.05);
         const double row = (0.5 - latitude / std::numbers::pi) * Height;
         const double strength = 0.16 + 0.16 * share();
@@ -108,18 +112,12 @@ void AddCraters(Relief& relief, unsigned seed, int count)
     }
 }
 
-float CloudContrast(unsigned color)
-{
-    // The warmer a giant's colour, the stronger its belts: blue haze hides those of Uranus and Neptune.
-    const QColor look(color);
-    return look.red() > look.blue() ? 0.55F * static_cast<float>(look.hslSaturationF()) : 0.10F;
-}
-
 Relief MakeRelief(const EngineBody& body, unsigned seed)
 {
     Relief relief(static_cast<std::size_t>(Width) * Height);
     const CNoise noise(seed);
-    const float contrast = CloudContrast(body.Color);
+    // The deeper a giant's colour, the stronger its belts.
+    const float contrast = 1.1F * static_cast<float>(QColor(body.Color).hslSaturationF());
     for (int y = 0; y < Height; ++y) {
         const double latitude = 90.0 - (y + 0.5) * 180.0 / Height;
         for (int x = 0; x < Width; ++x) {
@@ -131,6 +129,9 @@ Relief MakeRelief(const EngineBody& body, unsigned seed)
                 break;
             case BodyLook::Clouds:
                 light = CloudLight(at, noise, contrast);
+                break;
+            case BodyLook::Haze:
+                light = CloudLight(at, noise, 0.12F);
                 break;
             case BodyLook::Rock:
                 light = noise.Sum(at, 2.2F, 6) * 0.35F;
@@ -150,10 +151,11 @@ QImage Paint(const EngineBody& body, unsigned seed)
 {
     const Relief relief = MakeRelief(body, seed);
     const QColor base(body.Color);
-    // Light parts go towards white with a little of the colour, dark parts keep more of its warmth.
+    // Light parts go towards white, dark parts keep more of the colour's warmth.
     const auto channel = [](int value, float light, float warmth) {
-        const float v = static_cast<float>(value) * (1.0F + light * (light < 0.0F ? warmth : 0.6F));
-        return std::clamp(static_cast<int>(v), 0, 255);
+        const auto v = static_cast<float>(value);
+        const float shaded = light < 0.0F ? v * (1.0F + light * warmth) : Mix(v, 255.0F, std::min(light, 0.6F));
+        return std::clamp(static_cast<int>(shaded), 0, 255);
     };
     QImage picture(Width, Height, QImage::Format_RGB32);
     for (int y = 0; y < Height; ++y) {

@@ -13,7 +13,8 @@ namespace
 const QColor Background(11, 14, 20);
 const QColor CaptionColor(214, 220, 230, 200);
 const QColor MarkerColor(255, 176, 64);
-const QColor MarkerHalo(0, 0, 0, 170);
+const QColor MarkerHalo(0, 0, 0, 215);
+constexpr double MarkerReach = 11.0;
 
 bool IsSame(const GeoPoint& a, const GeoPoint& b)
 {
@@ -36,6 +37,23 @@ SphereLook Look(const GlobeScene& scene)
     if (scene.Body == EngineBodies::Earth)
         look.Atmosphere = QColor(120, 170, 255);
     return look;
+}
+
+/// The observer's marker, a ring with four arms.
+void DrawMarker(QPainter& painter, QPointF at)
+{
+    constexpr double Ring = 6.0;
+    painter.setBrush(Qt::NoBrush);
+    for (const QPen& pen :
+         {QPen(MarkerHalo, 4.5, Qt::SolidLine, Qt::RoundCap), QPen(MarkerColor, 1.8, Qt::SolidLine, Qt::RoundCap)}) {
+        painter.setPen(pen);
+        painter.drawEllipse(at, Ring, Ring);
+        for (const QPointF direction : {QPointF(1, 0), QPointF(-1, 0), QPointF(0, 1), QPointF(0, -1)})
+            painter.drawLine(at + direction * Ring, at + direction * MarkerReach);
+    }
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(MarkerColor);
+    painter.drawEllipse(at, 1.6, 1.6);
 }
 } // namespace
 
@@ -82,30 +100,14 @@ void CGlobePainter::Draw(QImage& frame, const GlobeScene& scene, const QFont& fo
         style.CountsWest = !body.IsEastPositive;
         DrawGraticule(painter, view, size, style);
     }
+    const auto observer = view.ToScreen(scene.Observer.Longitude, scene.Observer.Latitude);
+    const QPointF reach(MarkerReach, MarkerReach);
+    const QRectF marker = observer ? QRectF(*observer - reach, *observer + reach) : QRectF();
     if (scene.HasNames)
-        m_names.Draw(painter, view, size, font, scene.HasLeadlines);
-    DrawObserver(painter, view, scene.Observer);
+        m_names.Draw(painter, view, size, marker, scene.HasLeadlines);
+    if (observer)
+        DrawMarker(painter, *observer);
     painter.setPen(CaptionColor);
     painter.drawText(QRectF(QPointF(0.0, 0.0), size).adjusted(10.0, 8.0, -10.0, -8.0), Qt::AlignTop | Qt::AlignLeft,
                      QString::fromUtf16(body.Label));
-}
-
-void CGlobePainter::DrawObserver(QPainter& painter, const CSphereView& view, const GeoPoint& observer)
-{
-    const auto at = view.ToScreen(observer.Longitude, observer.Latitude);
-    if (!at)
-        return;
-    constexpr double Ring = 6.0;
-    constexpr double Arm = 11.0;
-    painter.setBrush(Qt::NoBrush);
-    for (const QPen& pen :
-         {QPen(MarkerHalo, 4.0, Qt::SolidLine, Qt::RoundCap), QPen(MarkerColor, 1.8, Qt::SolidLine, Qt::RoundCap)}) {
-        painter.setPen(pen);
-        painter.drawEllipse(*at, Ring, Ring);
-        for (const QPointF direction : {QPointF(1, 0), QPointF(-1, 0), QPointF(0, 1), QPointF(0, -1)})
-            painter.drawLine(*at + direction * Ring, *at + direction * Arm);
-    }
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(MarkerColor);
-    painter.drawEllipse(*at, 1.6, 1.6);
 }

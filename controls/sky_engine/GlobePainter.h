@@ -42,7 +42,6 @@ public:
 
 private:
     void LoadBody(std::size_t body);
-    static void DrawObserver(QPainter& painter, const CSphereView& view, const GeoPoint& observer);
 
     QString m_dataFolder;
     std::optional<std::size_t> m_body; ///< whose surface is loaded

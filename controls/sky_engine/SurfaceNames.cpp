@@ -18,6 +18,8 @@ constexpr qsizetype MaximumNameLength = 64;
 constexpr qsizetype MaximumShown = 60;
 constexpr double LeastDepth = 0.25; ///< nearer to the edge of the disc a name could not be told from its neighbours
 constexpr double LeadlineLength = 14.0;
+constexpr double Halo = 2.5;
+constexpr qsizetype MaximumLabels = 1000;
 const QColor NameColor(238, 232, 214);
 const QColor HaloColor(8, 10, 14, 190);
 } // namespace
@@ -25,6 +27,7 @@ const QColor HaloColor(8, 10, 14, 190);
 void CSurfaceNames::Load(const QString& file)
 {
     m_features.clear();
+    m_labels.clear();
     QFile source(file);
     if (!QFileInfo(file).isFile() || !source.open(QIODevice::ReadOnly))
         return;
@@ -44,38 +47,62 @@ void CSurfaceNames::Load(const QString& file)
                      [](const Feature& a, const Feature& b) { return a.Size > b.Size; });
 }
 
-void CSurfaceNames::Draw(QPainter& painter, const CSphereView& view, QSizeF size, const QFont& font,
-                         bool hasLeadlines) const
+const QImage& CSurfaceNames::Label(qsizetype feature, const QFont& font, double ratio)
 {
+    if (m_labelFont != font || m_labelRatio != ratio || m_labels.size() > MaximumLabels) {
+        m_labels.clear();
+        m_labelFont = font;
+        m_labelRatio = ratio;
+    }
+    QImage& label = m_labels[feature];
+    if (!label.isNull())
+        return label;
+    const QString& name = m_features[feature].Name;
+    const QFontMetricsF metrics(font);
+    const QSizeF size(metrics.horizontalAdvance(name) + 2.0 * Halo, metrics.height() + 2.0 * Halo);
+    label = QImage((size * ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
+    label.setDevicePixelRatio(ratio);
+    label.fill(Qt::transparent);
+    QPainterPath text;
+    text.addText(Halo, Halo + metrics.ascent(), font, name);
+    QPainter painter(&label);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.strokePath(text, QPen(HaloColor, Halo, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setPen(NameColor);
+    painter.setFont(font);
+    painter.drawText(QPointF(Halo, Halo + metrics.ascent()), name);
+    return label;
+}
+
+void CSurfaceNames::Draw(QPainter& painter, const CSphereView& view, QSizeF size, const QRectF& clear,
+                         bool hasLeadlines)
+{
+    const QFont font = painter.font();
+    const double ratio = painter.device()->devicePixelRatioF();
     const QFontMetricsF metrics(font);
     const QRectF area(QPointF(0.0, 0.0), size);
     QList<QRectF> taken;
-    QPainterPath leaders;
-    QPainterPath text;
-    for (const Feature& feature : m_features) {
-        const auto [point, depth] = view.Project(feature.Direction);
+    for (qsizetype i = 0; i < m_features.size() && taken.size() < MaximumShown; ++i) {
+        const auto [point, depth] = view.Project(m_features[i].Direction);
         if (depth < LeastDepth || !area.contains(point))
             continue;
-        QRectF box(0.0, 0.0, metrics.horizontalAdvance(feature.Name), metrics.height());
+        QRectF box(0.0, 0.0, metrics.horizontalAdvance(m_features[i].Name), metrics.height());
         if (hasLeadlines)
             box.moveBottomLeft(point + QPointF(LeadlineLength, -LeadlineLength / 2.0));
         else
             box.moveCenter(point);
+        if (box.intersects(clear))
+            box.moveTop(clear.bottom());
         const QRectF reserved = box.adjusted(-10.0, -5.0, 10.0, 5.0);
         const auto touches = [&reserved](const QRectF& other) { return other.intersects(reserved); };
         if (!area.contains(box) || std::any_of(taken.cbegin(), taken.cend(), touches))
             continue;
         taken.append(reserved);
-        text.addText(box.left(), box.top() + metrics.ascent(), font, feature.Name);
         if (hasLeadlines) {
-            leaders.moveTo(point);
-            leaders.lineTo(box.bottomLeft() - QPointF(2.0, metrics.descent()));
-            leaders.addEllipse(point, 1.5, 1.5);
+            painter.setPen(QPen(NameColor, 1.0));
+            painter.drawLine(point, box.bottomLeft() - QPointF(2.0, metrics.descent()));
+            painter.drawEllipse(point, 1.5, 1.5);
         }
-        if (taken.size() == MaximumShown)
-            break;
+        painter.drawImage((box.topLeft() - QPointF(Halo, Halo)).toPoint(), Label(i, font, ratio));
     }
-    painter.strokePath(leaders, QPen(NameColor, 1.0));
-    painter.strokePath(text, QPen(HaloColor, 2.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter.fillPath(text, NameColor);
 }

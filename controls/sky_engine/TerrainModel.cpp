@@ -75,9 +75,13 @@ std::optional<CTerrainModel::Tile> CTerrainModel::ReadTile(QStringView line, con
     const double rows = numbers[6];
     if (!(columns >= 1.0 && columns <= MaximumSide && rows >= 1.0 && rows <= MaximumSide))
         return std::nullopt;
-    const Tile tile{
-        folder + u'/' + fields[0], numbers[1], numbers[2], numbers[3], numbers[4], static_cast<int>(columns),
-        static_cast<int>(rows)};
+    const Tile tile{folder + u'/' + fields[0].toString(),
+                    numbers[1],
+                    numbers[2],
+                    numbers[3],
+                    numbers[4],
+                    static_cast<int>(columns),
+                    static_cast<int>(rows)};
     const bool isPlace = tile.West >= -360.0 && tile.East > tile.West && tile.East - tile.West <= 360.0 &&
                          tile.East <= 720.0 && tile.South >= -90.0 && tile.North > tile.South && tile.North <= 90.0;
     const QFileInfo file(tile.File);

@@ -151,10 +151,11 @@ QImage Paint(const EngineBody& body, unsigned seed)
 {
     const Relief relief = MakeRelief(body, seed);
     const QColor base(body.Color);
-    // Light parts go towards white, dark parts keep more of the colour's warmth.
+    // Light parts go towards a pale shade, dark parts keep more of the colour's warmth.
     const auto channel = [](int value, float light, float warmth) {
         const auto v = static_cast<float>(value);
-        const float shaded = light < 0.0F ? v * (1.0F + light * warmth) : Mix(v, 255.0F, std::min(light, 0.6F));
+        const float shaded =
+            light < 0.0F ? v * (1.0F + light * warmth) : Mix(v, 130.0F + v * 0.49F, std::min(light, 0.8F));
         return std::clamp(static_cast<int>(shaded), 0, 255);
     };
     QImage picture(Width, Height, QImage::Format_RGB32);

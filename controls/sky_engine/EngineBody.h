@@ -35,6 +35,7 @@ enum class BodyLook
     Star,
     Rock,
     Clouds,
+    Haze,
     Ice
 };
 

@@ -178,7 +178,7 @@ QImage BodyTexture::Load(std::size_t body, const QString& dataFolder)
         QImageReader reader(dataFolder + u'/' + QString::fromUtf16(look.Folder) + u"/relief.jpg"_s);
         const QSize size = reader.size();
         if (size.isValid() && size.width() <= MaximumPictureWidth && size.height() <= MaximumPictureWidth) {
-            const QImage picture = reader.read();
+            QImage picture = reader.read();
             if (!picture.isNull())
                 return picture;
         }

@@ -46,8 +46,8 @@ std::optional<int> WholeNumber(QStringView text, int least, int greatest)
 struct CEngineState::Special
 {
     QStringView Path;
-    bool (CEngineState::*Set)(QStringView value);
-    QString (CEngineState::*Answer)();
+    bool (CEngineState::*Set)(QStringView value) = nullptr;
+    QString (CEngineState::*Answer)() = nullptr;
 };
 
 const CEngineState::Special CEngineState::Specials[] = {

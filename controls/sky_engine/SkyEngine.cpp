@@ -147,7 +147,7 @@ void CSkyEngine::ShowSky()
     const GlobeScene scene = Scene();
     const bool isGlobe = IsGlobe();
     // The dialog asks for the sky whenever it paints itself; nothing new must not start a painting of its own.
-    if (isGlobe == m_isGlobeShown && scene == m_shown)
+    if (isGlobe && m_isGlobeShown && scene == m_shown)
         return;
     m_shown = scene;
     m_isGlobeShown = isGlobe;

@@ -258,11 +258,11 @@ TEST(SkyEngine, LightsTheSideThatFacesTheSun)
         const char* Path;
         double JulianDay, Longitude, Latitude;
     };
-    // The Earth at an equinox and a solstice, the Moon's morning terminator of a worked almanac example, Mars on the
+    // The Earth at an equinox and a solstice, the Moon in a worked example of an almanac, Mars on the
     // day from which its calendar counts.
     for (const Moment& moment :
          {Moment{"Solar.Planet.Earth", 2451623.815972, 68.1, 0.0}, Moment{"Solar.Planet.Earth", 2451716.5, 180.4, 23.4},
-          Moment{"Solar.Planet.Earth.Satellite.Moon", 2448724.5, 22.1, 1.5},
+          Moment{"Solar.Planet.Earth.Satellite.Moon", 2448724.5, 67.9, 1.5},
           Moment{"Solar.Planet.Mars", 2451549.5, 185.3, -25.1}}) {
         const auto body = EngineBodies::Find(QString::fromUtf8(moment.Path));
         ASSERT_TRUE(body.has_value());
@@ -316,6 +316,8 @@ TEST_F(SkyEngineOnTheMoon, LongitudesCountWestWhereTheDialogShowsWest)
 
 TEST_F(SkyEngineOnTheMoon, ATapMovesTheLocationBeforeTheEvent)
 {
+    m_engine.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&m_engine));
     QPointingDevice* const screen = QTest::createTouchDevice();
     QTest::touchEvent(&m_engine, screen).press(0, QPoint(200, 120));
     EXPECT_TRUE(m_raised.isEmpty());

@@ -1,0 +1,234 @@
+#include "controls/globe_map/LandmarkLayer.h"
+
+#include "controls/globe_map/ScreenGrid.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+#include <QPainterPath>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace
+{
+constexpr int MarkSize = 9;     // of a mark's picture, its outline included
+constexpr int KeptNames = 1200; // pictures of names
+constexpr double Halo = 1.5;
+// Nearer to the edge of the disc than this, names would pile up on one another.
+constexpr double EdgeDepth = 0.16;
+
+enum class MarkShape
+{
+    Ring,
+    Square,
+    Dot,
+    Dome,
+    Triangle,
+    Diamond,
+    Tower,
+    Cross,
+};
+
+struct KindLook
+{
+    MarkShape Shape = MarkShape::Dot;
+    QRgb Color = 0;
+    double NameAngle = 180; // names are written up to this view angle, in degrees
+    double MarkAngle = 180; // the same for marks
+};
+
+constexpr std::array<KindLook, LandmarkKind::Count> Looks = {{
+    {MarkShape::Ring, 0xFFFFD166, 180, 180},
+    {MarkShape::Square, 0xFFC9D6E2, 40, 110},
+    {MarkShape::Dot, 0xFFFFFFFF, 180, 180},
+    {MarkShape::Dome, 0xFF8FE3FF, 130, 180},
+    {MarkShape::Triangle, 0xFFE6B78A, 100, 180},
+    {MarkShape::Diamond, 0xFF9BE3A0, 130, 180},
+    {MarkShape::Tower, 0xFFF2A6C8, 60, 180},
+    {MarkShape::Cross, 0xFFB9B3E6, 60, 180},
+}};
+
+QPainterPath ShapePath(MarkShape shape)
+{
+    QPainterPath path;
+    switch (shape) {
+    case MarkShape::Ring:
+        path.addEllipse(QPointF(0, 0), 2.8, 2.8);
+        path.addEllipse(QPointF(0, 0), 1.2, 1.2);
+        break;
+    case MarkShape::Square:
+        path.addRect(-1.7, -1.7, 3.4, 3.4);
+        break;
+    case MarkShape::Dot:
+        path.addEllipse(QPointF(0, 0), 2.1, 2.1);
+        break;
+    case MarkShape::Dome:
+        path.moveTo(-2.8, 2.2);
+        path.arcTo(QRectF(-2.8, -2.6, 5.6, 5.6), 180, -180);
+        path.lineTo(2.8, 2.2);
+        path.closeSubpath();
+        break;
+    case MarkShape::Triangle:
+        path.addPolygon(QPolygonF({QPointF(0, -3), QPointF(3, 2.4), QPointF(-3, 2.4), QPointF(0, -3)}));
+        break;
+    case MarkShape::Diamond:
+        path.addPolygon(QPolygonF({QPointF(0, -3), QPointF(3, 0), QPointF(0, 3), QPointF(-3, 0), QPointF(0, -3)}));
+        break;
+    case MarkShape::Tower:
+        path.addRect(-1.2, -3, 2.4, 6);
+        break;
+    case MarkShape::Cross:
+        path.addRect(-2.6, -0.8, 5.2, 1.6);
+        path.addRect(-0.8, -2.6, 1.6, 5.2);
+        path.setFillRule(Qt::WindingFill);
+        break;
+    }
+    return path;
+}
+} // namespace
+
+CLandmarkLayer::CLandmarkLayer() : m_names(KeptNames) {}
+
+void CLandmarkLayer::SetPlaces(std::vector<Landmark> places)
+{
+    m_places = std::move(places);
+    m_widths.assign(m_places.size(), 0);
+    m_names.clear();
+}
+
+void CLandmarkLayer::SetFont(const QFont& font)
+{
+    m_font = font;
+    m_widths.assign(m_places.size(), 0);
+    m_names.clear();
+}
+
+const QImage& CLandmarkLayer::Mark(int kind, double scale)
+{
+    QImage& image = m_marks[static_cast<std::size_t>(kind)];
+    if (!image.isNull())
+        return image;
+    const int side = static_cast<int>(std::ceil(MarkSize * scale));
+    image = QImage(side, side, QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(scale);
+    image.fill(Qt::transparent);
+    const KindLook& look = Looks[static_cast<std::size_t>(kind)];
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.translate(MarkSize / 2.0, MarkSize / 2.0);
+    const QPainterPath path = ShapePath(look.Shape);
+    painter.strokePath(path, QPen(QColor(8, 12, 20, 210), 2, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    painter.fillPath(path, QColor::fromRgba(look.Color));
+    return image;
+}
+
+double CLandmarkLayer::NameWidth(std::size_t place)
+{
+    float& width = m_widths[place];
+    if (width <= 0)
+        width = static_cast<float>(QFontMetricsF(m_font).horizontalAdvance(m_places[place].Name));
+    return static_cast<double>(width);
+}
+
+const QImage& CLandmarkLayer::NameImage(std::size_t place, double scale)
+{
+    if (const QImage* kept = m_names.object(place))
+        return *kept;
+    const QFontMetricsF metrics(m_font);
+    const QSizeF size(NameWidth(place) + 2 * Halo, metrics.height() + 2 * Halo);
+    auto image = std::make_unique<QImage>((size * scale).toSize() + QSize(1, 1), QImage::Format_ARGB32_Premultiplied);
+    image->setDevicePixelRatio(scale);
+    image->fill(Qt::transparent);
+    {
+        QPainter painter(image.get());
+        painter.setFont(m_font);
+        const QPointF base(Halo, Halo + metrics.ascent());
+        const QString& name = m_places[place].Name;
+        painter.setPen(QColor(6, 10, 18, 120));
+        for (const QPointF offset : {QPointF(-1, -1), QPointF(1, -1), QPointF(-1, 1), QPointF(1, 1), QPointF(0, -1),
+                                     QPointF(0, 1), QPointF(-1, 0), QPointF(1, 0)})
+            painter.drawText(base + offset, name);
+        QColor color = QColor::fromRgba(Looks[static_cast<std::size_t>(m_places[place].Kind)].Color);
+        painter.setPen(color.lighter(106));
+        painter.drawText(base, name);
+    }
+    QImage* kept = image.release();
+    m_names.insert(place, kept);
+    return *kept;
+}
+
+void CLandmarkLayer::Draw(QPainter& painter, const CSphereView& view, QSize size, double viewAngle,
+                          const QRectF& keptFree)
+{
+    const double scale = painter.device()->devicePixelRatioF();
+    if (scale != m_scale) {
+        m_scale = scale;
+        m_names.clear();
+        m_marks.fill(QImage());
+    }
+    const double horizon = std::cos(view.VisibleAngle(size) * std::numbers::pi / 180.0);
+    const double lowest = std::max(horizon - 0.001, EdgeDepth);
+    // Farther away marks and names keep a wider distance, so that the ground stays to be seen.
+    const double markMargin = viewAngle > 60 ? 4 : viewAngle > 20 ? 2 : 0;
+    const double nameMargin = viewAngle > 60 ? 5 : 2;
+    const double height = QFontMetricsF(m_font).height();
+    auto namesLeft = static_cast<int>(size.width() * size.height() / (viewAngle > 60 ? 4200 : 1800));
+    // The pictures of names are kept up to their number: a picture in use must not be thrown out.
+    namesLeft = std::min(namesLeft, KeptNames / 2);
+
+    struct Shown
+    {
+        std::size_t Place = 0;
+        QPointF Screen;
+    };
+    CScreenGrid grid(size);
+    grid.Block(keptFree);
+    CScreenGrid nameGrid = grid;
+    std::vector<Shown> shown;
+    for (std::size_t index = 0; index < m_places.size(); ++index) {
+        const Landmark& place = m_places[index];
+        const auto kind = static_cast<std::size_t>(place.Kind);
+        if (!m_kinds[kind] || viewAngle > Looks[kind].MarkAngle || Dot(place.Direction, view.Viewer()) < lowest)
+            continue;
+        const QPointF screen = view.Project(place.Direction).Screen;
+        const double half = MarkSize / 2.0 - 1;
+        QRectF box(screen.x() - half, screen.y() - half, 2 * half, 2 * half);
+        if (!grid.Take(box.adjusted(-markMargin, -markMargin, markMargin, markMargin)))
+            continue;
+        nameGrid.Block(box);
+        shown.push_back({index, screen});
+    }
+    for (const Shown& mark : shown) {
+        const QPointF corner = mark.Screen - QPointF(MarkSize / 2.0, MarkSize / 2.0);
+        painter.drawImage(corner, Mark(m_places[mark.Place].Kind, scale));
+    }
+    if (!m_isNamesVisible)
+        return;
+    for (const Shown& mark : shown) {
+        if (namesLeft <= 0)
+            break;
+        if (viewAngle > Looks[static_cast<std::size_t>(m_places[mark.Place].Kind)].NameAngle)
+            continue;
+        const double width = NameWidth(mark.Place);
+        const double gap = MarkSize / 2.0 + 1;
+        const double middle = mark.Screen.y() - height / 2;
+        const std::array<QPointF, 4> corners = {
+            QPointF(mark.Screen.x() + gap, middle), QPointF(mark.Screen.x() - gap - width, middle),
+            QPointF(mark.Screen.x() - width / 2, mark.Screen.y() - gap - height + 2),
+            QPointF(mark.Screen.x() - width / 2, mark.Screen.y() + gap - 2)};
+        for (const QPointF& corner : corners) {
+            const QRectF box(corner, QSizeF(width, height));
+            const QRectF text = box.adjusted(0, 2, 0, -2);
+            if (!nameGrid.IsFree(text))
+                continue;
+            nameGrid.Block(text.adjusted(-nameMargin, -nameMargin / 2, nameMargin, nameMargin / 2));
+            // On whole pixels, so that the letters stay crisp.
+            const QPointF whole(std::round((box.left() - Halo) * scale) / scale,
+                                std::round((box.top() - Halo) * scale) / scale);
+            painter.drawImage(whole, NameImage(mark.Place, scale));
+            --namesLeft;
+            break;
+        }
+    }
+}

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "controls/globe_map/LandmarkList.h"
+#include "controls/sphere/SphereView.h"
+
+#include <QCache>
+#include <QColor>
+#include <QFont>
+#include <QImage>
+
+#include <array>
+#include <bitset>
+#include <vector>
+
+class QPainter;
+
+/// Draws the places of the list: a mark for each kind and the names there is room for, never one over another.
+class CLandmarkLayer
+{
+public:
+    CLandmarkLayer();
+
+    /// The places, the most important first.
+    void SetPlaces(std::vector<Landmark> places);
+
+    /// Which kinds are shown.
+    void SetKinds(std::bitset<LandmarkKind::Count> kinds) { m_kinds = kinds; }
+
+    /// Whether the names are written beside the marks.
+    void SetNamesVisible(bool isVisible) { m_isNamesVisible = isVisible; }
+
+    void SetFont(const QFont& font);
+
+    /// Draws what an area of that size (from the origin) shows at a view angle in degrees; nothing is drawn over the
+    /// kept-free rectangle. Not const: names once drawn are kept as pictures.
+    void Draw(QPainter& painter, const CSphereView& view, QSize size, double viewAngle, const QRectF& keptFree);
+
+private:
+    const QImage& Mark(int kind, double scale);
+    const QImage& NameImage(std::size_t place, double scale);
+    [[nodiscard]] double NameWidth(std::size_t place);
+
+    std::vector<Landmark> m_places;
+    std::vector<float> m_widths; // of the names, 0 while unknown
+    std::bitset<LandmarkKind::Count> m_kinds;
+    bool m_isNamesVisible = true;
+    QFont m_font;
+    double m_scale = 0; // of the pictures kept
+    QCache<std::size_t, QImage> m_names;
+    std::array<QImage, LandmarkKind::Count> m_marks;
+};

@@ -3,6 +3,7 @@
 #include "host/control/ControlNumbers.h"
 #include "host/text/Number.h"
 
+#include <QEvent>
 #include <QFontInfo>
 #include <QPainter>
 
@@ -75,6 +76,11 @@ QString Minutes(double degrees, const char* positive, const char* negative)
     const auto minutes = static_cast<int>(std::lround(std::abs(degrees) * 60));
     return Number::Format("%s %d°%02d′", degrees < 0 ? negative : positive, minutes / 60, minutes % 60);
 }
+
+QString PositionText(const GeoPoint& point)
+{
+    return Minutes(point.Longitude, "東経", "西経") + u"  "_s + Minutes(point.Latitude, "北緯", "南緯");
+}
 } // namespace
 
 CGlobeMap::CGlobeMap(QWidget* parent, QString dataFolder) : QWidget(parent), m_painter(std::move(dataFolder))
@@ -91,8 +97,7 @@ CGlobeMap::CGlobeMap(QWidget* parent, QString dataFolder) : QWidget(parent), m_p
         u"＋・－キーと PageUp・PageDown キーで拡大・縮小し、Home キーで観測地を中央に戻します。"_s);
     std::bitset<LandmarkKind::Count> kinds;
     m_painter.Landmarks().SetKinds(kinds.set());
-    QEvent fontChange(QEvent::FontChange);
-    CGlobeMap::changeEvent(&fontChange);
+    ApplyFont();
 }
 
 CGlobeMap::~CGlobeMap() = default;
@@ -242,16 +247,20 @@ void CGlobeMap::MarkChanged()
     update();
 }
 
+void CGlobeMap::ApplyFont()
+{
+    QFont mapFont = font();
+    // Should the window's font lack Japanese letters, these have them in the Japanese forms.
+    mapFont.setFamilies(QStringList(mapFont.family()) << u"Noto Sans CJK JP"_s << u"IPAexGothic"_s);
+    mapFont.setPixelSize(std::clamp(QFontInfo(font()).pixelSize() - 1, 11, 22));
+    m_painter.Landmarks().SetFont(mapFont);
+    MarkChanged();
+}
+
 void CGlobeMap::changeEvent(QEvent* event)
 {
-    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
-        QFont mapFont = font();
-        // Should the window's font lack Japanese letters, these have them in the Japanese forms.
-        mapFont.setFamilies(QStringList(mapFont.family()) << u"Noto Sans CJK JP"_s << u"IPAexGothic"_s);
-        mapFont.setPixelSize(std::clamp(QFontInfo(font()).pixelSize() - 1, 11, 22));
-        m_painter.Landmarks().SetFont(mapFont);
-        MarkChanged();
-    }
+    if (event->type() == QEvent::FontChange)
+        ApplyFont();
     QWidget::changeEvent(event);
 }
 
@@ -272,6 +281,7 @@ void CGlobeMap::paintEvent(QPaintEvent*)
         m_isChanged = true;
     }
     m_picture.setDevicePixelRatio(scale);
+    m_scene.ReadOut = ReadOutPlace();
     if (std::exchange(m_isChanged, false))
         m_painter.Paint(m_picture, View(), m_viewAngle, m_scene, m_press && m_press->IsDrag);
 
@@ -293,19 +303,32 @@ void CGlobeMap::paintEvent(QPaintEvent*)
         painter.setBrush(Qt::NoBrush);
         painter.drawRoundedRect(area.adjusted(1, 1, -1, -1), 3, 3);
     }
-    if (!named)
-        return;
-    const QString text = Minutes(named->Longitude, "東経", "西経") + u"  "_s + Minutes(named->Latitude, "北緯", "南緯");
+    if (named)
+        PaintReadOut(painter, *named);
+}
+
+QFont CGlobeMap::ReadOutFont() const
+{
     QFont small = font();
     small.setPixelSize(std::max(10, QFontInfo(font()).pixelSize() - 2));
-    painter.setFont(small);
-    const QFontMetricsF metrics(small);
-    const QSizeF box(metrics.horizontalAdvance(text) + 14, metrics.height() + 6);
-    const QRectF place(QPointF(area.right() - box.width() - 6, area.top() + 6), box);
+    return small;
+}
+
+QRectF CGlobeMap::ReadOutPlace() const
+{
+    const QFontMetricsF metrics(ReadOutFont());
+    const QSizeF box(metrics.horizontalAdvance(PositionText({-179.99, -89.99})) + 10, metrics.height() + 6);
+    return {QPointF(width() - box.width() - 6, 6), box};
+}
+
+void CGlobeMap::PaintReadOut(QPainter& painter, const GeoPoint& point) const
+{
+    const QRectF place = ReadOutPlace();
+    painter.setFont(ReadOutFont());
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor(8, 12, 20, 190));
+    painter.setBrush(QColor(8, 12, 20, 200));
     painter.drawRoundedRect(place, 4, 4);
     painter.setPen(QColor(222, 230, 240));
-    painter.drawText(place, Qt::AlignCenter, text);
+    painter.drawText(place, Qt::AlignCenter, PositionText(point));
 }

@@ -68,6 +68,8 @@ private:
     QVariant SetEclipsePathColor(const QVariantList& arguments);
     void ReadLandmarks();
 
+    void ApplyFont();
+
     [[nodiscard]] CSphereView View() const;
     void MoveCenter(double longitude, double latitude);
     void Drag(QPoint from, QPoint to);
@@ -76,6 +78,9 @@ private:
     void Pick(QPointF pixel);
     bool OnGesture(const QGestureEvent& event);
     void MarkChanged();
+    [[nodiscard]] QFont ReadOutFont() const;
+    [[nodiscard]] QRectF ReadOutPlace() const;
+    void PaintReadOut(QPainter& painter, const GeoPoint& point) const;
 
     CGlobePainter m_painter;
     GeoPoint m_center{139.69, 35.69};

@@ -124,9 +124,17 @@ void CGlobePainter::Paint(QImage& picture, const CSphereView& view, double viewA
 
     const auto observer =
         scene.Observer ? view.ToScreen(scene.Observer->Longitude, scene.Observer->Latitude) : std::nullopt;
-    const QRectF keptFree = observer ? QRectF(*observer - QPointF(12, 12), QSizeF(24, 24)) : QRectF();
+    const QSizeF size = picture.deviceIndependentSize();
+    QList<QRectF> keptFree = {scene.ReadOut};
+    if (observer)
+        keptFree.append(QRectF(*observer - QPointF(12, 12), QSizeF(24, 24)));
+    if (scene.IsGraticuleVisible && HasGraticuleLabels(view, size)) {
+        const double strip = QFontMetricsF(painter.font()).height() + 4;
+        keptFree.append(QRectF(0, size.height() - strip, size.width(), strip));
+        keptFree.append(QRectF(0, 0, 2.5 * strip, size.height()));
+    }
     m_landmarks.SetNamesVisible(scene.IsNamesVisible);
-    m_landmarks.Draw(painter, view, picture.deviceIndependentSize().toSize(), viewAngle, keptFree);
+    m_landmarks.Draw(painter, view, size.toSize(), viewAngle, keptFree);
     if (scene.Observer)
         PaintObserver(painter, view, *scene.Observer);
 }

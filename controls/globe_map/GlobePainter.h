@@ -14,6 +14,7 @@
 struct GlobeScene
 {
     std::optional<GeoPoint> Observer;
+    QRectF ReadOut; ///< where names are not written, for the read-out of the pointer's position
     CEclipsePath Eclipse;
     QColor EclipseColor = QColor(255, 196, 64);
     bool HasEclipseLimits = false;

@@ -1,7 +1,5 @@
 #include "controls/globe_map/LandmarkLayer.h"
 
-#include "controls/globe_map/ScreenGrid.h"
-
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QPainterPath>
@@ -100,6 +98,7 @@ void CLandmarkLayer::SetPlaces(std::vector<Landmark> places)
 void CLandmarkLayer::SetFont(const QFont& font)
 {
     m_font = font;
+    m_height = QFontMetricsF(font).height();
     m_widths.assign(m_places.size(), 0);
     m_names.clear();
 }
@@ -159,7 +158,7 @@ const QImage& CLandmarkLayer::NameImage(std::size_t place, double scale)
 }
 
 void CLandmarkLayer::Draw(QPainter& painter, const CSphereView& view, QSize size, double viewAngle,
-                          const QRectF& keptFree)
+                          const QList<QRectF>& keptFree)
 {
     const double scale = painter.device()->devicePixelRatioF();
     if (scale != m_scale) {
@@ -170,22 +169,17 @@ void CLandmarkLayer::Draw(QPainter& painter, const CSphereView& view, QSize size
     const double horizon = std::cos(view.VisibleAngle(size) * std::numbers::pi / 180.0);
     const double lowest = std::max(horizon - 0.001, EdgeDepth);
     // Farther away marks and names keep a wider distance, so that the ground stays to be seen.
-    const double markMargin = viewAngle > 60 ? 4 : viewAngle > 20 ? 2 : 0;
-    const double nameMargin = viewAngle > 60 ? 5 : 2;
-    const double height = QFontMetricsF(m_font).height();
+    const double markMargin = viewAngle > 60 ? 7 : viewAngle > 20 ? 4 : 1;
+    const double nameMargin = viewAngle > 60 ? 9 : 2;
     auto namesLeft = static_cast<int>(size.width() * size.height() / (viewAngle > 60 ? 4200 : 1800));
     // The pictures of names are kept up to their number: a picture in use must not be thrown out.
     namesLeft = std::min(namesLeft, KeptNames / 2);
 
-    struct Shown
-    {
-        std::size_t Place = 0;
-        QPointF Screen;
-    };
     CScreenGrid grid(size);
-    grid.Block(keptFree);
-    CScreenGrid nameGrid = grid;
+    for (const QRectF& rectangle : keptFree)
+        grid.Block(rectangle);
     std::vector<Shown> shown;
+    const QRectF area(QPointF(0, 0), size);
     for (std::size_t index = 0; index < m_places.size(); ++index) {
         const Landmark& place = m_places[index];
         const auto kind = static_cast<std::size_t>(place.Kind);
@@ -193,42 +187,46 @@ void CLandmarkLayer::Draw(QPainter& painter, const CSphereView& view, QSize size
             continue;
         const QPointF screen = view.Project(place.Direction).Screen;
         const double half = MarkSize / 2.0 - 1;
-        QRectF box(screen.x() - half, screen.y() - half, 2 * half, 2 * half);
-        if (!grid.Take(box.adjusted(-markMargin, -markMargin, markMargin, markMargin)))
+        const QRectF box(screen.x() - half, screen.y() - half, 2 * half, 2 * half);
+        if (!area.contains(box) || !grid.IsFree(box))
             continue;
-        nameGrid.Block(box);
-        shown.push_back({index, screen});
+        // The more important place takes its name's room before lesser marks are set.
+        const bool hasName = m_isNamesVisible && namesLeft > 0 && viewAngle <= Looks[kind].NameAngle;
+        const auto corner = hasName ? FindNameCorner(grid, index, screen, nameMargin) : std::nullopt;
+        if (corner)
+            --namesLeft;
+        else if (!grid.IsFree(box.adjusted(-markMargin, -markMargin, markMargin, markMargin)))
+            continue;
+        grid.Block(box);
+        shown.push_back({index, screen, corner});
     }
     for (const Shown& mark : shown) {
         const QPointF corner = mark.Screen - QPointF(MarkSize / 2.0, MarkSize / 2.0);
         painter.drawImage(corner, Mark(m_places[mark.Place].Kind, scale));
     }
-    if (!m_isNamesVisible)
-        return;
     for (const Shown& mark : shown) {
-        if (namesLeft <= 0)
-            break;
-        if (viewAngle > Looks[static_cast<std::size_t>(m_places[mark.Place].Kind)].NameAngle)
+        if (!mark.NameCorner)
             continue;
-        const double width = NameWidth(mark.Place);
-        const double gap = MarkSize / 2.0 + 1;
-        const double middle = mark.Screen.y() - height / 2;
-        const std::array<QPointF, 4> corners = {
-            QPointF(mark.Screen.x() + gap, middle), QPointF(mark.Screen.x() - gap - width, middle),
-            QPointF(mark.Screen.x() - width / 2, mark.Screen.y() - gap - height + 2),
-            QPointF(mark.Screen.x() - width / 2, mark.Screen.y() + gap - 2)};
-        for (const QPointF& corner : corners) {
-            const QRectF box(corner, QSizeF(width, height));
-            const QRectF text = box.adjusted(0, 2, 0, -2);
-            if (!nameGrid.IsFree(text))
-                continue;
-            nameGrid.Block(text.adjusted(-nameMargin, -nameMargin / 2, nameMargin, nameMargin / 2));
-            // On whole pixels, so that the letters stay crisp.
-            const QPointF whole(std::round((box.left() - Halo) * scale) / scale,
-                                std::round((box.top() - Halo) * scale) / scale);
-            painter.drawImage(whole, NameImage(mark.Place, scale));
-            --namesLeft;
-            break;
-        }
+        // On whole pixels, so that the letters stay crisp.
+        const QPointF corner = *mark.NameCorner - QPointF(Halo, Halo);
+        painter.drawImage(QPointF(std::round(corner.x() * scale) / scale, std::round(corner.y() * scale) / scale),
+                          NameImage(mark.Place, scale));
     }
+}
+
+std::optional<QPointF> CLandmarkLayer::FindNameCorner(CScreenGrid& grid, std::size_t place, QPointF mark, double margin)
+{
+    const double width = NameWidth(place);
+    const double gap = MarkSize / 2.0 + 1;
+    const double middle = mark.y() - m_height / 2;
+    for (const QPointF& corner : {QPointF(mark.x() + gap, middle), QPointF(mark.x() - gap - width, middle),
+                                  QPointF(mark.x() - width / 2, mark.y() - gap - m_height + 2),
+                                  QPointF(mark.x() - width / 2, mark.y() + gap - 2)}) {
+        const QRectF text = QRectF(corner, QSizeF(width, m_height)).adjusted(0, 2, 0, -2);
+        if (!grid.IsFree(text))
+            continue;
+        grid.Block(text.adjusted(-margin, -margin / 2, margin, margin / 2));
+        return corner;
+    }
+    return std::nullopt;
 }

@@ -1,15 +1,18 @@
 #pragma once
 
 #include "controls/globe_map/LandmarkList.h"
+#include "controls/globe_map/ScreenGrid.h"
 #include "controls/sphere/SphereView.h"
 
 #include <QCache>
 #include <QColor>
 #include <QFont>
 #include <QImage>
+#include <QList>
 
 #include <array>
 #include <bitset>
+#include <optional>
 #include <vector>
 
 class QPainter;
@@ -32,10 +35,19 @@ public:
     void SetFont(const QFont& font);
 
     /// Draws what an area of that size (from the origin) shows at a view angle in degrees; nothing is drawn over the
-    /// kept-free rectangle. Not const: names once drawn are kept as pictures.
-    void Draw(QPainter& painter, const CSphereView& view, QSize size, double viewAngle, const QRectF& keptFree);
+    /// kept-free rectangles. Not const: names once drawn are kept as pictures.
+    void Draw(QPainter& painter, const CSphereView& view, QSize size, double viewAngle, const QList<QRectF>& keptFree);
 
 private:
+    struct Shown
+    {
+        std::size_t Place = 0;
+        QPointF Screen;
+        std::optional<QPointF> NameCorner;
+    };
+
+    // Takes room for a name beside its mark; empty when there is none.
+    std::optional<QPointF> FindNameCorner(CScreenGrid& grid, std::size_t place, QPointF mark, double margin);
     const QImage& Mark(int kind, double scale);
     const QImage& NameImage(std::size_t place, double scale);
     [[nodiscard]] double NameWidth(std::size_t place);
@@ -45,7 +57,8 @@ private:
     std::bitset<LandmarkKind::Count> m_kinds;
     bool m_isNamesVisible = true;
     QFont m_font;
-    double m_scale = 0; // of the pictures kept
+    double m_height = 0; // of a name
+    double m_scale = 0;  // of the pictures kept
     QCache<std::size_t, QImage> m_names;
     std::array<QImage, LandmarkKind::Count> m_marks;
 };

@@ -77,6 +77,9 @@ std::vector<Landmark> LandmarkList::Parse(QByteArrayView bytes)
         const qsizetype end = bytes.indexOf('\n');
         const QByteArrayView line = (end < 0 ? bytes : bytes.first(end)).trimmed();
         bytes = end < 0 ? QByteArrayView() : bytes.sliced(end + 1);
+        // Folders list their places from the greatest down, so a place counts by its rank in its own folder.
+        if (!line.isEmpty() && line.front() == '@')
+            seen = {};
         if (line.isEmpty() || line.front() == '#' || line.front() == '@')
             continue;
         std::optional<Landmark> place = ParseLine(line);

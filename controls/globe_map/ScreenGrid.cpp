@@ -14,14 +14,6 @@ CScreenGrid::CScreenGrid(QSize area)
 {
 }
 
-bool CScreenGrid::Take(const QRectF& rectangle)
-{
-    if (!IsFree(rectangle))
-        return false;
-    Block(rectangle);
-    return true;
-}
-
 bool CScreenGrid::IsFree(const QRectF& rectangle) const
 {
     if (!QRectF(QPointF(0, 0), m_area).contains(rectangle))

@@ -11,9 +11,6 @@ class CScreenGrid
 public:
     explicit CScreenGrid(QSize area);
 
-    /// Takes the rectangle when it lies wholly in the area and all of it is free; says whether it did.
-    bool Take(const QRectF& rectangle);
-
     /// Whether the rectangle lies wholly in the area and all of it is free.
     [[nodiscard]] bool IsFree(const QRectF& rectangle) const;
 

@@ -138,6 +138,11 @@ double GraticuleSpacing(const CSphereView& view, double minimumSpacing)
     return spacing;
 }
 
+bool HasGraticuleLabels(const CSphereView& view, QSizeF size)
+{
+    return view.Radius() * 0.98 > std::hypot(size.width(), size.height()) / 2;
+}
+
 void DrawGraticule(QPainter& painter, const CSphereView& view, QSizeF size, const GraticuleStyle& style)
 {
     const double spacing = GraticuleSpacing(view, style.MinimumSpacing);
@@ -184,8 +189,7 @@ void DrawGraticule(QPainter& painter, const CSphereView& view, QSizeF size, cons
             drawer.Add({longitude, last});
         drawer.Finish();
     }
-    const bool fillsArea = view.Radius() * 0.98 > std::hypot(size.width(), size.height()) / 2;
-    if (style.Label.isValid() && fillsArea)
+    if (style.Label.isValid() && HasGraticuleLabels(view, size))
         DrawLabels(painter, view, size, style, spacing, longitudes, latitudes);
     painter.restore();
 }

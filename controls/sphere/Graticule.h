@@ -21,6 +21,9 @@ struct GraticuleStyle
 /// Degrees between two lines: from 30 down to 1/6 (ten minutes of arc), the closest that leaves the minimum spacing.
 [[nodiscard]] double GraticuleSpacing(const CSphereView& view, double minimumSpacing);
 
+/// Whether the disc fills an area of that size: then the degrees are written at the area's left and lower edges.
+[[nodiscard]] bool HasGraticuleLabels(const CSphereView& view, QSizeF size);
+
 /// Draws the lines that an area of that size (from the origin, in the painter's units) shows, and at its left and
 /// lower edges their degrees when the disc fills the area.
 void DrawGraticule(QPainter& painter, const CSphereView& view, QSizeF size, const GraticuleStyle& style = {});

@@ -119,10 +119,10 @@ void CSkyEngine::SetControlProperty(int property, const QVariant& value)
         m_press.reset();
 }
 
-GlobeScene CSkyEngine::Scene() const
+PlanetScene CSkyEngine::Scene() const
 {
     const CPropertyTree& properties = m_state.Properties();
-    GlobeScene scene;
+    PlanetScene scene;
     scene.Body = m_state.Body();
     scene.Center = {EngineBodies::ToEast(scene.Body, properties.NumberOf(CenterLongitude)),
                     std::clamp(properties.NumberOf(CenterLatitude), -90.0, 90.0)};
@@ -144,7 +144,7 @@ bool CSkyEngine::IsGlobe() const
 
 void CSkyEngine::ShowSky()
 {
-    const GlobeScene scene = Scene();
+    const PlanetScene scene = Scene();
     const bool isGlobe = IsGlobe();
     // The dialog asks for the sky whenever it paints itself; nothing new must not start a painting of its own.
     if (isGlobe && m_isGlobeShown && scene == m_shown)
@@ -195,7 +195,7 @@ void CSkyEngine::Pick(QPointF at)
 {
     if (!m_isGlobeShown)
         return;
-    const auto point = CGlobePainter::View(m_shown, size()).FromScreen(at);
+    const auto point = CPlanetPainter::View(m_shown, size()).FromScreen(at);
     // The picture may still show the body before the last line.
     if (!point || m_shown.Body != m_state.Body())
         return;
@@ -244,7 +244,7 @@ void CSkyEngine::Drag(QPointF to)
     if (!m_isGlobeShown)
         return;
     // The surface follows the pointer; near a pole a step would else spin the globe round.
-    const double degreesPerPixel = 180.0 / (std::numbers::pi * CGlobePainter::View(m_shown, size()).Radius());
+    const double degreesPerPixel = 180.0 / (std::numbers::pi * CPlanetPainter::View(m_shown, size()).Radius());
     const double shrink = std::max(std::cos(m_shown.Center.Latitude * std::numbers::pi / 180.0), 0.2);
     Turn(-step.x() * degreesPerPixel / shrink, step.y() * degreesPerPixel);
 }

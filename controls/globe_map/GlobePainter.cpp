@@ -13,12 +13,30 @@ using namespace Qt::StringLiterals;
 namespace
 {
 constexpr double NearAngle = 30;          // below it the finer lines are drawn
+constexpr double FullTintAngle = 10;      // from here on land and sea are wholly tinted
 constexpr int LargestTextureSide = 16384; // of a relief picture that is still read
 const QColor Space(9, 12, 19);
 const QColor Sea(24, 52, 92);
 const QColor Air(118, 168, 240);
+const QColor NearSea(13, 38, 74);
+const QColor NearLand(58, 76, 50);
 const QColor CoastColor(226, 238, 248, 150);
 const QColor BorderColor(255, 226, 170, 105);
+
+// The relief picture grows blurred from near: land and sea then get colours of their own, the nearer the fuller.
+void TintGround(QPainter& painter, const QPainterPath& land, QSizeF size, double viewAngle)
+{
+    const double share = std::clamp((NearAngle - viewAngle) / (NearAngle - FullTintAngle), 0.0, 1.0);
+    const auto shaded = [share](QColor color, double most) {
+        color.setAlphaF(static_cast<float>(share * most));
+        return color;
+    };
+    QPainterPath sea = land;
+    sea.addRect(QRectF(QPointF(0, 0), size).adjusted(-1, -1, 1, 1));
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.fillPath(sea, shaded(NearSea, 0.85));
+    painter.fillPath(land, shaded(NearLand, 0.72));
+}
 } // namespace
 
 bool CGlobePainter::GroundKey::operator==(const GroundKey& other) const
@@ -67,6 +85,8 @@ void CGlobePainter::PaintGround(QImage& picture, const CSphereView& view, double
 
     QPainter painter(&picture);
     const QSizeF size = picture.deviceIndependentSize();
+    if (viewAngle < NearAngle && !m_nearCoast.IsEmpty())
+        TintGround(painter, m_nearCoast.Inside(view, size), size, viewAngle);
     if (scene.IsCoastVisible) {
         painter.setRenderHint(QPainter::Antialiasing, !isDraft);
         const bool isNear = viewAngle < NearAngle;

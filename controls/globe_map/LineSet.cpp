@@ -75,7 +75,7 @@ void CLineSet::AddPieces(std::size_t first, std::size_t count)
 {
     for (std::size_t start = 0; start + 1 < count; start += PieceLength) {
         // One point belongs to both neighbours, so that no gap is left.
-        Piece piece{first + start, std::min(PieceLength + 1, count - start), {0, 0, 0}, 0};
+        Piece piece{first + start, std::min(PieceLength + 1, count - start), {0, 0, 0}, 0, start == 0};
         for (std::size_t index = piece.First; index < piece.First + piece.Count; ++index) {
             piece.Middle.X += static_cast<double>(m_points[index].X);
             piece.Middle.Y += static_cast<double>(m_points[index].Y);

@@ -2,6 +2,7 @@
 
 #include "controls/sphere/SphereView.h"
 
+#include <QPainterPath>
 #include <QString>
 
 #include <vector>
@@ -24,6 +25,11 @@ public:
     /// tolerance (pixels) to the last one drawn are left out, and so are pieces smaller than it.
     void Draw(QPainter& painter, const CSphereView& view, QSizeF size, double tolerance) const;
 
+    /// The area inside the lines, each closed from its end to its beginning, as far as an area of that size (from the
+    /// origin) shows it; inside two of them counts as outside, as a lake in a continent. Right only while the north
+    /// pole lies outside, as with coastlines.
+    [[nodiscard]] QPainterPath Inside(const CSphereView& view, QSizeF size) const;
+
 private:
     struct Point
     {
@@ -39,8 +45,11 @@ private:
         std::size_t Count = 0;
         UnitVector Middle;
         double CapAngle = 0; // radians
+        bool BeginsLine = false;
     };
 
+    [[nodiscard]] bool IsInside(const GeoPoint& place) const;
+    [[nodiscard]] std::size_t LineEnd(std::size_t firstPiece) const;
     void AddPieces(std::size_t first, std::size_t count);
 
     std::vector<Point> m_points;

@@ -26,8 +26,9 @@ constexpr double NarrowestAngle = 2.0;
 constexpr double WidestAngle = 180.0;
 constexpr double KeyStepsAcross = 36.0; ///< strokes of an arrow key from one edge of the picture to the other
 constexpr double KeyZoomFactor = 1.25;
-/// Brightness of the Moon's property at which its picture is shown as it is; the site dialog asks for it.
-constexpr double PlainMoonBrightness = 0.6;
+/// Brightness of the Moon's property at which its picture is shown as it is. The site dialog asks for 0.6: a little
+/// brighter, for the seas are dark.
+constexpr double PlainMoonBrightness = 0.5;
 const QColor FocusColor(255, 176, 64, 200);
 const QColor NoticeColor(150, 160, 176);
 const QColor BackColor(11, 14, 20);

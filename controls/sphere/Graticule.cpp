@@ -58,14 +58,15 @@ struct Range
     double Last = 0;
 };
 
-QString DegreeText(double degrees, double spacing, bool isLongitude, bool hasFullTurn)
+QString DegreeText(double degrees, double spacing, bool isLongitude, const GraticuleStyle& style)
 {
     const bool isNegative = degrees < 0;
     double absolute = std::abs(degrees);
     const char* hemisphere = "";
-    if (isLongitude && hasFullTurn)
-        absolute = isNegative ? 360 - absolute : absolute;
-    else if (isLongitude)
+    if (isLongitude && style.HasFullTurn) {
+        absolute = isNegative == style.CountsWest || degrees == 0 ? absolute : 360 - absolute;
+        hemisphere = style.CountsWest ? "W" : "E";
+    } else if (isLongitude)
         hemisphere = isNegative ? "W" : "E";
     else
         hemisphere = isNegative ? "S" : "N";
@@ -105,7 +106,7 @@ void DrawLabels(QPainter& painter, const CSphereView& view, QSizeF size, const G
         if (y < metrics.height() + inset || y > size.height() - 2 * metrics.height())
             continue;
         DrawLabel(painter, QRectF(inset, y - metrics.height() - 1, 1, metrics.height()), Qt::AlignLeft,
-                  DegreeText(index * spacing, spacing, false, style.HasFullTurn));
+                  DegreeText(index * spacing, spacing, false, style));
     }
     for (int index = static_cast<int>(std::ceil(longitudes.First / spacing)); index * spacing <= longitudes.Last;
          ++index) {
@@ -117,7 +118,7 @@ void DrawLabels(QPainter& painter, const CSphereView& view, QSizeF size, const G
                 break;
             x = moved->x();
         }
-        const QString text = DegreeText(WrapLongitude(index * spacing), spacing, true, style.HasFullTurn);
+        const QString text = DegreeText(WrapLongitude(index * spacing), spacing, true, style);
         const double width = metrics.horizontalAdvance(text);
         if (x < 3 * metrics.height() || x + width > size.width() - inset)
             continue;

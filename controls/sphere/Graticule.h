@@ -15,6 +15,7 @@ struct GraticuleStyle
     QColor Label = QColor(255, 255, 255, 150);  ///< invalid: no labels
     double MinimumSpacing = 72;                 ///< pixels between two lines in the middle of the disc
     bool HasFullTurn = false;                   ///< longitudes 0 to 360 instead of east and west
+    bool CountsWest = false;                    ///< with a full turn: counted to the west
 };
 
 /// Degrees between two lines: from 30 down to 1/6 (ten minutes of arc), the closest that leaves the minimum spacing.

@@ -48,11 +48,7 @@ void DDX_DoubleFmt(CDataExchange* exchange, int id, double& value, const char* f
         value = Number::FindLeadingDouble(edit->text()).value_or(value);
         return;
     }
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wformat-nonliteral"
-#pragma GCC diagnostic ignored "-Wformat-security"
-    WriteNumber(edit, Number::Format(format, value), maxChars);
-#pragma GCC diagnostic pop
+    WriteNumber(edit, Number::FormatUnchecked(format, value), maxChars);
 }
 
 void DDX_Check(CDataExchange* exchange, int id, int& value)

@@ -104,6 +104,9 @@ protected:
     /// Connects the events of a created control to the event map.
     void ConnectEvents(CControlWindow& control);
 
+    /// Runs a handler; an invalid argument that it runs into is shown and goes no further.
+    void Guarded(const std::function<void()>& handler);
+
     /// Shows a box over this dialog through the prompts in use.
     IPrompts::Answer MessageBox(const QString& text, IPrompts::Icon icon = IPrompts::Icon::None,
                                 IPrompts::Buttons buttons = IPrompts::Buttons::Ok);
@@ -153,7 +156,6 @@ private:
 
     [[nodiscard]] bool LoadTemplate();
     void ConnectMessages();
-    void Guarded(const std::function<void()>& handler);
     void BindSpinButtons();
 
     int m_templateNumber;

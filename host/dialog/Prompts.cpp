@@ -16,9 +16,8 @@ public:
         box.setTextFormat(Qt::PlainText);
         QPushButton* ok = box.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
         box.setDefaultButton(ok);
-        box.setEscapeButton(buttons == Buttons::OkCancel
-                                ? box.addButton(QStringLiteral("キャンセル"), QMessageBox::RejectRole)
-                                : ok);
+        box.setEscapeButton(
+            buttons == Buttons::OkCancel ? box.addButton(QStringLiteral("キャンセル"), QMessageBox::RejectRole) : ok);
         box.exec();
         return box.clickedButton() == ok ? Answer::Ok : Answer::Cancel;
     }

@@ -30,6 +30,19 @@ private:
     locale_t m_previous;
 };
 
+QString Print(const char* format, va_list arguments)
+{
+    const CLocaleGuard guard;
+    va_list again;
+    va_copy(again, arguments);
+    const int length = std::vsnprintf(nullptr, 0, format, arguments);
+    QByteArray text(length > 0 ? length : 0, Qt::Uninitialized);
+    if (length > 0)
+        std::vsnprintf(text.data(), static_cast<size_t>(length) + 1, format, again);
+    va_end(again);
+    return QString::fromUtf8(text);
+}
+
 bool IsBlank(char c)
 {
     return c == ' ' || (c >= '\t' && c <= '\r');
@@ -65,18 +78,20 @@ QByteArray AsciiHead(QStringView text)
 
 QString Number::Format(const char* format, ...)
 {
-    const CLocaleGuard guard;
     va_list arguments;
     va_start(arguments, format);
-    va_list again;
-    va_copy(again, arguments);
-    const int length = std::vsnprintf(nullptr, 0, format, arguments);
+    const QString text = Print(format, arguments);
     va_end(arguments);
-    QByteArray text(length > 0 ? length : 0, Qt::Uninitialized);
-    if (length > 0)
-        std::vsnprintf(text.data(), static_cast<size_t>(length) + 1, format, again);
-    va_end(again);
-    return QString::fromUtf8(text);
+    return text;
+}
+
+QString Number::FormatUnchecked(const char* format, ...)
+{
+    va_list arguments;
+    va_start(arguments, format);
+    const QString text = Print(format, arguments);
+    va_end(arguments);
+    return text;
 }
 
 std::optional<double> Number::FindLeadingDouble(QByteArrayView text)

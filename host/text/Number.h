@@ -11,6 +11,9 @@ namespace Number
 /// printf: exact ties go to even, negative zero keeps its sign. The format and texts are UTF-8.
 [[nodiscard]] QString Format(const char* format, ...) __attribute__((format(printf, 1, 2)));
 
+/// The same for a format that comes out of a table of texts; the caller vouches that it fits the arguments.
+[[nodiscard]] QString FormatUnchecked(const char* format, ...);
+
 /// The decimal number that the text begins with (leading blanks, a sign and an exponent allowed); none for "inf",
 /// "nan" and a number that no double can hold. "0x10" begins with 0.
 [[nodiscard]] std::optional<double> FindLeadingDouble(QStringView text);

@@ -1,0 +1,145 @@
+#include "tools/CsvTable.h"
+#include "tools/TopoMap.h"
+
+#include <QSaveFile>
+#include <QtEndian>
+
+#include <algorithm>
+#include <cstdio>
+#include <exception>
+#include <stdexcept>
+#include <string_view>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+void Write(const QString& path, const QByteArray& bytes)
+{
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
+        throw std::runtime_error("cannot write " + path.toStdString());
+    }
+}
+
+/// Magic "KOL1", line count, then for each line its point count and points (longitude, latitude in 1e-6 degree), all
+/// 32-bit little-endian.
+void WriteLines(const QString& path, const std::vector<MapLine>& lines)
+{
+    QByteArray bytes("KOL1");
+    const auto put = [&bytes](quint32 value) {
+        char word[4];
+        qToLittleEndian(value, word);
+        bytes.append(word, 4);
+    };
+    put(static_cast<quint32>(lines.size()));
+    size_t points = 0;
+    for (const MapLine& line : lines) {
+        put(static_cast<quint32>(line.size()));
+        for (const MapPoint& point : line) {
+            put(static_cast<quint32>(point.Longitude));
+            put(static_cast<quint32>(point.Latitude));
+        }
+        points += line.size();
+    }
+    Write(path, bytes);
+    std::printf("%s: %zu lines, %zu points\n", qPrintable(path), lines.size(), points);
+}
+
+struct Box
+{
+    double West = 180.0;
+    double South = 90.0;
+    double East = -180.0;
+    double North = -90.0;
+
+    [[nodiscard]] bool Meets(const Box& other, double margin) const
+    {
+        return West <= other.East + margin && other.West <= East + margin && South <= other.North + margin &&
+               other.South <= North + margin;
+    }
+    void Join(const Box& other)
+    {
+        West = std::min(West, other.West);
+        South = std::min(South, other.South);
+        East = std::max(East, other.East);
+        North = std::max(North, other.North);
+    }
+};
+
+/// Boxes of a shape's parts, neighbouring ones joined, so that far islands do not blow up the box of the mainland.
+std::vector<Box> Boxes(const CTopoMap& map, const MapShape& shape)
+{
+    constexpr double Neighbourhood = 1.0;
+    std::vector<Box> boxes;
+    for (const std::vector<int>& ring : shape.Rings) {
+        Box box;
+        for (const MapPoint& point : map.Ring(ring)) {
+            const double longitude = point.Longitude / 1e6;
+            const double latitude = point.Latitude / 1e6;
+            box.Join({longitude, latitude, longitude, latitude});
+        }
+        // A joined box may reach others that neither of the two did.
+        for (size_t index = 0; index < boxes.size();) {
+            if (boxes[index].Meets(box, Neighbourhood)) {
+                box.Join(boxes[index]);
+                boxes.erase(boxes.begin() + static_cast<std::ptrdiff_t>(index));
+                index = 0;
+            } else {
+                ++index;
+            }
+        }
+        boxes.push_back(box);
+    }
+    return boxes;
+}
+
+void WriteBoxes(const QString& maps, const QString& countries, const QString& path)
+{
+    const CTopoMap map(maps + u"/countries-10m.json"_s, u"countries"_s);
+    QByteArray text = "# name,west,south,east,north\n"
+                      "# Made by make_outlines from the Natural Earth countries: where a place of a folder may lie.\n";
+    for (const QStringList& row : CsvTable::Read(countries, 4)) {
+        for (const MapShape& shape : map.Shapes()) {
+            if (row[2].isEmpty() || shape.Id != row[2]) {
+                continue;
+            }
+            for (const Box& box : Boxes(map, shape)) {
+                char numbers[64];
+                std::snprintf(numbers, sizeof numbers, ",%.2f,%.2f,%.2f,%.2f\n", box.West, box.South, box.East,
+                              box.North);
+                text += row[3].toUtf8() + numbers;
+            }
+        }
+    }
+    Write(path, text);
+}
+} // namespace
+
+// make_outlines <maps> <output folder>
+// make_outlines --boxes <maps> <countries table> <boxes table>
+int main(int argc, char** argv)
+{
+    const auto argument = [argv](int index) { return QString::fromLocal8Bit(argv[index]); };
+    try {
+        if (argc == 5 && std::string_view(argv[1]) == "--boxes") {
+            WriteBoxes(argument(2), argument(3), argument(4));
+            return 0;
+        }
+        if (argc != 3) {
+            std::fprintf(stderr, "usage: make_outlines <maps> <output folder>\n"
+                                 "       make_outlines --boxes <maps> <countries table> <boxes table>\n");
+            return 2;
+        }
+        for (const auto& [scale, suffix] : {std::pair(u"50m"_s, u""_s), std::pair(u"10m"_s, u"10"_s)}) {
+            const CTopoMap land(argument(1) + u"/land-"_s + scale + u".json"_s, u"land"_s);
+            WriteLines(argument(2) + u"/coast"_s + suffix + u".kol"_s, land.Outlines());
+            const CTopoMap countries(argument(1) + u"/countries-"_s + scale + u".json"_s, u"countries"_s);
+            WriteLines(argument(2) + u"/borders"_s + suffix + u".kol"_s, countries.SharedArcs());
+        }
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "%s\n", error.what());
+        return 1;
+    }
+    return 0;
+}

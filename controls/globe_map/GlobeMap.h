@@ -14,7 +14,8 @@ class QGestureEvent;
 
 /// The globe map: the Earth with its places, the observer's marker and the path of an eclipse. Turned by dragging and
 /// by the arrow keys; a click or the Enter key picks a point (event 8), the + and - keys and two fingers zoom (event
-/// 9). The wheel is left to the window around it.
+/// 9). The wheel is left to the window around it. The display options: 12 the names of places, 18 coastlines and
+/// borders, 29 the lines of longitude and latitude; all are on until switched off.
 class CGlobeMap : public QWidget, public IControl
 {
     Q_OBJECT

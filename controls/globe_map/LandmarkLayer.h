@@ -35,8 +35,10 @@ public:
     void SetFont(const QFont& font);
 
     /// Draws what an area of that size (from the origin) shows at a view angle in degrees; nothing is drawn over the
-    /// kept-free rectangles. Not const: names once drawn are kept as pictures.
-    void Draw(QPainter& painter, const CSphereView& view, QSize size, double viewAngle, const QList<QRectF>& keptFree);
+    /// kept-free rectangles nor over the observer's marker, beside which the place beneath it is named. Not const:
+    /// names once drawn are kept as pictures.
+    void Draw(QPainter& painter, const CSphereView& view, QSize size, double viewAngle, const QList<QRectF>& keptFree,
+              std::optional<QPointF> marker);
 
 private:
     struct Shown
@@ -44,10 +46,12 @@ private:
         std::size_t Place = 0;
         QPointF Screen;
         std::optional<QPointF> NameCorner;
+        bool HasMark = true;
     };
 
-    // Takes room for a name beside its mark; empty when there is none.
-    std::optional<QPointF> FindNameCorner(CScreenGrid& grid, std::size_t place, QPointF mark, double margin);
+    // Takes room for a name beside its mark, so far from the mark's middle; empty when there is none.
+    std::optional<QPointF> FindNameCorner(CScreenGrid& grid, std::size_t place, QPointF mark, double gap,
+                                          double margin);
     const QImage& Mark(int kind, double scale);
     const QImage& NameImage(std::size_t place, double scale);
     [[nodiscard]] double NameWidth(std::size_t place);

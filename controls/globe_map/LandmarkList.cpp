@@ -22,6 +22,9 @@ constexpr qsizetype FieldCount = 8;
 // first ones of a lighter kind.
 constexpr std::array<double, LandmarkKind::Count> KindWeight = {0.5, 6, 0, 3, 3.5, 4, 5, 6.5};
 
+// How much a folder's length counts beside a place's rank in it.
+constexpr double FolderWeight = 0.5;
+
 std::optional<double> Angle(QByteArrayView field, char negative, double limit)
 {
     if (field.size() < 2)
@@ -73,13 +76,21 @@ std::vector<Landmark> LandmarkList::Parse(QByteArrayView bytes)
 {
     std::vector<Landmark> places;
     std::array<int, LandmarkKind::Count> seen{};
+    std::size_t folderStart = 0;
+    // Large lands have long lists: their greatest places come before those of small ones.
+    const auto closeFolder = [&] {
+        const double weight = FolderWeight * std::log2(1.0 + static_cast<double>(places.size() - folderStart));
+        for (; folderStart < places.size(); ++folderStart)
+            places[folderStart].Importance -= weight;
+        seen = {};
+    };
     while (!bytes.isEmpty() && places.size() < MostPlaces) {
         const qsizetype end = bytes.indexOf('\n');
         const QByteArrayView line = (end < 0 ? bytes : bytes.first(end)).trimmed();
         bytes = end < 0 ? QByteArrayView() : bytes.sliced(end + 1);
         // Folders list their places from the greatest down, so a place counts by its rank in its own folder.
         if (!line.isEmpty() && line.front() == '@')
-            seen = {};
+            closeFolder();
         if (line.isEmpty() || line.front() == '#' || line.front() == '@')
             continue;
         std::optional<Landmark> place = ParseLine(line);
@@ -89,6 +100,7 @@ std::vector<Landmark> LandmarkList::Parse(QByteArrayView bytes)
         place->Importance = KindWeight[kind] + std::log2(1.0 + seen[kind]++);
         places.push_back(std::move(*place));
     }
+    closeFolder();
     std::stable_sort(places.begin(), places.end(),
                      [](const Landmark& a, const Landmark& b) { return a.Importance < b.Importance; });
     return places;

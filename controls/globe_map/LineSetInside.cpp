@@ -41,7 +41,7 @@ private:
 // The point of the area that is farthest from all corners of the outlines, among a few.
 QPointF ClearPoint(const QList<QPolygonF>& outlines, QSizeF size)
 {
-    constexpr int Steps = 5;
+    constexpr int Steps = 3;
     QPointF best;
     double bestDistance = -1;
     for (int index = 0; index < Steps * Steps; ++index) {

@@ -61,6 +61,27 @@ protected:
         m_map.Invoke(Method::SetLandmarkFileExists, {true});
     }
 
+    // Longitudes and latitudes of lines, as a line file of the data folder.
+    void WriteLines(const QString& name, const std::vector<std::vector<GeoPoint>>& lines)
+    {
+        QByteArray bytes = "KOL1";
+        const auto append = [&bytes](std::size_t number) {
+            char raw[4];
+            qToLittleEndian(static_cast<quint32>(number), raw);
+            bytes.append(raw, 4);
+        };
+        append(lines.size());
+        for (const auto& line : lines) {
+            append(line.size());
+            for (const GeoPoint& point : line) {
+                append(static_cast<std::size_t>(std::lround(point.Longitude * 1e6)));
+                append(static_cast<std::size_t>(std::lround(point.Latitude * 1e6)));
+            }
+        }
+        ASSERT_TRUE(QDir(m_folder.path()).mkpath(u"earth"_s));
+        WriteFile(m_folder.filePath(u"earth/"_s + name), bytes);
+    }
+
     QImage Picture()
     {
         m_map.Invoke(Method::Redraw, {});
@@ -291,14 +312,7 @@ TEST_F(GlobeMapTest, LayersAndReloadChangeThePicture)
 
 TEST_F(GlobeMapTest, SwitchesAndMarkerShow)
 {
-    QByteArray coast = "KOL1";
-    for (const qint32 number : {1, 2, -20000000, 0, 20000000, 10000000}) {
-        char bytes[4];
-        qToLittleEndian(number, bytes);
-        coast.append(bytes, 4);
-    }
-    ASSERT_TRUE(QDir(m_folder.path()).mkpath(u"earth"_s));
-    WriteFile(m_folder.filePath(u"earth/coast.kol"_s), coast);
+    WriteLines(u"coast.kol"_s, {{{-20, 0}, {20, 10}}});
     m_map.Invoke(Method::SetCenter, {0.0, 0.0});
     ShowList(PlaceLine(u"都", "10.0E,30.0N,0,+00.00, 0, 0, 2"));
     QImage last = Picture();
@@ -312,6 +326,36 @@ TEST_F(GlobeMapTest, SwitchesAndMarkerShow)
     EXPECT_EQ(Picture(), last); // on the far side
     m_map.Invoke(Method::SetObsPosition, {359.0, 5.0});
     EXPECT_NE(Picture(), last);
+}
+
+TEST_F(GlobeMapTest, LandIsGreenFromNear)
+{
+    const auto ring = [](GeoPoint middle, double size) {
+        return std::vector<GeoPoint>{{middle.Longitude - size, middle.Latitude - size},
+                                     {middle.Longitude + size, middle.Latitude - size},
+                                     {middle.Longitude + size, middle.Latitude + size},
+                                     {middle.Longitude - size, middle.Latitude + size},
+                                     {middle.Longitude - size, middle.Latitude - size}};
+    };
+    // A continent with a lake, an island across the date line, an island at the far side of the continent.
+    WriteLines(u"coast10.kol"_s, {ring({40, 10}, 25),
+                                  ring({40, 10}, 2),
+                                  {{179, -1}, {-179, -1}, {-179, 1}, {179, 1}, {179, -1}},
+                                  ring({-140, -10}, 1)});
+    m_map.Invoke(Method::SetZoom, {0.9});
+    m_map.Invoke(Method::Switch29, {false});
+    const struct
+    {
+        GeoPoint Place;
+        bool IsLand;
+    } cases[] = {{{40, 10}, false},    {{43, 10.5}, true}, {{52, 20}, true},    {{28, -3}, true},
+                 {{66, 10}, false},    {{180, 0.3}, true}, {{177.5, 0}, false}, {{-140, -10}, true},
+                 {{-138, -10}, false}, {{0, 89}, false},   {{100, -90}, false}, {{64.5, 34.5}, true}};
+    for (const auto& sample : cases) {
+        m_map.Invoke(Method::SetCenter, {sample.Place.Longitude, sample.Place.Latitude});
+        const QColor color = Picture().pixelColor(204, 207);
+        EXPECT_EQ(color.green() > color.blue(), sample.IsLand) << sample.Place.Longitude;
+    }
 }
 
 TEST(LineSetTest, DamagedFilesAreRefused)

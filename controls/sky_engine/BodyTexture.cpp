@@ -7,8 +7,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
-#include <random>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -83,33 +81,11 @@ float CloudLight(const UnitVector& at, const CNoise& noise, float contrast)
     return (bands + streaks) * contrast;
 }
 
-/// Presses craters of all sizes into a relief: a dark floor, a bright rim.
-void AddCraters(Relief& relief, unsigned seed, int count)
+/// Ice round both poles, its edge ragged; the northern cap is the larger one.
+float PolarCap(const UnitVector& at, const CNoise& noise)
 {
-    std::mt19937 random(seed);
-    const auto share = [&random] { return static_cast<double>(random() & 0xFFFFFFU) / 0x1000000; };
-    for (int i = 0; i < count; ++i) {
-        const double latitude = std::asin(2.0 * share() - 1.0);
-        const double column = share() * Width;
-        const double radius = 1.7 / std::pow(share() + 0.006, 0.62); // pixels on the equator; few are large
-        const double stretch = 1.0 / std::max(std::cos(latitude), 0.05);
-        const double row = (0.5 - latitude / std::numbers::pi) * Height;
-        const double strength = 0.16 + 0.16 * share();
-        for (int y = static_cast<int>(row - radius * 1.3); y <= row + radius * 1.3; ++y) {
-            if (y < 0 || y >= Height)
-                continue;
-            const double reach = std::min(radius * 1.3 * stretch, Width / 2.0);
-            for (int x = static_cast<int>(column - reach); x <= column + reach; ++x) {
-                const double distance = std::hypot((x - column) / stretch, y - row) / radius;
-                if (distance > 1.3)
-                    continue;
-                const double rim = std::exp(-std::pow((distance - 0.95) * 6.0, 2.0));
-                const double floor = distance < 0.9 ? -0.55 : 0.0;
-                const auto index = static_cast<std::size_t>(y) * Width + static_cast<std::size_t>((x + Width) % Width);
-                relief[index] += static_cast<float>(strength * (rim * 0.8 + floor));
-            }
-        }
-    }
+    const float height = static_cast<float>(at.Z > 0.0 ? at.Z : -at.Z - 0.008);
+    return std::clamp((height + noise.Sum(at, 9.0F, 3) * 0.012F - 0.982F) * 120.0F, 0.0F, 1.0F) * 0.9F;
 }
 
 Relief MakeRelief(const EngineBody& body, unsigned seed)
@@ -136,14 +112,15 @@ Relief MakeRelief(const EngineBody& body, unsigned seed)
             case BodyLook::Rock:
                 light = noise.Sum(at, 2.2F, 6) * 0.35F;
                 break;
+            case BodyLook::Desert:
+                light = noise.Sum(at, 1.8F, 6) * 0.42F + PolarCap(at, noise);
+                break;
             case BodyLook::Ice:
                 light = noise.Sum(at, 1.6F, 6) * 0.24F;
                 break;
             }
         }
     }
-    if (body.Look == BodyLook::Rock)
-        AddCraters(relief, seed, 1600);
     return relief;
 }
 
@@ -151,11 +128,12 @@ QImage Paint(const EngineBody& body, unsigned seed)
 {
     const Relief relief = MakeRelief(body, seed);
     const QColor base(body.Color);
-    // Light parts go towards a pale shade, dark parts keep more of the colour's warmth.
-    const auto channel = [](int value, float light, float warmth) {
+    // Light parts go towards a pale shade; the dark belts of a giant are redder than the rest.
+    const float warmth = body.Look == BodyLook::Clouds ? 0.25F : 0.05F;
+    const auto channel = [](int value, float light, float depth) {
         const auto v = static_cast<float>(value);
         const float shaded =
-            light < 0.0F ? v * (1.0F + light * warmth) : Mix(v, 130.0F + v * 0.49F, std::min(light, 0.8F));
+            light < 0.0F ? v * (1.0F + light * depth) : Mix(v, 130.0F + v * 0.49F, std::min(light, 0.8F));
         return std::clamp(static_cast<int>(shaded), 0, 255);
     };
     QImage picture(Width, Height, QImage::Format_RGB32);
@@ -163,8 +141,8 @@ QImage Paint(const EngineBody& body, unsigned seed)
         auto* const line = reinterpret_cast<QRgb*>(picture.scanLine(y));
         for (int x = 0; x < Width; ++x) {
             const float light = relief[static_cast<std::size_t>(y) * Width + static_cast<std::size_t>(x)];
-            line[x] = qRgb(channel(base.red(), light, 0.8F), channel(base.green(), light, 1.1F),
-                           channel(base.blue(), light, 1.35F));
+            line[x] = qRgb(channel(base.red(), light, 1.0F - warmth), channel(base.green(), light, 1.0F),
+                           channel(base.blue(), light, 1.0F + warmth));
         }
     }
     return picture;

@@ -29,11 +29,13 @@ struct RotationElements
     double Meridian, MeridianRate;
 };
 
-/// How a body's picture comes about when there is none on disk.
+/// How a body's picture comes about when there is none on disk: never with made-up craters or spots, which an observer
+/// would take for real ones.
 enum class BodyLook
 {
     Star,
     Rock,
+    Desert,
     Clouds,
     Haze,
     Ice

@@ -26,8 +26,9 @@ constexpr double NarrowestAngle = 2.0;
 constexpr double WidestAngle = 180.0;
 constexpr double KeyStepsAcross = 36.0; ///< strokes of an arrow key from one edge of the picture to the other
 constexpr double KeyZoomFactor = 1.25;
-/// Brightness of the Moon's property at which its picture is shown as it is; the site dialog asks for it.
-constexpr double PlainMoonBrightness = 0.6;
+/// Brightness of the Moon's property at which its picture is shown as it is. The site dialog asks for 0.6: a little
+/// brighter, for the seas are dark.
+constexpr double PlainMoonBrightness = 0.5;
 const QColor FocusColor(255, 176, 64, 200);
 const QColor NoticeColor(150, 160, 176);
 const QColor BackColor(11, 14, 20);
@@ -119,10 +120,10 @@ void CSkyEngine::SetControlProperty(int property, const QVariant& value)
         m_press.reset();
 }
 
-GlobeScene CSkyEngine::Scene() const
+PlanetScene CSkyEngine::Scene() const
 {
     const CPropertyTree& properties = m_state.Properties();
-    GlobeScene scene;
+    PlanetScene scene;
     scene.Body = m_state.Body();
     scene.Center = {EngineBodies::ToEast(scene.Body, properties.NumberOf(CenterLongitude)),
                     std::clamp(properties.NumberOf(CenterLatitude), -90.0, 90.0)};
@@ -144,7 +145,7 @@ bool CSkyEngine::IsGlobe() const
 
 void CSkyEngine::ShowSky()
 {
-    const GlobeScene scene = Scene();
+    const PlanetScene scene = Scene();
     const bool isGlobe = IsGlobe();
     // The dialog asks for the sky whenever it paints itself; nothing new must not start a painting of its own.
     if (isGlobe && m_isGlobeShown && scene == m_shown)
@@ -195,7 +196,7 @@ void CSkyEngine::Pick(QPointF at)
 {
     if (!m_isGlobeShown)
         return;
-    const auto point = CGlobePainter::View(m_shown, size()).FromScreen(at);
+    const auto point = CPlanetPainter::View(m_shown, size()).FromScreen(at);
     // The picture may still show the body before the last line.
     if (!point || m_shown.Body != m_state.Body())
         return;
@@ -244,7 +245,7 @@ void CSkyEngine::Drag(QPointF to)
     if (!m_isGlobeShown)
         return;
     // The surface follows the pointer; near a pole a step would else spin the globe round.
-    const double degreesPerPixel = 180.0 / (std::numbers::pi * CGlobePainter::View(m_shown, size()).Radius());
+    const double degreesPerPixel = 180.0 / (std::numbers::pi * CPlanetPainter::View(m_shown, size()).Radius());
     const double shrink = std::max(std::cos(m_shown.Center.Latitude * std::numbers::pi / 180.0), 0.2);
     Turn(-step.x() * degreesPerPixel / shrink, step.y() * degreesPerPixel);
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "controls/sky_engine/EngineState.h"
-#include "controls/sky_engine/GlobePainter.h"
+#include "controls/sky_engine/PlanetPainter.h"
 #include "host/control/Control.h"
 
 #include <QImage>
@@ -61,7 +61,7 @@ private:
         bool HasManyFingers = false;
     };
 
-    [[nodiscard]] GlobeScene Scene() const;
+    [[nodiscard]] PlanetScene Scene() const;
     [[nodiscard]] bool IsGlobe() const;
     void ShowSky();
     void Pick(QPointF at);
@@ -73,12 +73,12 @@ private:
     void PaintNotice(QPainter& painter);
 
     CEngineState m_state;
-    CGlobePainter m_painter;
+    CPlanetPainter m_painter;
     CommandLog m_log;
     bool m_isActive = false;
     std::optional<Press> m_press;
     bool m_isGlobeShown = false;
-    GlobeScene m_shown; ///< what the picture is to show
-    GlobeScene m_drawn; ///< what the frame shows
+    PlanetScene m_shown; ///< what the picture is to show
+    PlanetScene m_drawn; ///< what the frame shows
     QImage m_frame;     ///< null until the first drawing
 };

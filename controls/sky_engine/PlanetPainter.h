@@ -12,7 +12,7 @@
 #include <optional>
 
 /// All that a picture of a planetary globe depends on. Points are degrees, longitude to the east.
-struct GlobeScene
+struct PlanetScene
 {
     std::size_t Body = 0;
     GeoPoint Center;
@@ -24,21 +24,21 @@ struct GlobeScene
     bool HasNames = false;
     bool HasLeadlines = false;
 
-    [[nodiscard]] bool operator==(const GlobeScene& other) const;
+    [[nodiscard]] bool operator==(const PlanetScene& other) const;
 };
 
 /// Draws planetary globes; keeps the surface of the body that it drew last.
-class CGlobePainter
+class CPlanetPainter
 {
 public:
     /// Pictures and names are looked for in the data folder; an empty one has none.
-    explicit CGlobePainter(QString dataFolder) : m_dataFolder(std::move(dataFolder)) {}
+    explicit CPlanetPainter(QString dataFolder) : m_dataFolder(std::move(dataFolder)) {}
 
     /// How the scene lies in an area of that size, in the area's units.
-    [[nodiscard]] static CSphereView View(const GlobeScene& scene, QSizeF size);
+    [[nodiscard]] static CSphereView View(const PlanetScene& scene, QSizeF size);
 
     /// Fills the frame; its device pixel ratio counts.
-    void Draw(QImage& frame, const GlobeScene& scene, const QFont& font);
+    void Draw(QImage& frame, const PlanetScene& scene, const QFont& font);
 
 private:
     void LoadBody(std::size_t body);

@@ -1,4 +1,4 @@
-#include "controls/sky_engine/GlobePainter.h"
+#include "controls/sky_engine/PlanetPainter.h"
 
 #include "controls/sky_engine/BodyTexture.h"
 #include "controls/sky_engine/EngineBody.h"
@@ -21,7 +21,7 @@ bool IsSame(const GeoPoint& a, const GeoPoint& b)
     return a.Longitude == b.Longitude && a.Latitude == b.Latitude;
 }
 
-SphereLook Look(const GlobeScene& scene)
+SphereLook Look(const PlanetScene& scene)
 {
     SphereLook look;
     look.Background = Background;
@@ -57,19 +57,19 @@ void DrawMarker(QPainter& painter, QPointF at)
 }
 } // namespace
 
-bool GlobeScene::operator==(const GlobeScene& other) const
+bool PlanetScene::operator==(const PlanetScene& other) const
 {
     return Body == other.Body && IsSame(Center, other.Center) && Angle == other.Angle && IsSame(Sun, other.Sun) &&
            IsSame(Observer, other.Observer) && Brightness == other.Brightness && HasGrid == other.HasGrid &&
            HasNames == other.HasNames && HasLeadlines == other.HasLeadlines;
 }
 
-CSphereView CGlobePainter::View(const GlobeScene& scene, QSizeF size)
+CSphereView CPlanetPainter::View(const PlanetScene& scene, QSizeF size)
 {
     return CSphereView::ForAngle(scene.Center, scene.Angle, size);
 }
 
-void CGlobePainter::LoadBody(std::size_t body)
+void CPlanetPainter::LoadBody(std::size_t body)
 {
     if (m_body == body)
         return;
@@ -80,7 +80,7 @@ void CGlobePainter::LoadBody(std::size_t body)
     m_body = body;
 }
 
-void CGlobePainter::Draw(QImage& frame, const GlobeScene& scene, const QFont& font)
+void CPlanetPainter::Draw(QImage& frame, const PlanetScene& scene, const QFont& font)
 {
     if (frame.isNull() || scene.Body >= EngineBodies::All().size())
         return;

@@ -8,6 +8,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstring>
 #include <utility>
@@ -16,8 +17,6 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-constexpr double NarrowestAngle = 2;
-constexpr double WidestAngle = 180;
 // Zoom 0 to 1 goes to the view angle by this power: the near half of the range is the finer one.
 constexpr double ZoomPower = 2.668378;
 
@@ -211,8 +210,7 @@ QVariant CGlobeMap::SetFeatureFlags(const QVariantList& arguments)
     if (address == 0)
         return {};
     std::array<qint32, LandmarkKind::Count> flags{};
-    std::memcpy(flags.data(), reinterpret_cast<const void*>(address),
-                sizeof(flags)); // NOLINT(performance-no-int-to-ptr)
+    std::memcpy(flags.data(), std::bit_cast<const void*>(address), sizeof(flags));
     std::bitset<LandmarkKind::Count> kinds;
     for (std::size_t kind = 0; kind < flags.size(); ++kind)
         kinds[kind] = flags[kind] != 0;

@@ -53,6 +53,10 @@ protected:
     void focusOutEvent(QFocusEvent* event) override;
 
 private:
+    // Limits of the view angle, in degrees.
+    static constexpr double NarrowestAngle = 2;
+    static constexpr double WidestAngle = 180;
+
     struct Press
     {
         QPoint At;

@@ -14,8 +14,6 @@
 
 namespace
 {
-constexpr double NarrowestAngle = 2;
-constexpr double WidestAngle = 180;
 constexpr double KeyZoomFactor = 1.25;
 constexpr double KeyTurnShare = 0.08; // of the view angle
 constexpr double DegreesPerRadian = 180.0 / std::numbers::pi;

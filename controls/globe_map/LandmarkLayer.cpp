@@ -132,17 +132,17 @@ double CLandmarkLayer::NameWidth(std::size_t place)
     return static_cast<double>(width);
 }
 
-const QImage& CLandmarkLayer::NameImage(std::size_t place, double scale)
+QImage CLandmarkLayer::NameImage(std::size_t place, double scale)
 {
     if (const QImage* kept = m_names.object(place))
         return *kept;
     const QFontMetricsF metrics(m_font);
     const QSizeF size(NameWidth(place) + 2 * Halo, metrics.height() + 2 * Halo);
-    auto image = std::make_unique<QImage>((size * scale).toSize() + QSize(1, 1), QImage::Format_ARGB32_Premultiplied);
-    image->setDevicePixelRatio(scale);
-    image->fill(Qt::transparent);
+    QImage image((size * scale).toSize() + QSize(1, 1), QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(scale);
+    image.fill(Qt::transparent);
     {
-        QPainter painter(image.get());
+        QPainter painter(&image);
         painter.setFont(m_font);
         const QPointF base(Halo, Halo + metrics.ascent());
         const QString& name = m_places[place].Name;
@@ -154,9 +154,8 @@ const QImage& CLandmarkLayer::NameImage(std::size_t place, double scale)
         painter.setPen(color.lighter(106));
         painter.drawText(base, name);
     }
-    QImage* kept = image.release();
-    m_names.insert(place, kept);
-    return *kept;
+    m_names.insert(place, new QImage(image)); // owned by the cache
+    return image;
 }
 
 void CLandmarkLayer::Draw(QPainter& painter, const CSphereView& view, QSize size, double viewAngle,
@@ -174,8 +173,6 @@ void CLandmarkLayer::Draw(QPainter& painter, const CSphereView& view, QSize size
     const double markMargin = viewAngle > 60 ? 7 : viewAngle > 20 ? 4 : 1;
     const double nameMargin = viewAngle > 60 ? 9 : 2;
     auto namesLeft = static_cast<int>(size.width() * size.height() / (viewAngle > 60 ? 4200 : 1800));
-    // The pictures of names are kept up to their number: a picture in use must not be thrown out.
-    namesLeft = std::min(namesLeft, KeptNames / 2);
 
     CScreenGrid grid(size);
     for (const QRectF& rectangle : keptFree)

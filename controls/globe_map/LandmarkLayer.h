@@ -53,7 +53,7 @@ private:
     std::optional<QPointF> FindNameCorner(CScreenGrid& grid, std::size_t place, QPointF mark, double gap,
                                           double margin);
     const QImage& Mark(int kind, double scale);
-    const QImage& NameImage(std::size_t place, double scale);
+    QImage NameImage(std::size_t place, double scale);
     [[nodiscard]] double NameWidth(std::size_t place);
 
     std::vector<Landmark> m_places;

@@ -54,49 +54,33 @@ TEST(SiteLocation, SplitsAngles)
         int Body;
         QString Text;
     };
-    for (const Row& row : {Row{139.691772, 4, u"0 139 41 30.4"_s},
-                           {179.99999999, 4, u"0 180 0 0.0"_s},
-                           {180, 4, u"0 180 0 0.0"_s},
-                           {180.5, 1, u"1 179 30 0.0"_s},
-                           {359.9999999, 4, u"1 0 0 0.0"_s},
-                           {359.9999999, 6, u"1 180 0 0.0"_s},
-                           {359.99, 5, u"1 359 59 24.0"_s},
-                           {-10, 4, u"1 370 0 0.0"_s},
-                           {200, 4, u"1 160 0 0.0"_s},
-                           {360, 5, u"1 360 0 0.0"_s},
-                           {12.9999999, 4, u"0 13 0 0.0"_s},
-                           {0, 4, u"0 0 0 0.0"_s},
-                           {0.5 / 36000, 4, u"0 0 0 0.1"_s},
-                           {0.49 / 36000, 4, u"0 0 0 0.0"_s},
-                           {Nan, 4, u"0 0 0 0.0"_s},
-                           {Infinity, 5, u"1 0 0 0.0"_s},
-                           {1e300, 5, u"1 1000000 0 0.0"_s}}) {
+    // clang-format off
+    for (const Row& row : {Row{139.691772, 4, u"0 139 41 30.4"_s}, {179.99999999, 4, u"0 180 0 0.0"_s},
+         {180, 4, u"0 180 0 0.0"_s}, {180.5, 1, u"1 179 30 0.0"_s}, {359.9999999, 4, u"1 0 0 0.0"_s},
+         {359.9999999, 6, u"1 180 0 0.0"_s}, {359.99, 5, u"1 359 59 24.0"_s}, {-10, 4, u"1 370 0 0.0"_s},
+         {200, 4, u"1 160 0 0.0"_s}, {360, 5, u"1 360 0 0.0"_s}, {12.9999999, 4, u"0 13 0 0.0"_s},
+         {0, 4, u"0 0 0 0.0"_s}, {0.5 / 36000, 4, u"0 0 0 0.1"_s}, {0.49 / 36000, 4, u"0 0 0 0.0"_s},
+         {Nan, 4, u"0 0 0 0.0"_s}, {Infinity, 5, u"1 0 0 0.0"_s}, {1e300, 5, u"1 1000000 0 0.0"_s}}) {
+        // clang-format on
         SiteFields fields;
         SplitLongitude(row.Angle, row.Body, fields);
         EXPECT_EQ(LngText(fields), row.Text) << row.Angle << " on " << row.Body;
     }
-    for (const Row& row : {Row{35.689236, 4, u"0 35 41 21.2"_s},
-                           {35.6999999, 4, u"0 35 42 0.0"_s},
-                           {89.99999999, 4, u"0 90 0 0.0"_s},
-                           {-33.25, 4, u"1 33 15 0.0"_s},
-                           {-0.0, 4, u"0 0 0 0.0"_s},
-                           {-1e-12, 4, u"1 0 0 0.0"_s},
-                           {90, 4, u"0 90 0 0.0"_s},
-                           {Nan, 4, u"0 0 0 0.0"_s},
-                           {-Infinity, 4, u"0 0 0 0.0"_s}}) {
+    // clang-format off
+    for (const Row& row : {Row{35.689236, 4, u"0 35 41 21.2"_s}, {35.6999999, 4, u"0 35 42 0.0"_s},
+         {89.99999999, 4, u"0 90 0 0.0"_s}, {-33.25, 4, u"1 33 15 0.0"_s}, {-0.0, 4, u"0 0 0 0.0"_s},
+         {-1e-12, 4, u"1 0 0 0.0"_s}, {90, 4, u"0 90 0 0.0"_s}, {Nan, 4, u"0 0 0 0.0"_s},
+         {-Infinity, 4, u"0 0 0 0.0"_s}}) {
+        // clang-format on
         SiteFields fields;
         SplitLatitude(row.Angle, fields);
         EXPECT_EQ(LatText(fields), row.Text) << row.Angle;
     }
-    for (const Row& row : {Row{9, 0, u"0 9 0"_s},
-                           {-3.5, 0, u"1 3 30"_s},
-                           {5.9999, 0, u"0 5 60"_s},
-                           {9.99, 0, u"0 9 59"_s},
-                           {0, 0, u"0 0 0"_s},
-                           {-0.0, 0, u"0 0 0"_s},
-                           {5.75, 0, u"0 5 45"_s},
-                           {Nan, 0, u"0 0 0"_s},
-                           {1e300, 0, u"0 1000000 0"_s}}) {
+    // clang-format off
+    for (const Row& row : {Row{9, 0, u"0 9 0"_s}, {-3.5, 0, u"1 3 30"_s}, {5.9999, 0, u"0 5 60"_s},
+         {9.99, 0, u"0 9 59"_s}, {0, 0, u"0 0 0"_s}, {-0.0, 0, u"0 0 0"_s}, {5.75, 0, u"0 5 45"_s},
+         {Nan, 0, u"0 0 0"_s}, {1e300, 0, u"0 1000000 0"_s}}) {
+        // clang-format on
         SiteFields fields;
         SplitTimeZone(row.Angle, fields);
         EXPECT_EQ(TzText(fields), row.Text) << row.Angle;
@@ -142,22 +126,16 @@ TEST(BodyTable, HoldsFifteenBodies)
 
 TEST(EngineLines, AreWordedExactly)
 {
-    const QStringList setUp{u"View.Device = 3"_s,
-                            u"Operation.MoveView = TRUE"_s,
-                            u"System.Loop = FALSE"_s,
-                            u"View.Projection = PlanetaryGlobe"_s,
-                            u"View.Angle = 180"_s,
-                            u"Solar.Planet.Surface.Name.Visible = TRUE"_s,
-                            u"Solar.Planet.Surface.Name.Leadline.Visible = FALSE"_s,
-                            u"Solar.Moon.Surface.Name.Visible = TRUE"_s,
-                            u"Solar.Moon.Surface.Name.Leadline.Visible = FALSE"_s,
-                            u"Solar.Moon.Brightness = 0.6"_s,
-                            u"Solar.Sun.Disk.Grid.Visible = TRUE"_s,
-                            u"Solar.Planet.Disk.Grid.Visible = TRUE"_s,
-                            u"Solar.Planet.Earth.Satellite.Moon.Disk.Grid.Visible = TRUE"_s,
-                            u"Solar.Planet.Earth.Borderline.Visible = FALSE"_s,
-                            u"Solar.Planet.Earth.Landscape.IndexFile = \"/t/a.kti\""_s,
-                            u"Location.Altitude.AutoGet = TRUE"_s};
+    const QStringList setUp =
+        QString(u"View.Device = 3|Operation.MoveView = TRUE|System.Loop = FALSE|View.Projection = PlanetaryGlobe|"
+                "View.Angle = 180|Solar.Planet.Surface.Name.Visible = TRUE|"
+                "Solar.Planet.Surface.Name.Leadline.Visible = FALSE|Solar.Moon.Surface.Name.Visible = TRUE|"
+                "Solar.Moon.Surface.Name.Leadline.Visible = FALSE|Solar.Moon.Brightness = 0.6|"
+                "Solar.Sun.Disk.Grid.Visible = TRUE|Solar.Planet.Disk.Grid.Visible = TRUE|"
+                "Solar.Planet.Earth.Satellite.Moon.Disk.Grid.Visible = TRUE|"
+                "Solar.Planet.Earth.Borderline.Visible = FALSE|"
+                "Solar.Planet.Earth.Landscape.IndexFile = \"/t/a.kti\"|Location.Altitude.AutoGet = TRUE"_s)
+            .split(u'|');
     const auto lines = [](const std::vector<QString>& all) { return QStringList(all.begin(), all.end()).join(u'\n'); };
     EXPECT_EQ(lines(EngineLines::SetUp(u"/t/a.kti"_s)), setUp.join(u'\n'));
     QStringList withoutTerrain = setUp;
@@ -165,32 +143,31 @@ TEST(EngineLines, AreWordedExactly)
     EXPECT_EQ(lines(EngineLines::SetUp({})), withoutTerrain.join(u'\n'));
 
     const QString centre = u"View.PlanetaryGlobe.Center."_s;
-    for (const auto& [line, expected] : {
-             std::pair{EngineLines::PlaceOnBody(13, 350.5, -0.0, 39.25),
-                       u"Location = Solar.Dwarfplanet.MakeMake(350.50000000, -0.00000000, 39.2); Show Sky"_s},
-             {EngineLines::PlaceOnBody(99, 1, 2, 3),
-              u"Location = Solar.Planet.Earth(1.00000000, 2.00000000, 3.0); Show Sky"_s},
-             {EngineLines::MoveTo(139.691772, -35.5),
-              u"Location.Longitude = 139.69177200; Location.Latitude = -35.50000000"_s},
-             {EngineLines::MoveToAndShow(1, 2),
-              u"Location.Longitude = 1.00000000; Location.Latitude = 2.00000000; show sky"_s},
-             {EngineLines::MoveTo(1, 2, 3),
-              u"Location.Longitude = 1.00000000; Location.Latitude = 2.00000000;  Location.Altitude = 3.00000000"_s},
-             {EngineLines::SetAltitudeAndShow(39), u"Location.Altitude = 39.000000; show sky"_s},
-             {EngineLines::CenterAt(1, 2),
-              centre + u"Longitude = 1.000000; "_s + centre + u"Latitude = 2.000000; Show Sky"_s},
-             {EngineLines::CenterAtFine(1, 2),
-              centre + u"Longitude = 1.00000000; "_s + centre + u"Latitude = 2.00000000; Show Sky"_s},
-             {EngineLines::CenterLongitude(359), centre + u"Longitude = 359.000000; Show Sky"_s},
-             {EngineLines::CenterLatitude(-90), centre + u"Latitude = -90.000000; Show Sky"_s},
-             {EngineLines::ViewAngle(30.00001, false),
-              u"View.Angle = 30.000010; Solar.Planet.Earth.Borderline.Visible = FALSE; Show Sky"_s},
-             {EngineLines::ViewAngle(2, true),
-              u"View.Angle = 2.000000; Solar.Planet.Earth.Borderline.Visible = TRUE; Show Sky"_s},
-             {EngineLines::UniversalTime(2030, 1, 2, 3, 4, 5), u"Time = UT(2030, 1, 2, 3, 4, 5); Show Sky"_s},
-             {EngineLines::Assign(u"location"_s, u"location(%s, 2, 3)"_s), u"location = location(%s, 2, 3)"_s},
-             {EngineLines::AssignAndShow(u"time.timezone"_s, u"9.000000"_s), u"time.timezone = 9.000000; Show Sky"_s},
-         })
+    for (const auto& [line, expected] :
+         {std::pair{EngineLines::PlaceOnBody(13, 350.5, -0.0, 39.25),
+                    u"Location = Solar.Dwarfplanet.MakeMake(350.50000000, -0.00000000, 39.2); Show Sky"_s},
+          {EngineLines::PlaceOnBody(99, 1, 2, 3),
+           u"Location = Solar.Planet.Earth(1.00000000, 2.00000000, 3.0); Show Sky"_s},
+          {EngineLines::MoveTo(139.691772, -35.5),
+           u"Location.Longitude = 139.69177200; Location.Latitude = -35.50000000"_s},
+          {EngineLines::MoveToAndShow(1, 2),
+           u"Location.Longitude = 1.00000000; Location.Latitude = 2.00000000; show sky"_s},
+          {EngineLines::MoveTo(1, 2, 3),
+           u"Location.Longitude = 1.00000000; Location.Latitude = 2.00000000;  Location.Altitude = 3.00000000"_s},
+          {EngineLines::SetAltitudeAndShow(39), u"Location.Altitude = 39.000000; show sky"_s},
+          {EngineLines::CenterAt(1, 2),
+           centre + u"Longitude = 1.000000; "_s + centre + u"Latitude = 2.000000; Show Sky"_s},
+          {EngineLines::CenterAtFine(1, 2),
+           centre + u"Longitude = 1.00000000; "_s + centre + u"Latitude = 2.00000000; Show Sky"_s},
+          {EngineLines::CenterLongitude(359), centre + u"Longitude = 359.000000; Show Sky"_s},
+          {EngineLines::CenterLatitude(-90), centre + u"Latitude = -90.000000; Show Sky"_s},
+          {EngineLines::ViewAngle(30.00001, false),
+           u"View.Angle = 30.000010; Solar.Planet.Earth.Borderline.Visible = FALSE; Show Sky"_s},
+          {EngineLines::ViewAngle(2, true),
+           u"View.Angle = 2.000000; Solar.Planet.Earth.Borderline.Visible = TRUE; Show Sky"_s},
+          {EngineLines::UniversalTime(2030, 1, 2, 3, 4, 5), u"Time = UT(2030, 1, 2, 3, 4, 5); Show Sky"_s},
+          {EngineLines::Assign(u"location"_s, u"location(%s, 2, 3)"_s), u"location = location(%s, 2, 3)"_s},
+          {EngineLines::AssignAndShow(u"time.timezone"_s, u"9.000000"_s), u"time.timezone = 9.000000; Show Sky"_s}})
         EXPECT_EQ(line, expected);
 }
 
@@ -215,15 +192,10 @@ TEST(Magnification, MapsTheSliderAndItsMirrorImage)
     }
     EXPECT_GE(Magnification::SliderValToVal(100).Degrees, Magnification::BorderlineAngle);
     EXPECT_LT(Magnification::SliderValToVal(99).Degrees, Magnification::BorderlineAngle);
-    for (const auto& [magnification, position] : {std::pair{1.0, 0},
-                                                  {90.0, 200},
-                                                  {2.0, 46},
-                                                  {1000.0, 200},
-                                                  {0.5, 0},
-                                                  {-1.0, 200},
-                                                  {0.0, 0},
-                                                  {Nan, 200},
-                                                  {Infinity, 200}})
+    // clang-format off
+    for (const auto& [magnification, position] : {std::pair{1.0, 0}, {90.0, 200}, {2.0, 46}, {1000.0, 200}, {0.5, 0},
+         {-1.0, 200}, {0.0, 0}, {Nan, 200}, {Infinity, 200}})
+        // clang-format on
         EXPECT_EQ(Magnification::SliderOfMagnification(180.0 / magnification), position) << magnification;
     for (const auto& [from, to] :
          {std::pair{1, 0}, {100, 97}, {3, 0}, {500, 197}, {std::numeric_limits<int>::min(), 0}})
@@ -241,30 +213,30 @@ TEST(EntryRules, SpinsStepClampAndWrap)
         int Delta;
         QString To;
     };
-    for (const Row& row : {
-             Row{Box::LngDeg, 4, Fields(0, 180, 30, 5), -1, u"1 179 30 5.0"_s},
-             {Box::LngDeg, 4, Fields(0, 0, 0, 0), 1, u"1 1 0 0.0"_s},
-             {Box::LngDeg, 1, Fields(1, 0, 0, 0), 120, u"0 1 0 0.0"_s},
-             {Box::LngDeg, 4, Fields(1, 179, 0, 0), -7, u"1 180 0 0.0"_s},
-             {Box::LngDeg, 6, Fields(1, 360, 0, 0), -1, u"1 1 0 0.0"_s},
-             {Box::LngDeg, 6, Fields(1, 0, 0, 0), 1, u"1 359 0 0.0"_s},
-             {Box::LngDeg, 5, Fields(1, 359, 0, 0), -1, u"1 360 0 0.0"_s},
-             {Box::LngMin, 4, Fields(0, 1, 59, 0), -1, u"0 1 59 0.0"_s},
-             {Box::LngMin, 4, Fields(0, 1, 0, 0), 1, u"0 1 0 0.0"_s},
-             {Box::LngSec, 4, Fields(0, 1, 0, 59.9), -1, u"0 1 0 59.9"_s},
-             {Box::LngSec, 4, Fields(0, 1, 0, 0.05), 1, u"0 1 0 0.0"_s},
-             {Box::LngSec, 4, Fields(0, 1, 0, 1), -1, u"0 1 0 1.1"_s},
-             {Box::LngDeg, 4, Fields(0, 1'000'000'000, 0, 0), -1, u"1 0 0 0.0"_s},
-             {Box::LngDeg, 5, Fields(0, -1'000'000'000, 0, 0), 1, u"0 0 0 0.0"_s},
-             {Box::LatDeg, 4, Fields(0, 89, 30, 5), -1, u"0 90 0 0.0"_s},
-             {Box::LatDeg, 4, Fields(0, 90, 30, 5), -1, u"0 90 0 0.0"_s},
-             {Box::LatDeg, 4, Fields(1, 0, 30, 5), 1, u"1 0 0 0.0"_s},
-             {Box::LatDeg, 4, Fields(0, 90, 0, 0), 1, u"0 89 0 0.0"_s},
-             {Box::LatMin, 4, Fields(0, 90, 7, 0), -1, u"0 90 0 0.0"_s},
-             {Box::LatMin, 4, Fields(0, 9, 7, 0), -1, u"0 9 8 0.0"_s},
-             {Box::LatSec, 4, Fields(0, 90, 0, 7), -1, u"0 90 0 0.0"_s},
-             {Box::LatSec, 4, Fields(0, 9, 0, 0), 1, u"0 9 0 0.0"_s},
-         }) {
+    // clang-format off
+    for (const Row& row : {Row{Box::LngDeg, 4, Fields(0, 180, 30, 5), -1, u"1 179 30 5.0"_s},
+         {Box::LngDeg, 4, Fields(0, 0, 0, 0), 1, u"1 1 0 0.0"_s},
+         {Box::LngDeg, 1, Fields(1, 0, 0, 0), 120, u"0 1 0 0.0"_s},
+         {Box::LngDeg, 4, Fields(1, 179, 0, 0), -7, u"1 180 0 0.0"_s},
+         {Box::LngDeg, 6, Fields(1, 360, 0, 0), -1, u"1 1 0 0.0"_s},
+         {Box::LngDeg, 6, Fields(1, 0, 0, 0), 1, u"1 359 0 0.0"_s},
+         {Box::LngDeg, 5, Fields(1, 359, 0, 0), -1, u"1 360 0 0.0"_s},
+         {Box::LngMin, 4, Fields(0, 1, 59, 0), -1, u"0 1 59 0.0"_s},
+         {Box::LngMin, 4, Fields(0, 1, 0, 0), 1, u"0 1 0 0.0"_s},
+         {Box::LngSec, 4, Fields(0, 1, 0, 59.9), -1, u"0 1 0 59.9"_s},
+         {Box::LngSec, 4, Fields(0, 1, 0, 0.05), 1, u"0 1 0 0.0"_s},
+         {Box::LngSec, 4, Fields(0, 1, 0, 1), -1, u"0 1 0 1.1"_s},
+         {Box::LngDeg, 4, Fields(0, 1'000'000'000, 0, 0), -1, u"1 0 0 0.0"_s},
+         {Box::LngDeg, 5, Fields(0, -1'000'000'000, 0, 0), 1, u"0 0 0 0.0"_s},
+         {Box::LatDeg, 4, Fields(0, 89, 30, 5), -1, u"0 90 0 0.0"_s},
+         {Box::LatDeg, 4, Fields(0, 90, 30, 5), -1, u"0 90 0 0.0"_s},
+         {Box::LatDeg, 4, Fields(1, 0, 30, 5), 1, u"1 0 0 0.0"_s},
+         {Box::LatDeg, 4, Fields(0, 90, 0, 0), 1, u"0 89 0 0.0"_s},
+         {Box::LatMin, 4, Fields(0, 90, 7, 0), -1, u"0 90 0 0.0"_s},
+         {Box::LatMin, 4, Fields(0, 9, 7, 0), -1, u"0 9 8 0.0"_s},
+         {Box::LatSec, 4, Fields(0, 90, 0, 7), -1, u"0 90 0 0.0"_s},
+         {Box::LatSec, 4, Fields(0, 9, 0, 0), 1, u"0 9 0 0.0"_s}}) {
+        // clang-format on
         SiteFields fields = row.From;
         EntryRules::SpinBox(fields, row.Spun, row.Delta, row.Body);
         EXPECT_EQ(row.Spun < Box::LatDeg ? LngText(fields) : LatText(fields), row.To)
@@ -309,17 +281,12 @@ TEST(EntryRules, EditBoxesTakeTheirRange)
 
 TEST(EclipseColor, ReadsWhatTheEngineAnswers)
 {
-    for (const auto& [answer, colour] : {std::pair{u"RGB(255, 128, 0)"_s, 0x0080FFU},
-                                         {u"RGB(0, 0, 255)"_s, 0xFF0000U},
-                                         {u"RGB(300, 0, 0)"_s, 44U},
-                                         {u"RGB(1,2,3"_s, 0x030201U},
-                                         {u"RGB(1,,, 2 , ,3)"_s, 0x030201U},
-                                         {u"xxxx7"_s, 7U},
-                                         {u"RGB"_s, 0U},
-                                         {u""_s, 0U},
-                                         {u"RGB(-1, a, 5x)"_s, 0x0500FFU},
-                                         {u"RGB(99999999999, 0, 0)"_s, 255U},
-                                         {u"RGB(1 2)"_s, 1U}})
+    // clang-format off
+    for (const auto& [answer, colour] : {std::pair{u"RGB(255, 128, 0)"_s, 0x0080FFU}, {u"RGB(0, 0, 255)"_s, 0xFF0000U},
+         {u"RGB(300, 0, 0)"_s, 44U}, {u"RGB(1,2,3"_s, 0x030201U}, {u"RGB(1,,, 2 , ,3)"_s, 0x030201U}, {u"xxxx7"_s, 7U},
+         {u"RGB"_s, 0U}, {u""_s, 0U}, {u"RGB(-1, a, 5x)"_s, 0x0500FFU}, {u"RGB(99999999999, 0, 0)"_s, 255U},
+         {u"RGB(1 2)"_s, 1U}})
+        // clang-format on
         EXPECT_EQ(ParseEclipseColor(answer), colour) << answer.toStdString();
 }
 

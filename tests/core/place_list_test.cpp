@@ -143,22 +143,21 @@ TEST(PlaceList, BuildsTheTreeOfAnyFile)
     };
     const QByteArray written = ",  1.0000000E, 2.0000000N,      3,+09.00, 0, 0, 0\r\n";
     const auto line = [&written](const QByteArray& name) { return name.leftJustified(40) + written; };
-    for (const Row& row : {
-             Row{"", u"場所\n"_s, ""},
-             {"#a\n#b \r\n", u"場所\n"_s, "#a\r\n#b \r\n"},
-             {"p" + v + "@A\nq" + v, u"場所\n A\n  1 q\n0 p\n"_s, "@A\r\n" + line("q") + "#\r\n" + line("p")},
-             {"\n#\n#\n@A\n#\n#\n#\n@B\n", u"場所\n A\n B\n"_s, "@A\r\n#\r\n@B\r\n#\r\n"},
-             {"@A\n@@@C\np" + v + "#\nq" + v, u"場所\n A\n  C\n   0 p\n  1 q\n"_s,
-              "@A\r\n@@C\r\n" + line("p") + "#\r\n" + line("q") + "#\r\n"},
-             {"@A\n@@B\n#\n#\n@C\n@@@D\n", u"場所\n A\n  B\n   D\n C\n"_s,
-              "@A\r\n@@B\r\n@@@D\r\n#\r\n#\r\n#\r\n@C\r\n#\r\n"},
-             {QByteArray(1'000'000, '@') + "deep\np" + v, u"場所\n deep\n  0 p\n"_s, "@deep\r\n" + line("p") + "#\r\n"},
-             {" \t\x81\x40@ A \x81\x40\r\n  \t p" + v, u"場所\n  A\n  0 p\n"_s, "@ A\r\n" + line("p") + "#\r\n"},
-             {"@\np" + v, u"場所\n \n  0 p\n"_s, "@\r\n" + line("p") + "#\r\n"},
-             {"@A\nfew,1E,2N,3,9,0,0\n   \n,,,,,,,\n,,,,,,,0\nq" + v, u"場所\n A\n  0 \n  1 q\n"_s,
-              "@A\r\n" + QByteArray(40, ' ') + ",  0.0000000E, 0.0000000N,      0,+00.00, 0, 0, 0\r\n" + line("q") +
-                  "#\r\n"},
-         }) {
+    for (const Row& row :
+         {Row{"", u"場所\n"_s, ""},
+          {"#a\n#b \r\n", u"場所\n"_s, "#a\r\n#b \r\n"},
+          {"p" + v + "@A\nq" + v, u"場所\n A\n  1 q\n0 p\n"_s, "@A\r\n" + line("q") + "#\r\n" + line("p")},
+          {"\n#\n#\n@A\n#\n#\n#\n@B\n", u"場所\n A\n B\n"_s, "@A\r\n#\r\n@B\r\n#\r\n"},
+          {"@A\n@@@C\np" + v + "#\nq" + v, u"場所\n A\n  C\n   0 p\n  1 q\n"_s,
+           "@A\r\n@@C\r\n" + line("p") + "#\r\n" + line("q") + "#\r\n"},
+          {"@A\n@@B\n#\n#\n@C\n@@@D\n", u"場所\n A\n  B\n   D\n C\n"_s,
+           "@A\r\n@@B\r\n@@@D\r\n#\r\n#\r\n#\r\n@C\r\n#\r\n"},
+          {QByteArray(1'000'000, '@') + "deep\np" + v, u"場所\n deep\n  0 p\n"_s, "@deep\r\n" + line("p") + "#\r\n"},
+          {" \t\x81\x40@ A \x81\x40\r\n  \t p" + v, u"場所\n  A\n  0 p\n"_s, "@ A\r\n" + line("p") + "#\r\n"},
+          {"@\np" + v, u"場所\n \n  0 p\n"_s, "@\r\n" + line("p") + "#\r\n"},
+          {"@A\nfew,1E,2N,3,9,0,0\n   \n,,,,,,,\n,,,,,,,0\nq" + v, u"場所\n A\n  0 \n  1 q\n"_s,
+           "@A\r\n" + QByteArray(40, ' ') + ",  0.0000000E, 0.0000000N,      0,+00.00, 0, 0, 0\r\n" + line("q") +
+               "#\r\n"}}) {
         CListInFolder f;
         f.Load(row.File);
         EXPECT_EQ(f.TreeText(), row.Tree) << row.File.left(60).constData();
@@ -173,21 +172,19 @@ TEST(PlaceList, ReadsFieldsLeniently)
         QByteArray Line;
         QString Record;
     };
-    for (const Row& row : {
-             Row{"a,139.7500000e,35.5n,12,9,1,0,3", u"a|139.75|35.5|12|9|1|0|3"_s},
-             {"a,139.7500000w,35.5s,12.9,-9.5,2,5,-3", u"a|-139.75|-35.5|12|-9.5|0|5|-3"_s},
-             {"a,139.75,35.52,12,+9,0,0,0", u"a|139.7|35.5|12|9|0|0|0"_s},
-             {"a,E,W,,,,,x", u"a|0|0|0|0|0|0|0"_s},
-             {"a,W,S, x,1e999, 1 ,nan, 7 ", u"a|-0|-0|0|0|1|0|7"_s},
-             {"\x81\x40 a b \x81\x40 , 1 E , 2 N , 3 , +9 , 1 , 1 , 1,rest,,,", u"a b|1|2|3|9|1|1|1"_s},
-             {QByteArray("\0z,1E,2N,99999999999,9,0,0,0", 29), QString(QChar(0)) + u"z|1|2|2.14748e+09|9|0|0|0"_s},
-             {"\x93\xFA\x96,1E,2N,3,9,0,0,0", u"日|1|2|3|9|0|0|0"_s},
-             {"\xFF,1E,2N,3,9,0,0,0", u"\uFFFD|1|2|3|9|0|0|0"_s},
-             {QByteArray(1'000'000, 'n') + ",1E,2N,3,9,0,0,0", QString(1'000'000, u'n') + u"|1|2|3|9|0|0|0"_s},
-             {"a,1E,2N,3,9,0,0", u"kept|0|0|0|0|0|0|0"_s},
-             {"a,1E,2N,3,9,0,0,", u"kept|0|0|0|0|0|0|0"_s},
-             {"", u"kept|0|0|0|0|0|0|0"_s},
-         }) {
+    // clang-format off
+    for (const Row& row :
+         {Row{"a,139.7500000e,35.5n,12,9,1,0,3", u"a|139.75|35.5|12|9|1|0|3"_s},
+         {"a,139.7500000w,35.5s,12.9,-9.5,2,5,-3", u"a|-139.75|-35.5|12|-9.5|0|5|-3"_s},
+         {"a,139.75,35.52,12,+9,0,0,0", u"a|139.7|35.5|12|9|0|0|0"_s}, {"a,E,W,,,,,x", u"a|0|0|0|0|0|0|0"_s},
+         {"a,W,S, x,1e999, 1 ,nan, 7 ", u"a|-0|-0|0|0|1|0|7"_s},
+         {"\x81\x40 a b \x81\x40 , 1 E , 2 N , 3 , +9 , 1 , 1 , 1,rest,,,", u"a b|1|2|3|9|1|1|1"_s},
+         {QByteArray("\0z,1E,2N,99999999999,9,0,0,0", 29), QString(QChar(0)) + u"z|1|2|2.14748e+09|9|0|0|0"_s},
+         {"\x93\xFA\x96,1E,2N,3,9,0,0,0", u"日|1|2|3|9|0|0|0"_s}, {"\xFF,1E,2N,3,9,0,0,0", u"\uFFFD|1|2|3|9|0|0|0"_s},
+         {QByteArray(1'000'000, 'n') + ",1E,2N,3,9,0,0,0", QString(1'000'000, u'n') + u"|1|2|3|9|0|0|0"_s},
+         {"a,1E,2N,3,9,0,0", u"kept|0|0|0|0|0|0|0"_s}, {"a,1E,2N,3,9,0,0,", u"kept|0|0|0|0|0|0|0"_s},
+         {"", u"kept|0|0|0|0|0|0|0"_s}}) {
+        // clang-format on
         CCityList place;
         place.Name = u"kept"_s;
         EXPECT_EQ(PlaceFormat::ParseListLine(row.Line, place), !row.Record.startsWith(u"kept"_s));
@@ -221,18 +218,17 @@ TEST(PlaceList, DataStringsCarryARecord)
     {
         QString Data, Record, Back;
     };
-    for (const Row& row : {
-             Row{u"-118.0575000,-33.2500000,1742,-8.00, 1, 1,12"_s, u"|-118.058|-33.25|1742|-8|1|1|12"_s,
-                 u"-118.0575000,-33.2500000,1742,-8.00, 1, 1,12"_s},
-             {u"1,2,12.9,9.5,7,-1,3"_s, u"|1|2|12.9|9.5|7|-1|3"_s, u"  1.0000000, 2.0000000,13,09.50, 0,-1, 3"_s},
-             {u"1,,3,4,5,6,7"_s, u"|1|0|0|0|0|0|0"_s, u"  1.0000000, 0.0000000,0,00.00, 0, 0, 0"_s},
-             {u",2,3,4,5,6,7"_s, u"|0|0|0|0|0|0|0"_s, u"  0.0000000, 0.0000000,0,00.00, 0, 0, 0"_s},
-             {u"1,2"_s, u"|1|2|0|0|0|0|0"_s, u"  1.0000000, 2.0000000,0,00.00, 0, 0, 0"_s},
-             {u"日,nan,inf,1e999,x,9x,1,8,9"_s, u"|0|0|0|0|0|9|1"_s, u"  0.0000000, 0.0000000,0,00.00, 0, 9, 1"_s},
-             {u"-0.00000001,0,0.5,-0.5,1,0,0"_s, u"|-1e-08|0|0.5|-0.5|1|0|0"_s,
-              u" -0.0000000, 0.0000000,0,-0.50, 1, 0, 0"_s},
-             {u""_s, u"|0|0|0|0|0|0|0"_s, u"  0.0000000, 0.0000000,0,00.00, 0, 0, 0"_s},
-         }) {
+    for (const Row& row :
+         {Row{u"-118.0575000,-33.2500000,1742,-8.00, 1, 1,12"_s, u"|-118.058|-33.25|1742|-8|1|1|12"_s,
+              u"-118.0575000,-33.2500000,1742,-8.00, 1, 1,12"_s},
+          {u"1,2,12.9,9.5,7,-1,3"_s, u"|1|2|12.9|9.5|7|-1|3"_s, u"  1.0000000, 2.0000000,13,09.50, 0,-1, 3"_s},
+          {u"1,,3,4,5,6,7"_s, u"|1|0|0|0|0|0|0"_s, u"  1.0000000, 0.0000000,0,00.00, 0, 0, 0"_s},
+          {u",2,3,4,5,6,7"_s, u"|0|0|0|0|0|0|0"_s, u"  0.0000000, 0.0000000,0,00.00, 0, 0, 0"_s},
+          {u"1,2"_s, u"|1|2|0|0|0|0|0"_s, u"  1.0000000, 2.0000000,0,00.00, 0, 0, 0"_s},
+          {u"日,nan,inf,1e999,x,9x,1,8,9"_s, u"|0|0|0|0|0|9|1"_s, u"  0.0000000, 0.0000000,0,00.00, 0, 9, 1"_s},
+          {u"-0.00000001,0,0.5,-0.5,1,0,0"_s, u"|-1e-08|0|0.5|-0.5|1|0|0"_s,
+           u" -0.0000000, 0.0000000,0,-0.50, 1, 0, 0"_s},
+          {u""_s, u"|0|0|0|0|0|0|0"_s, u"  0.0000000, 0.0000000,0,00.00, 0, 0, 0"_s}}) {
         f.List.SetLocationData(9999, row.Data);
         EXPECT_EQ(RecordText(f.List.Place(9999)), row.Record) << row.Data.toStdString();
         EXPECT_EQ(f.List.GetLocationData(9999), row.Back) << row.Data.toStdString();
@@ -262,14 +258,13 @@ TEST(PlaceList, ReportsProgress)
         QByteArray File;
         QString Reports;
     };
-    for (const Row& row : {
-             Row{"#h\n", start + u" 2:0*1"_s},                               // no line to estimate from
-             {"\n" + repeated("@a\n", 900), start + u" 2:0*1"_s},            // an empty one
-             {repeated("@abcdefgh\n", 80), start + u" 2:0*1"_s},             // below a hundred lines
-             {repeated("@abcdefghi\n", 200), start + u" 1:0*100 2:0*1"_s},   // 220 lines expected, two a step
-             {repeated("@abcdefghi\n\n", 200), start + u" 1:0*100 2:0*1"_s}, // empty lines do not count
-             {"@" + QByteArray(29, 'x') + "\n" + repeated("@ab\n", 1000), start + u" 1:0*132 1:100*869 2:0*1"_s},
-         }) {
+    for (const Row& row :
+         {Row{"#h\n", start + u" 2:0*1"_s},                               // no line to estimate from
+          {"\n" + repeated("@a\n", 900), start + u" 2:0*1"_s},            // an empty one
+          {repeated("@abcdefgh\n", 80), start + u" 2:0*1"_s},             // below a hundred lines
+          {repeated("@abcdefghi\n", 200), start + u" 1:0*100 2:0*1"_s},   // 220 lines expected, two a step
+          {repeated("@abcdefghi\n\n", 200), start + u" 1:0*100 2:0*1"_s}, // empty lines do not count
+          {"@" + QByteArray(29, 'x') + "\n" + repeated("@ab\n", 1000), start + u" 1:0*132 1:100*869 2:0*1"_s}}) {
         CListInFolder f;
         f.Load(row.File);
         EXPECT_EQ(f.ReportText(), row.Reports) << row.File.left(40).constData();

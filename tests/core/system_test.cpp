@@ -71,7 +71,7 @@ TEST(Registry, KeepsValuesAndSurvivesNonsense)
         EXPECT_EQ(Text(u"Dialog\\Obs"_s, name), u"default"_s) << name.toStdString();
 
     const QString garbage = folder.filePath(u"garbage.ini"_s);
-    WriteFile(garbage, QByteArray("\x00\xFF[[[\n=\n]\n@@@(\n%zz\\x=\\x\n[a\nb", 30));
+    WriteFile(garbage, QByteArray(1, char(0)) + "\xFF[[[\n=\n]\n@@@(\n%zz\\x=\\x\n[a\nb");
     CRegistry::UseFile(garbage);
     EXPECT_EQ(Integer(u"Dialog\\Obs"_s, u"ViewAngle"_s), -77);
     CRegistry::Write(u"Dialog\\Obs"_s, u"ViewAngle"_s, 5, CRegistry::Count);
@@ -93,13 +93,10 @@ TEST(CommonFile, ComparesAges)
         QString First, Second;
         bool IsNewer;
     };
-    for (const Row& row : {Row{young, old, true},
-                           {old, young, false},
-                           {old, old, false},
-                           {old, none, true},
-                           {none, old, false},
-                           {none, none, false},
-                           {folder.path(), old, false}})
+    // clang-format off
+    for (const Row& row : {Row{young, old, true}, {old, young, false}, {old, old, false}, {old, none, true},
+         {none, old, false}, {none, none, false}, {folder.path(), old, false}})
+        // clang-format on
         EXPECT_EQ(CCommonFile::IsFileNewerThan(row.First, row.Second), row.IsNewer) << row.First.toStdString();
     EXPECT_FALSE(CCommonFile::DoesFileExist(folder.path()));
 }
@@ -194,13 +191,10 @@ TEST(CommonCoordFormat, ComparesAndTurnsAngles)
     EXPECT_FALSE(CCommonCoordFormat::IsEqualDeg(Nan, Nan));
     EXPECT_TRUE(CCommonCoordFormat::IsEqualAlt(10, 10.05));
     EXPECT_FALSE(CCommonCoordFormat::IsEqualAlt(10, 11));
-    for (const auto& [from, to] : {std::pair{-1.0, 359.0},
-                                   {360.0, 0.0},
-                                   {-720.0, 0.0},
-                                   {725.0, 5.0},
-                                   {-1e-20, 0.0},
-                                   {Nan, 0.0},
-                                   {Infinity, 0.0}})
+    // clang-format off
+    for (const auto& [from, to] : {std::pair{-1.0, 359.0}, {360.0, 0.0}, {-720.0, 0.0}, {725.0, 5.0}, {-1e-20, 0.0},
+         {Nan, 0.0}, {Infinity, 0.0}})
+        // clang-format on
         EXPECT_EQ(degmal(from), to) << from;
     EXPECT_LT(degmal(-1e300), 360.0);
 }

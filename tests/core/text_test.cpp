@@ -51,17 +51,11 @@ TEST(CodePage932, UsesTheWindowsTable)
         const char* Bytes;
         const char16_t* Text;
     };
-    for (const Row& row : {Row{"\x81\x60", u"～"},
-                           {"\x81\x7C", u"－"},
-                           {"\x81\x5C", u"―"},
-                           {"\x81\x61", u"∥"},
-                           {"\\~", u"\\~"},
-                           {"\xB6\xDE", u"ｶﾞ"},
-                           {"\x87\x40\x87\x8A", u"①㈱"},
-                           {"\xFB\xFC", u"髙"},
-                           {"\xFA\xB1", u"﨑"},
-                           {"\xF0\x40", u"\uE000"},
-                           {"\x93\xFA\x96{", u"日本"}}) {
+    // clang-format off
+    for (const Row& row : {Row{"\x81\x60", u"～"}, {"\x81\x7C", u"－"}, {"\x81\x5C", u"―"}, {"\x81\x61", u"∥"},
+         {"\\~", u"\\~"}, {"\xB6\xDE", u"ｶﾞ"}, {"\x87\x40\x87\x8A", u"①㈱"}, {"\xFB\xFC", u"髙"}, {"\xFA\xB1", u"﨑"},
+         {"\xF0\x40", u"\uE000"}, {"\x93\xFA\x96{", u"日本"}}) {
+        // clang-format on
         const QString text = QString::fromUtf16(row.Text);
         EXPECT_EQ(CodePage932::Decode(row.Bytes), text) << row.Bytes;
         EXPECT_EQ(CodePage932::Encode(text), row.Bytes) << row.Bytes;
@@ -108,9 +102,9 @@ TEST(Number, ReadsAndWritesLikeTheCLibrary)
 {
     struct Row
     {
-        const char16_t* Text;
-        double Double;
-        int Int;
+        const char16_t* Text = u"";
+        double Double = 0;
+        int Int = 0;
         bool IsNumber = true;
     };
     constexpr int Most = std::numeric_limits<int>::max();

@@ -256,29 +256,6 @@ TEST(EntryRules, SpinsStepClampAndWrap)
     }
 }
 
-TEST(EntryRules, EditBoxesTakeTheirRange)
-{
-    QString all;
-    for (int i = 0; i < EntryRules::BoxCount; ++i) {
-        const auto& rule = EntryRules::Edit(static_cast<Box>(i));
-        all += Number::Format("%g..%g%s->%g%s%s%s%s", rule.Low, rule.High, rule.HighExcluded ? "-" : "",
-                              rule.HighCorrection, rule.AppliesAfterCorrection ? " applied" : "",
-                              rule.WaitsForDigit ? " waits" : "", rule.KeepsCaret ? " caret" : "",
-                              rule.Then == EntryRules::Apply::TimeZone ? " zone" : "");
-        for (const char16_t* message : {rule.BelowMessage, rule.AboveMessage})
-            all += u' ' + QString::fromUtf16(message ? message : u"-").section(u'値', 0, 0);
-        all += u'\n';
-    }
-    EXPECT_EQ(all, u"0..180->180 - -\n"
-                   "0..59->59 caret 経度の分には 0 から 59 までの 経度の分には 0 から 59 までの\n"
-                   "0..60-->59.9 waits caret 経度の秒には 0 から 59.9 までの 経度の秒には 0 から 59.9 までの\n"
-                   "0..90->90 applied 緯度の度には 0 から 90 までの 緯度の度には 0 から 90 までの\n"
-                   "0..59->59 applied caret 緯度の分には 0 から 59 までの 経度の分には 0 から 59 までの\n"
-                   "0..60-->59.9 applied waits caret 緯度の秒には 0 から 59.9 までの 経度の秒には 0 から 59.9 までの\n"
-                   "0..14->14 zone タイムゾーンの時には 0 から 14 までの タイムゾーンの時には 0 から 14 までの\n"
-                   "0..59->59 zone タイムゾーンの分には 0 から 59 までの タイムゾーンの分には 0 から 59 までの\n"_s);
-}
-
 TEST(EclipseColor, ReadsWhatTheEngineAnswers)
 {
     // clang-format off

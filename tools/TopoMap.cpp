@@ -59,11 +59,11 @@ CTopoMap::CTopoMap(const QString& path, const QString& objectName)
     if (scale.size() != 2 || origin.size() != 2 || object.isEmpty()) {
         throw std::runtime_error(path.toStdString() + " is not the expected map");
     }
-    for (const QJsonValue& arc : root[u"arcs"].toArray()) {
+    for (const auto& arc : root[u"arcs"].toArray()) {
         MapLine line;
         double x = 0.0;
         double y = 0.0;
-        for (const QJsonValue& step : arc.toArray()) {
+        for (const auto& step : arc.toArray()) {
             x += step[0].toDouble();
             y += step[1].toDouble();
             const auto units = [&](double count, int axis) {
@@ -75,7 +75,7 @@ CTopoMap::CTopoMap(const QString& path, const QString& objectName)
         m_arcs.push_back(std::move(line));
     }
     if (object[u"type"] == u"GeometryCollection"_s) {
-        for (const QJsonValue& geometry : object[u"geometries"].toArray()) {
+        for (const auto& geometry : object[u"geometries"].toArray()) {
             AddShape(geometry.toObject());
         }
     } else {
@@ -88,16 +88,16 @@ void CTopoMap::AddShape(const QJsonObject& geometry)
     MapShape shape;
     shape.Id = geometry[u"id"].toString();
     const auto addPolygon = [&shape](const QJsonArray& rings) {
-        for (const QJsonValue& ring : rings) {
+        for (const auto& ring : rings) {
             std::vector<int> arcs;
-            for (const QJsonValue& arc : ring.toArray()) {
+            for (const auto& arc : ring.toArray()) {
                 arcs.push_back(arc.toInt());
             }
             shape.Rings.push_back(std::move(arcs));
         }
     };
     if (geometry[u"type"] == u"MultiPolygon"_s) {
-        for (const QJsonValue& polygon : geometry[u"arcs"].toArray()) {
+        for (const auto& polygon : geometry[u"arcs"].toArray()) {
             addPolygon(polygon.toArray());
         }
     } else {

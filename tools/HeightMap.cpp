@@ -78,11 +78,20 @@ void CHeightMap::DrawLand(const QString& landMap)
     path.setFillRule(Qt::OddEvenFill);
     for (const MapShape& shape : map.Shapes()) {
         for (const std::vector<int>& ring : shape.Rings) {
+            const MapLine line = map.Ring(ring);
             QPolygonF polygon;
-            for (const MapPoint& point : map.Ring(ring)) {
+            for (const MapPoint& point : line) {
                 polygon << QPointF((point.Longitude + 180e6) * CellsPerUnit, (90e6 - point.Latitude) * CellsPerUnit);
             }
-            path.addPolygon(polygon);
+            if (std::abs(polygon.last().x() - polygon.first().x()) > 1.0) {
+                // Antarctica goes round the pole.
+                polygon << QPointF(polygon.last().x(), Rows) << QPointF(polygon.first().x(), Rows);
+            }
+            // What leaves the map at the date line comes in at its other side.
+            for (const int offset : {-Columns, 0, Columns}) {
+                path.addPolygon(polygon.translated(offset, 0));
+                path.closeSubpath();
+            }
         }
     }
     m_land = QImage(Columns, Rows, QImage::Format_Grayscale8);

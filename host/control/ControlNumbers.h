@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QMetaType>
-#include <QtTypes>
+#include <QtGlobal>
 
 /// The numbers of the controls' methods, properties and events: the interface between the module and the controls.
 namespace ControlNumber
@@ -9,10 +9,10 @@ namespace ControlNumber
 /// The sky engine: one text in, one text out.
 namespace Engine
 {
-inline constexpr int MethodCommand = 2;      ///< QString line -> QString answer
-inline constexpr int PropertyActive = 1;     ///< bool
-inline constexpr int EventMouseUp = -607;    ///< short button, short shift state, int x, int y (the standard mouse-up)
-inline constexpr int EventTouch = 9;         ///< quint32 kind, TouchInput*, int, int, int, int
+inline constexpr int MethodCommand = 2;   ///< QString line -> QString answer
+inline constexpr int PropertyActive = 1;  ///< bool
+inline constexpr int EventMouseUp = -607; ///< short button, short shift state, int x, int y (the standard mouse-up)
+inline constexpr int EventTouch = 9;      ///< quint32 kind, TouchInput*, int, int, int, int
 inline constexpr unsigned TouchKindInput = 320;
 inline constexpr unsigned TouchFlagUp = 4;
 } // namespace Engine
@@ -45,9 +45,9 @@ inline constexpr int EventMagnification = 9;     ///< double magnification, 180 
 /// One touch of a touch event, as the engine hands it over.
 struct TouchInput
 {
-    int X = 0;          ///< pixels in the control
-    int Y = 0;          ///< pixels in the control
-    quint32 Flags = 0;  ///< bits; 4: the finger was lifted
+    int X = 0;         ///< pixels in the control
+    int Y = 0;         ///< pixels in the control
+    quint32 Flags = 0; ///< bits; 4: the finger was lifted
 };
 Q_DECLARE_METATYPE(TouchInput*)
 Q_DECLARE_METATYPE(double*)

@@ -11,7 +11,10 @@ void CControlRegister::Register(const QString& className, Factory factory)
     m_factories.insert(className, std::move(factory));
 }
 
-void CControlRegister::Unregister(const QString& className) { m_factories.remove(className); }
+void CControlRegister::Unregister(const QString& className)
+{
+    m_factories.remove(className);
+}
 
 std::unique_ptr<IControl> CControlRegister::Create(const QString& className, QWidget* parent) const
 {

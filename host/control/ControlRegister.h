@@ -34,7 +34,7 @@ private:
 /// Names under which the controls of this system are registered.
 namespace ControlClass
 {
-inline constexpr char16_t SkyEngine[] = u"Kiv.SkyEngine";   ///< the default sky engine
+inline constexpr char16_t SkyEngine[] = u"Kiv.SkyEngine";    ///< the default sky engine
 inline constexpr char16_t SkyEngine3[] = u"Kiv.SkyEngine.3"; ///< the engine of variant 3
 inline constexpr char16_t SkyEngine4[] = u"Kiv.SkyEngine.4"; ///< the engine of variant 4
 inline constexpr char16_t GlobeMap[] = u"Kiv.GlobeMap";

@@ -95,4 +95,20 @@ QByteArray CodePage932::Encode(QStringView text)
     return bytes;
 }
 
-bool CodePage932::IsRepresentable(QStringView text) { return Decode(Encode(text)) == text; }
+QByteArrayView CodePage932::CompletePrefix(QByteArrayView bytes)
+{
+    qsizetype i = 0;
+    while (i < bytes.size()) {
+        const auto lead = static_cast<unsigned char>(bytes[i]);
+        const bool isDouble = (lead >= 0x81 && lead <= 0x9F) || (lead >= 0xE0 && lead <= 0xFC);
+        if (isDouble && i + 1 == bytes.size())
+            return bytes.first(i);
+        i += isDouble ? 2 : 1;
+    }
+    return bytes;
+}
+
+bool CodePage932::IsRepresentable(QStringView text)
+{
+    return Decode(Encode(text)) == text;
+}

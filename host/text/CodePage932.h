@@ -14,4 +14,7 @@ namespace CodePage932
 
 /// Whether every character of the text survives encoding and decoding unchanged.
 [[nodiscard]] bool IsRepresentable(QStringView text);
+
+/// The bytes without a last lead byte that has lost its second byte.
+[[nodiscard]] QByteArrayView CompletePrefix(QByteArrayView bytes);
 } // namespace CodePage932

@@ -30,7 +30,23 @@ private:
     locale_t m_previous;
 };
 
-bool IsBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+QString Print(const char* format, va_list arguments)
+{
+    const CLocaleGuard guard;
+    va_list again;
+    va_copy(again, arguments);
+    const int length = std::vsnprintf(nullptr, 0, format, arguments);
+    QByteArray text(length > 0 ? length : 0, Qt::Uninitialized);
+    if (length > 0)
+        std::vsnprintf(text.data(), static_cast<size_t>(length) + 1, format, again);
+    va_end(again);
+    return QString::fromUtf8(text);
+}
+
+bool IsBlank(char c)
+{
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
 
 /// Skips leading blanks and a plus sign, which std::from_chars does not take.
 QByteArrayView NumberBody(QByteArrayView text)
@@ -48,9 +64,13 @@ QByteArray AsciiHead(QStringView text)
 {
     QByteArray head;
     for (const QChar c : text) {
-        if (c.unicode() >= 0x80)
+        const char16_t unit = c.unicode();
+        const bool isBlank = unit == u' ' || (unit >= u'\t' && unit <= u'\r');
+        const bool isOfNumber = (unit >= u'0' && unit <= u'9') || QStringView(u"+-.eE").contains(c);
+        if (!isOfNumber && !(isBlank && head.isEmpty()))
             break;
-        head.append(static_cast<char>(c.unicode()));
+        if (isOfNumber)
+            head.append(static_cast<char>(unit));
     }
     return head;
 }
@@ -58,43 +78,71 @@ QByteArray AsciiHead(QStringView text)
 
 QString Number::Format(const char* format, ...)
 {
-    const CLocaleGuard guard;
     va_list arguments;
     va_start(arguments, format);
-    va_list again;
-    va_copy(again, arguments);
-    const int length = std::vsnprintf(nullptr, 0, format, arguments);
+    const QString text = Print(format, arguments);
     va_end(arguments);
-    QByteArray text(length > 0 ? length : 0, Qt::Uninitialized);
-    if (length > 0)
-        std::vsnprintf(text.data(), static_cast<size_t>(length) + 1, format, again);
-    va_end(again);
-    return QString::fromUtf8(text);
+    return text;
 }
 
-double Number::LeadingDouble(QByteArrayView text)
+QString Number::FormatUnchecked(const char* format, ...)
+{
+    va_list arguments;
+    va_start(arguments, format);
+    const QString text = Print(format, arguments);
+    va_end(arguments);
+    return text;
+}
+
+std::optional<double> Number::FindLeadingDouble(QByteArrayView text)
 {
     const QByteArrayView body = NumberBody(text);
     const qsizetype digit = !body.isEmpty() && body[0] == '-' ? 1 : 0;
     if (digit >= body.size() || !((body[digit] >= '0' && body[digit] <= '9') || body[digit] == '.'))
-        return 0.0; // keeps "inf" and "nan" out
+        return std::nullopt; // keeps "inf" and "nan" out
     double value = 0.0;
     const auto result = std::from_chars(body.data(), body.data() + body.size(), value);
     if (result.ec != std::errc() || !std::isfinite(value))
-        return 0.0;
+        return std::nullopt;
     return value;
 }
 
-double Number::LeadingDouble(QStringView text) { return LeadingDouble(QByteArrayView(AsciiHead(text))); }
-
-int Number::LeadingInt(QByteArrayView text)
+std::optional<int> Number::FindLeadingInt(QByteArrayView text)
 {
     const QByteArrayView body = NumberBody(text);
     int value = 0;
     const auto result = std::from_chars(body.data(), body.data() + body.size(), value);
     if (result.ec == std::errc::result_out_of_range)
         return body[0] == '-' ? std::numeric_limits<int>::min() : std::numeric_limits<int>::max();
-    return result.ec == std::errc() ? value : 0;
+    return result.ec == std::errc() ? std::optional<int>(value) : std::nullopt;
 }
 
-int Number::LeadingInt(QStringView text) { return LeadingInt(QByteArrayView(AsciiHead(text))); }
+std::optional<double> Number::FindLeadingDouble(QStringView text)
+{
+    return FindLeadingDouble(QByteArrayView(AsciiHead(text)));
+}
+
+std::optional<int> Number::FindLeadingInt(QStringView text)
+{
+    return FindLeadingInt(QByteArrayView(AsciiHead(text)));
+}
+
+double Number::LeadingDouble(QByteArrayView text)
+{
+    return FindLeadingDouble(text).value_or(0.0);
+}
+
+double Number::LeadingDouble(QStringView text)
+{
+    return FindLeadingDouble(text).value_or(0.0);
+}
+
+int Number::LeadingInt(QByteArrayView text)
+{
+    return FindLeadingInt(text).value_or(0);
+}
+
+int Number::LeadingInt(QStringView text)
+{
+    return FindLeadingInt(text).value_or(0);
+}

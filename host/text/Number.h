@@ -3,18 +3,29 @@
 #include <QString>
 #include <QStringView>
 
+#include <optional>
+
 /// Numbers as the C library reads and writes them, in the C locale whatever the process's locale is.
 namespace Number
 {
 /// printf: exact ties go to even, negative zero keeps its sign. The format and texts are UTF-8.
 [[nodiscard]] QString Format(const char* format, ...) __attribute__((format(printf, 1, 2)));
 
-/// The decimal number that the text begins with (leading blanks, a sign and an exponent allowed), 0.0 when there is
-/// none. "0x10", "inf" and "nan" have no leading number; a number too large for a double reads as 0.0.
+/// The same for a format that comes out of a table of texts; the caller vouches that it fits the arguments.
+[[nodiscard]] QString FormatUnchecked(const char* format, ...);
+
+/// The decimal number that the text begins with (leading blanks, a sign and an exponent allowed); none for "inf",
+/// "nan" and a number that no double can hold. "0x10" begins with 0.
+[[nodiscard]] std::optional<double> FindLeadingDouble(QStringView text);
+[[nodiscard]] std::optional<double> FindLeadingDouble(QByteArrayView text);
+
+/// The decimal integer that the text begins with, clamped to the range of int.
+[[nodiscard]] std::optional<int> FindLeadingInt(QStringView text);
+[[nodiscard]] std::optional<int> FindLeadingInt(QByteArrayView text);
+
+/// The same, with 0 for a text without a number.
 [[nodiscard]] double LeadingDouble(QStringView text);
 [[nodiscard]] double LeadingDouble(QByteArrayView text);
-
-/// The decimal integer that the text begins with, 0 when there is none; clamped to the range of int.
 [[nodiscard]] int LeadingInt(QStringView text);
 [[nodiscard]] int LeadingInt(QByteArrayView text);
 } // namespace Number

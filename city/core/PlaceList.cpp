@@ -1,0 +1,127 @@
+#include "city/core/PlaceList.h"
+
+#include "host/text/CodePage932.h"
+
+#include <memory>
+
+namespace
+{
+template <typename Table> auto& At(Table& table, int index)
+{
+    if (index < 0 || static_cast<size_t>(index) >= table.size())
+        throw CInvalidArgument("index outside the place list's table");
+    return table[static_cast<size_t>(index)];
+}
+} // namespace
+
+CPlaceList::CPlaceList()
+    : m_folderTable(FolderTableSize), m_placeTable(PlaceTableSize),
+      m_saveFileFactory([](const QString& path) { return std::make_unique<QSaveFile>(path); })
+{
+}
+
+const CTagList& CPlaceList::Folder(int index) const
+{
+    return At(m_folderTable, index);
+}
+
+CCityList& CPlaceList::Place(int index)
+{
+    return At(m_placeTable, index);
+}
+
+const CCityList& CPlaceList::Place(int index) const
+{
+    return At(m_placeTable, index);
+}
+
+CTagList& CPlaceList::NextFolder()
+{
+    return At(m_folderTable, m_folderCount);
+}
+
+CCityList& CPlaceList::NextPlace()
+{
+    return At(m_placeTable, m_placeCount);
+}
+
+void CPlaceList::Report(int phase, const QVariant& value) const
+{
+    if (m_progress)
+        m_progress(phase, value);
+}
+
+void CPlaceList::ClearTree()
+{
+    m_tree.Clear();
+    m_folderCount = 0;
+}
+
+QByteArray CPlaceList::CityLine(const CPlaceItem* item) const
+{
+    return PlaceFormat::ListLine(item->Text(), Place(item->Data()));
+}
+
+void CPlaceList::GetCityString(const CPlaceItem* item, QString& out) const
+{
+    out = CodePage932::Decode(CityLine(item));
+}
+
+QString CPlaceList::GetLocationData(int placeIndex) const
+{
+    return PlaceFormat::DataString(Place(placeIndex));
+}
+
+void CPlaceList::SetLocationData(int placeIndex, const QString& data)
+{
+    PlaceFormat::ParseDataString(data, Place(placeIndex));
+}
+
+bool CPlaceList::RefreshUserObs()
+{
+    if (!m_isComplete)
+        return false;
+    CKivFile file(m_saveFileFactory);
+    if (!file.OpenCreate(UserListFilePath))
+        return false;
+    file.SetUnicode(false, true);
+    file.WriteBytes(UserListBytes());
+    return file.Close();
+}
+
+QByteArray CPlaceList::UserListBytes() const
+{
+    constexpr int usualLineLength = 96;
+    QByteArray bytes = m_listHeader;
+    bytes.replace("\n", "\r\n");
+    bytes.reserve(bytes.size() + qsizetype(m_placeCount) * usualLineLength);
+
+    int depth = 0;
+    const CPlaceItem* item = m_tree.Root();
+    while (item) {
+        if (item->IsFolder()) {
+            if (depth > 0) {
+                bytes.append(depth, '@');
+                bytes.append(CodePage932::Encode(item->Text())).append("\r\n");
+            }
+            if (item->FirstChild()) {
+                item = item->FirstChild();
+                ++depth;
+                continue;
+            }
+            if (depth > 0)
+                bytes.append("#\r\n");
+        } else
+            bytes.append(CityLine(item));
+
+        while (item && !item->Next()) {
+            item = item->Parent();
+            --depth;
+            if (item && depth > 0)
+                bytes.append("#\r\n");
+        }
+        if (item)
+            item = item->Next();
+    }
+    return bytes;
+}

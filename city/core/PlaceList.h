@@ -1,0 +1,89 @@
+#pragma once
+
+#include "city/core/PlaceRecord.h"
+#include "city/core/PlaceTree.h"
+#include "host/text/KivFile.h"
+
+#include <QString>
+#include <QVariant>
+
+#include <functional>
+#include <stdexcept>
+#include <vector>
+
+/// Raised when an index lies outside a table: more places or folders than the tables hold, or an unknown place.
+class CInvalidArgument : public std::invalid_argument
+{
+public:
+    using std::invalid_argument::invalid_argument;
+};
+
+/// The place list as a document: records, tree and files, without any window.
+class CPlaceList
+{
+public:
+    static constexpr int FolderTableSize = 2000; ///< the root included
+    static constexpr int PlaceTableSize = 10000;
+    static constexpr char16_t RootName[] = u"場所";
+
+    /// Progress of a load: phase 0 with a text at the start, 1 with a percentage, 2 with 0 at the end.
+    using Progress = std::function<void(int phase, const QVariant& value)>;
+
+    CPlaceList();
+
+    /// The shipped list, which is only read, and the user list, which is only written.
+    QString ListFilePath;
+    QString UserListFilePath;
+
+    void SetProgress(Progress progress) { m_progress = std::move(progress); }
+    void SetSaveFileFactory(CKivFile::SaveFileFactory factory) { m_saveFileFactory = std::move(factory); }
+
+    /// Reads the shipped list into the tree and the tables; a missing file leaves the root alone. The tree must be
+    /// empty. Throws CInvalidArgument when a table is full: what was read until then stays, and IsComplete is false.
+    void LoadCityList();
+
+    /// Whether the last load took in the whole file. An incomplete list must not be saved.
+    [[nodiscard]] bool IsComplete() const { return m_isComplete; }
+
+    /// Replaces the user list by what the tree holds now. False, with the old file in place, when it cannot be
+    /// written or the list is incomplete.
+    bool RefreshUserObs();
+
+    /// Empties the tree and the folder table; place records and the header stay, and the next load appends.
+    void ClearTree();
+
+    [[nodiscard]] CPlaceTree& Tree() { return m_tree; }
+    [[nodiscard]] const CPlaceTree& Tree() const { return m_tree; }
+    [[nodiscard]] int FolderCount() const { return m_folderCount; }
+    [[nodiscard]] int PlaceCount() const { return m_placeCount; }
+    /// Records by index; CInvalidArgument outside the table.
+    [[nodiscard]] const CTagList& Folder(int index) const;
+    [[nodiscard]] CCityList& Place(int index);
+    [[nodiscard]] const CCityList& Place(int index) const;
+    /// The lines at the head of the shipped list, each ending with LF, in code page 932.
+    [[nodiscard]] const QByteArray& ListHeader() const { return m_listHeader; }
+
+    /// The list-file line of a place item, CR LF included. CInvalidArgument for a folder.
+    void GetCityString(const CPlaceItem* item, QString& out) const;
+    [[nodiscard]] QString GetLocationData(int placeIndex) const;
+    void SetLocationData(int placeIndex, const QString& data);
+
+private:
+    class Loader;
+
+    [[nodiscard]] QByteArray CityLine(const CPlaceItem* item) const;
+    [[nodiscard]] QByteArray UserListBytes() const;
+    CTagList& NextFolder();
+    CCityList& NextPlace();
+    void Report(int phase, const QVariant& value) const;
+
+    std::vector<CTagList> m_folderTable;
+    int m_folderCount = 0;
+    std::vector<CCityList> m_placeTable;
+    int m_placeCount = 0;
+    CPlaceTree m_tree;
+    QByteArray m_listHeader;
+    bool m_isComplete = true;
+    Progress m_progress;
+    CKivFile::SaveFileFactory m_saveFileFactory;
+};

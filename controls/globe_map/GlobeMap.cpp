@@ -1,0 +1,332 @@
+#include "controls/globe_map/GlobeMap.h"
+
+#include "host/control/ControlNumbers.h"
+#include "host/text/Number.h"
+
+#include <QEvent>
+#include <QFontInfo>
+#include <QPainter>
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <cstring>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+// Zoom 0 to 1 goes to the view angle by this power: the near half of the range is the finer one.
+constexpr double ZoomPower = 2.668378;
+
+bool IsWholeNumber(const QVariant& value)
+{
+    switch (value.typeId()) {
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+    case QMetaType::Short:
+    case QMetaType::UShort:
+    case QMetaType::Long:
+    case QMetaType::ULong:
+        return true;
+    default:
+        return false;
+    }
+}
+
+std::optional<double> FiniteNumber(const QVariant& value)
+{
+    if (!IsWholeNumber(value) && value.typeId() != QMetaType::Double && value.typeId() != QMetaType::Float)
+        return std::nullopt;
+    const double number = value.toDouble();
+    return std::isfinite(number) ? std::optional(number) : std::nullopt;
+}
+
+std::optional<bool> Switch(const QVariantList& arguments)
+{
+    if (arguments.size() != 1 || (arguments[0].typeId() != QMetaType::Bool && !IsWholeNumber(arguments[0])))
+        return std::nullopt;
+    return arguments[0].toBool();
+}
+
+std::optional<QString> Text(const QVariantList& arguments)
+{
+    if (arguments.size() != 1 || arguments[0].typeId() != QMetaType::QString)
+        return std::nullopt;
+    return arguments[0].toString();
+}
+
+std::optional<GeoPoint> Point(const QVariantList& arguments)
+{
+    if (arguments.size() != 2)
+        return std::nullopt;
+    const auto longitude = FiniteNumber(arguments[0]);
+    const auto latitude = FiniteNumber(arguments[1]);
+    if (!longitude || !latitude)
+        return std::nullopt;
+    return GeoPoint{WrapLongitude(*longitude), std::clamp(*latitude, -90.0, 90.0)};
+}
+
+QString Minutes(double degrees, const char* positive, const char* negative)
+{
+    const auto minutes = static_cast<int>(std::lround(std::abs(degrees) * 60));
+    return Number::Format("%s %d°%02d′", degrees < 0 ? negative : positive, minutes / 60, minutes % 60);
+}
+
+QString PositionText(const GeoPoint& point)
+{
+    return Minutes(point.Longitude, "東経", "西経") + u"  "_s + Minutes(point.Latitude, "北緯", "南緯");
+}
+} // namespace
+
+CGlobeMap::CGlobeMap(QWidget* parent, QString dataFolder) : QWidget(parent), m_painter(std::move(dataFolder))
+{
+    hide();
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setFocusPolicy(Qt::StrongFocus);
+    setMouseTracking(true);
+    setCursor(Qt::CrossCursor);
+    grabGesture(Qt::PinchGesture);
+    setAccessibleName(u"地球の地図"_s);
+    setAccessibleDescription(
+        u"矢印キーで地図を回し、Enter キーまたはスペースキーで中央の地点を選びます。"
+        u"＋・－キーと PageUp・PageDown キーで拡大・縮小し、Home キーで観測地を中央に戻します。"_s);
+    std::bitset<LandmarkKind::Count> kinds;
+    m_painter.Landmarks().SetKinds(kinds.set());
+    ApplyFont();
+}
+
+CGlobeMap::~CGlobeMap() = default;
+
+QVariant CGlobeMap::Invoke(int method, const QVariantList& arguments)
+{
+    namespace Method = ControlNumber::GlobeMap;
+    switch (method) {
+    case Method::SetCenter:
+        return SetCenter(arguments);
+    case Method::GetCenter:
+        return GetCenter(arguments);
+    case Method::SetObsPosition:
+        return SetObsPosition(arguments);
+    case Method::Redraw:
+        if (arguments.isEmpty())
+            MarkChanged();
+        return {};
+    case Method::SetZoom:
+        return SetZoom(arguments);
+    case Method::Switch12:
+        m_scene.IsNamesVisible = Switch(arguments).value_or(m_scene.IsNamesVisible);
+        return {};
+    case Method::Switch18:
+        m_scene.IsCoastVisible = Switch(arguments).value_or(m_scene.IsCoastVisible);
+        return {};
+    case Method::Switch29:
+        m_scene.IsGraticuleVisible = Switch(arguments).value_or(m_scene.IsGraticuleVisible);
+        return {};
+    case Method::SetLandmarkFile:
+        if (const auto path = Text(arguments)) {
+            m_landmarkFile = *path;
+            m_isLandmarkFileThere = false;
+        }
+        return {};
+    case Method::SetLandmarkFileExists:
+        if (const auto isThere = Switch(arguments)) {
+            m_isLandmarkFileThere = *isThere;
+            ReadLandmarks();
+        }
+        return {};
+    case Method::ReloadUserPlaces:
+        if (Switch(arguments).value_or(false))
+            ReadLandmarks();
+        return {};
+    case Method::FeatureCount:
+        return arguments.isEmpty() ? QVariant(LandmarkKind::Count) : QVariant();
+    case Method::FeatureName:
+        if (arguments.size() != 1 || !IsWholeNumber(arguments[0]))
+            return {};
+        return LandmarkKind::Name(arguments[0].toInt());
+    case Method::SetFeatureFlags:
+        return SetFeatureFlags(arguments);
+    case Method::SetEclipsePath:
+        if (const auto path = Text(arguments))
+            m_scene.Eclipse = CEclipsePath::Parse(*path);
+        return {};
+    case Method::SetBesselElementApply:
+        m_scene.HasEclipseLimits = Switch(arguments).value_or(m_scene.HasEclipseLimits);
+        return {};
+    case Method::SetEclipsePathColor:
+        return SetEclipsePathColor(arguments);
+    default:
+        return {};
+    }
+}
+
+void CGlobeMap::SetControlProperty(int, const QVariant&) {}
+
+QVariant CGlobeMap::SetCenter(const QVariantList& arguments)
+{
+    if (const auto point = Point(arguments))
+        m_center = *point;
+    return {};
+}
+
+QVariant CGlobeMap::GetCenter(const QVariantList& arguments)
+{
+    if (arguments.size() != 2 || !arguments[0].canConvert<double*>() || !arguments[1].canConvert<double*>())
+        return {};
+    auto* longitude = arguments[0].value<double*>();
+    auto* latitude = arguments[1].value<double*>();
+    if (!longitude || !latitude)
+        return {};
+    *longitude = m_center.Longitude;
+    *latitude = m_center.Latitude;
+    return {};
+}
+
+QVariant CGlobeMap::SetObsPosition(const QVariantList& arguments)
+{
+    if (const auto point = Point(arguments))
+        m_scene.Observer = *point;
+    return {};
+}
+
+QVariant CGlobeMap::SetZoom(const QVariantList& arguments)
+{
+    const auto zoom = arguments.size() == 1 ? FiniteNumber(arguments[0]) : std::nullopt;
+    if (zoom)
+        m_viewAngle =
+            std::pow(1 - std::clamp(*zoom, 0.0, 1.0), ZoomPower) * (WidestAngle - NarrowestAngle) + NarrowestAngle;
+    return {};
+}
+
+QVariant CGlobeMap::SetFeatureFlags(const QVariantList& arguments)
+{
+    if (arguments.size() != 1 || !IsWholeNumber(arguments[0]))
+        return {};
+    const auto address = static_cast<quintptr>(arguments[0].toULongLong());
+    if (address == 0)
+        return {};
+    std::array<qint32, LandmarkKind::Count> flags{};
+    std::memcpy(flags.data(), std::bit_cast<const void*>(address), sizeof(flags));
+    std::bitset<LandmarkKind::Count> kinds;
+    for (std::size_t kind = 0; kind < flags.size(); ++kind)
+        kinds[kind] = flags[kind] != 0;
+    m_painter.Landmarks().SetKinds(kinds);
+    return {};
+}
+
+QVariant CGlobeMap::SetEclipsePathColor(const QVariantList& arguments)
+{
+    if (arguments.size() != 1 || !IsWholeNumber(arguments[0]))
+        return {};
+    const auto color = static_cast<quint32>(arguments[0].toULongLong());
+    m_scene.EclipseColor = QColor(static_cast<int>(color & 255), static_cast<int>((color >> 8) & 255),
+                                  static_cast<int>((color >> 16) & 255));
+    return {};
+}
+
+void CGlobeMap::ReadLandmarks()
+{
+    m_painter.Landmarks().SetPlaces(m_isLandmarkFileThere ? LandmarkList::Read(m_landmarkFile)
+                                                          : std::vector<Landmark>());
+}
+
+CSphereView CGlobeMap::View() const
+{
+    return CSphereView::ForAngle(m_center, m_viewAngle, size());
+}
+
+void CGlobeMap::MarkChanged()
+{
+    m_isChanged = true;
+    update();
+}
+
+void CGlobeMap::ApplyFont()
+{
+    QFont mapFont = font();
+    // Should the window's font lack Japanese letters, these have them in the Japanese forms.
+    mapFont.setFamilies(QStringList(mapFont.family()) << u"Noto Sans CJK JP"_s << u"IPAexGothic"_s);
+    mapFont.setPixelSize(std::clamp(QFontInfo(font()).pixelSize() - 1, 11, 22));
+    m_painter.Landmarks().SetFont(mapFont);
+    MarkChanged();
+}
+
+void CGlobeMap::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::FontChange)
+        ApplyFont();
+    QWidget::changeEvent(event);
+}
+
+void CGlobeMap::resizeEvent(QResizeEvent* event)
+{
+    MarkChanged();
+    QWidget::resizeEvent(event);
+}
+
+void CGlobeMap::paintEvent(QPaintEvent*)
+{
+    const double scale = devicePixelRatioF();
+    const QSize pixels = (QSizeF(size()) * scale).toSize();
+    if (pixels.isEmpty())
+        return;
+    if (m_picture.size() != pixels) {
+        m_picture = QImage(pixels, QImage::Format_ARGB32_Premultiplied);
+        m_isChanged = true;
+    }
+    m_picture.setDevicePixelRatio(scale);
+    m_scene.ReadOut = ReadOutPlace();
+    if (std::exchange(m_isChanged, false))
+        m_painter.Paint(m_picture, View(), m_viewAngle, m_scene, m_press && m_press->IsDrag);
+
+    QPainter painter(this);
+    painter.drawImage(QPointF(0, 0), m_picture);
+    const QRectF area = rect();
+    std::optional<GeoPoint> named;
+    if (m_pointer)
+        named = View().FromScreen(*m_pointer);
+    else if (hasFocus())
+        named = m_center;
+    if (hasFocus()) {
+        painter.setRenderHint(QPainter::Antialiasing);
+        const QPointF middle = area.center();
+        painter.setPen(QPen(QColor(255, 255, 255, 170), 1));
+        for (const QPointF direction : {QPointF(1, 0), QPointF(-1, 0), QPointF(0, 1), QPointF(0, -1)})
+            painter.drawLine(middle + direction * 3, middle + direction * 7);
+        painter.setPen(QPen(palette().color(QPalette::Highlight).lighter(130), 2));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRoundedRect(area.adjusted(1, 1, -1, -1), 3, 3);
+    }
+    if (named)
+        PaintReadOut(painter, *named);
+}
+
+QFont CGlobeMap::ReadOutFont() const
+{
+    QFont small = font();
+    small.setPixelSize(std::max(10, QFontInfo(font()).pixelSize() - 2));
+    return small;
+}
+
+QRectF CGlobeMap::ReadOutPlace() const
+{
+    const QFontMetricsF metrics(ReadOutFont());
+    const QSizeF box(metrics.horizontalAdvance(PositionText({-179.99, -89.99})) + 10, metrics.height() + 6);
+    return {QPointF(width() - box.width() - 6, 6), box};
+}
+
+void CGlobeMap::PaintReadOut(QPainter& painter, const GeoPoint& point) const
+{
+    const QRectF place = ReadOutPlace();
+    painter.setFont(ReadOutFont());
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(8, 12, 20, 200));
+    painter.drawRoundedRect(place, 4, 4);
+    painter.setPen(QColor(222, 230, 240));
+    painter.drawText(place, Qt::AlignCenter, PositionText(point));
+}

@@ -1,0 +1,189 @@
+#include "controls/globe_map/GlobeMap.h"
+#include "host/control/ControlNumbers.h"
+
+#include <QApplication>
+#include <QGestureEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QNativeGestureEvent>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <utility>
+
+namespace
+{
+constexpr double KeyZoomFactor = 1.25;
+constexpr double KeyTurnShare = 0.08; // of the view angle
+constexpr double DegreesPerRadian = 180.0 / std::numbers::pi;
+// Nearer to a pole the longitude under the pointer changes too wildly to follow it.
+constexpr double WildLatitude = 75;
+} // namespace
+
+bool CGlobeMap::event(QEvent* event)
+{
+    if (event->type() == QEvent::Gesture && OnGesture(*static_cast<QGestureEvent*>(event)))
+        return true;
+    if (event->type() == QEvent::NativeGesture) {
+        const auto* gesture = static_cast<QNativeGestureEvent*>(event);
+        if (gesture->gestureType() == Qt::ZoomNativeGesture) {
+            ZoomBy(1 + gesture->value());
+            return true;
+        }
+    }
+    return QWidget::event(event);
+}
+
+bool CGlobeMap::OnGesture(const QGestureEvent& event)
+{
+    const auto* pinch = static_cast<QPinchGesture*>(event.gesture(Qt::PinchGesture));
+    if (!pinch)
+        return false;
+    // The fingers' way must not turn the globe, nor their lifting pick a point.
+    m_press.reset();
+    if (pinch->changeFlags() & QPinchGesture::ScaleFactorChanged)
+        ZoomBy(pinch->scaleFactor());
+    return true;
+}
+
+void CGlobeMap::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton)
+        m_press = Press{event->position().toPoint(), event->position().toPoint(), false};
+    else
+        QWidget::mousePressEvent(event);
+}
+
+void CGlobeMap::mouseMoveEvent(QMouseEvent* event)
+{
+    const QPoint at = event->position().toPoint();
+    m_pointer = event->position();
+    if (m_press && event->buttons().testFlag(Qt::LeftButton)) {
+        if (!m_press->IsDrag && (at - m_press->At).manhattanLength() >= QApplication::startDragDistance()) {
+            m_press->IsDrag = true;
+            setCursor(Qt::ClosedHandCursor);
+        }
+        if (m_press->IsDrag)
+            Drag(std::exchange(m_press->Last, at), at);
+    }
+    update();
+}
+
+void CGlobeMap::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton || !m_press) {
+        QWidget::mouseReleaseEvent(event);
+        return;
+    }
+    const bool wasDrag = std::exchange(m_press, std::nullopt)->IsDrag;
+    if (!wasDrag) {
+        Pick(event->position());
+        return;
+    }
+    setCursor(Qt::CrossCursor);
+    MarkChanged(); // in full quality again
+}
+
+void CGlobeMap::leaveEvent(QEvent* event)
+{
+    m_pointer.reset();
+    update();
+    QWidget::leaveEvent(event);
+}
+
+void CGlobeMap::focusInEvent(QFocusEvent* event)
+{
+    update();
+    QWidget::focusInEvent(event);
+}
+
+void CGlobeMap::focusOutEvent(QFocusEvent* event)
+{
+    update();
+    QWidget::focusOutEvent(event);
+}
+
+void CGlobeMap::keyPressEvent(QKeyEvent* event)
+{
+    switch (event->key()) {
+    case Qt::Key_Left:
+        return TurnByKey(-1, 0);
+    case Qt::Key_Right:
+        return TurnByKey(1, 0);
+    case Qt::Key_Up:
+        return TurnByKey(0, 1);
+    case Qt::Key_Down:
+        return TurnByKey(0, -1);
+    case Qt::Key_Plus:
+    case Qt::Key_Equal:
+    case Qt::Key_Semicolon: // the key of "+" on a Japanese keyboard
+    case Qt::Key_PageUp:
+        return ZoomBy(KeyZoomFactor);
+    case Qt::Key_Minus:
+    case Qt::Key_PageDown:
+        return ZoomBy(1 / KeyZoomFactor);
+    case Qt::Key_Home:
+        if (m_scene.Observer)
+            MoveCenter(m_scene.Observer->Longitude, m_scene.Observer->Latitude);
+        return;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Space:
+        if (!event->isAutoRepeat())
+            RaiseEvent(ControlNumber::GlobeMap::EventObsPosition, {m_center.Longitude, m_center.Latitude});
+        return;
+    default:
+        QWidget::keyPressEvent(event);
+    }
+}
+
+void CGlobeMap::MoveCenter(double longitude, double latitude)
+{
+    m_center = {WrapLongitude(longitude), std::clamp(latitude, -90.0, 90.0)};
+    MarkChanged();
+}
+
+void CGlobeMap::Drag(QPoint from, QPoint to)
+{
+    const CSphereView view = View();
+    const auto grabbed = view.FromScreen(from);
+    const auto under = view.FromScreen(to);
+    const double edge = view.Radius() * 0.9;
+    const QPointF way = QPointF(to) - view.CenterPixel();
+    const bool isFirm = grabbed && under && std::hypot(way.x(), way.y()) < edge &&
+                        std::abs(grabbed->Latitude) < WildLatitude && std::abs(under->Latitude) < WildLatitude;
+    if (isFirm) {
+        MoveCenter(m_center.Longitude + WrapLongitude(grabbed->Longitude - under->Longitude),
+                   m_center.Latitude + grabbed->Latitude - under->Latitude);
+        return;
+    }
+    const QPointF step = QPointF(from - to) / view.Radius() * DegreesPerRadian;
+    const double narrowing = std::max(0.3, std::cos(m_center.Latitude / DegreesPerRadian));
+    MoveCenter(m_center.Longitude + step.x() / narrowing, m_center.Latitude - step.y());
+}
+
+void CGlobeMap::TurnByKey(double right, double up)
+{
+    const double step = std::min(m_viewAngle * KeyTurnShare, 10.0);
+    const double narrowing = std::max(0.2, std::cos(m_center.Latitude / DegreesPerRadian));
+    MoveCenter(m_center.Longitude + right * step / narrowing, m_center.Latitude + up * step);
+}
+
+void CGlobeMap::ZoomBy(double factor)
+{
+    if (!std::isfinite(factor) || factor <= 0)
+        return;
+    const double angle = std::clamp(m_viewAngle / factor, NarrowestAngle, WidestAngle);
+    if (angle == m_viewAngle)
+        return;
+    m_viewAngle = angle;
+    MarkChanged();
+    RaiseEvent(ControlNumber::GlobeMap::EventMagnification, {WidestAngle / angle});
+}
+
+void CGlobeMap::Pick(QPointF pixel)
+{
+    if (const auto point = View().FromScreen(pixel))
+        RaiseEvent(ControlNumber::GlobeMap::EventObsPosition, {point->Longitude, point->Latitude});
+}

@@ -1,0 +1,159 @@
+#include "controls/globe_map/GlobePainter.h"
+
+#include "controls/sphere/Graticule.h"
+
+#include <QImageReader>
+#include <QPainter>
+
+#include <cmath>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+constexpr double NearAngle = 30;          // below it the finer lines are drawn
+constexpr double FullTintAngle = 10;      // from here on land and sea are wholly tinted
+constexpr int LargestTextureSide = 16384; // of a relief picture that is still read
+const QColor Space(9, 12, 19);
+const QColor Sea(24, 52, 92);
+const QColor Air(118, 168, 240);
+const QColor NearSea(13, 38, 74);
+const QColor NearLand(58, 76, 50);
+const QColor CoastColor(226, 238, 248, 150);
+const QColor BorderColor(255, 226, 170, 105);
+
+// The relief picture grows blurred from near: land and sea then get colours of their own, the nearer the fuller.
+void TintGround(QPainter& painter, const QPainterPath& land, QSizeF size, double viewAngle)
+{
+    const double share = std::clamp((NearAngle - viewAngle) / (NearAngle - FullTintAngle), 0.0, 1.0);
+    const auto shaded = [share](QColor color, double most) {
+        color.setAlphaF(static_cast<float>(share * most));
+        return color;
+    };
+    QPainterPath sea = land;
+    sea.addRect(QRectF(QPointF(0, 0), size).adjusted(-1, -1, 1, 1));
+    // Hard edges: ten times as quick, and the coastline drawn on them is smooth.
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    painter.fillPath(sea, shaded(NearSea, 0.85));
+    painter.fillPath(land, shaded(NearLand, 0.72));
+}
+} // namespace
+
+bool CGlobePainter::GroundKey::operator==(const GroundKey& other) const
+{
+    return Center.Longitude == other.Center.Longitude && Center.Latitude == other.Center.Latitude &&
+           Radius == other.Radius && Pixels == other.Pixels && HasGraticule == other.HasGraticule &&
+           HasCoast == other.HasCoast && IsDraft == other.IsDraft;
+}
+
+CGlobePainter::CGlobePainter(QString dataFolder) : m_dataFolder(std::move(dataFolder)) {}
+
+void CGlobePainter::LoadOnce()
+{
+    if (std::exchange(m_isLoaded, true))
+        return;
+    m_renderer.SetColor(Sea);
+    QImageReader reader(m_dataFolder + u"/earth/relief.jpg"_s);
+    const QSize size = reader.size();
+    if (size.width() <= LargestTextureSide && size.height() <= LargestTextureSide)
+        m_renderer.SetTexture(reader.read());
+    m_coast.Load(m_dataFolder + u"/earth/coast.kol"_s);
+    m_borders.Load(m_dataFolder + u"/earth/borders.kol"_s);
+}
+
+void CGlobePainter::LoadNearOnce()
+{
+    if (std::exchange(m_isNearLoaded, true))
+        return;
+    m_nearCoast.Load(m_dataFolder + u"/earth/coast10.kol"_s);
+    m_nearBorders.Load(m_dataFolder + u"/earth/borders10.kol"_s);
+}
+
+void CGlobePainter::PaintGround(QImage& picture, const CSphereView& view, double viewAngle, const GlobeScene& scene,
+                                bool isDraft)
+{
+    LoadOnce();
+    if (viewAngle < NearAngle)
+        LoadNearOnce();
+    const double scale = picture.devicePixelRatioF();
+    SphereLook look;
+    look.Background = Space;
+    look.Atmosphere = Air;
+    look.LimbDarkening = 0.45;
+    look.Brightness = 0.92;
+    m_renderer.Render(picture, view.Scaled(scale), look);
+
+    QPainter painter(&picture);
+    const QSizeF size = picture.deviceIndependentSize();
+    if (viewAngle < NearAngle && !m_nearCoast.IsEmpty())
+        TintGround(painter, m_nearCoast.Inside(view, size), size, viewAngle);
+    if (scene.IsCoastVisible) {
+        painter.setRenderHint(QPainter::Antialiasing, !isDraft);
+        const bool isNear = viewAngle < NearAngle;
+        const double tolerance = isDraft ? 3 : viewAngle > 90 ? 2 : 1.4;
+        // Hair lines of one device pixel: the quickest that the raster engine draws.
+        painter.setPen(QPen(CoastColor, 0));
+        (isNear && !m_nearCoast.IsEmpty() ? m_nearCoast : m_coast).Draw(painter, view, size, tolerance);
+        painter.setPen(QPen(BorderColor, 0));
+        (isNear && !m_nearBorders.IsEmpty() ? m_nearBorders : m_borders).Draw(painter, view, size, tolerance);
+    }
+    if (scene.IsGraticuleVisible)
+        DrawGraticule(painter, view, size);
+}
+
+void CGlobePainter::PaintObserver(QPainter& painter, const CSphereView& view, const GeoPoint& observer) const
+{
+    const auto place = view.ToScreen(observer.Longitude, observer.Latitude);
+    if (!place)
+        return;
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(Qt::NoBrush);
+    const auto draw = [&](const QPen& pen) {
+        painter.setPen(pen);
+        painter.drawEllipse(*place, 8, 8);
+        for (const QPointF direction : {QPointF(1, 0), QPointF(-1, 0), QPointF(0, 1), QPointF(0, -1)})
+            painter.drawLine(*place + direction * 4, *place + direction * 13);
+    };
+    // Dark beneath bright: one of the two stands out on any ground.
+    draw(QPen(QColor(10, 8, 6, 200), 4.5, Qt::SolidLine, Qt::RoundCap));
+    draw(QPen(QColor(255, 92, 72), 2, Qt::SolidLine, Qt::RoundCap));
+    painter.setPen(QPen(QColor(10, 8, 6, 200), 1));
+    painter.setBrush(Qt::white);
+    painter.drawEllipse(*place, 2, 2);
+    painter.restore();
+}
+
+void CGlobePainter::Paint(QImage& picture, const CSphereView& view, double viewAngle, const GlobeScene& scene,
+                          bool isDraft)
+{
+    const GroundKey key{view.Center(),        view.Radius(), picture.size(), scene.IsGraticuleVisible,
+                        scene.IsCoastVisible, isDraft};
+    if (m_ground.isNull() || !(key == m_groundKey)) {
+        if (m_ground.size() != picture.size())
+            m_ground = QImage(picture.size(), QImage::Format_ARGB32_Premultiplied);
+        m_ground.setDevicePixelRatio(picture.devicePixelRatio());
+        PaintGround(m_ground, view, viewAngle, scene, isDraft);
+        m_groundKey = key;
+    }
+    QPainter painter(&picture);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    painter.drawImage(QPointF(0, 0), m_ground);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    scene.Eclipse.Draw(painter, view, scene.EclipseColor, scene.HasEclipseLimits);
+
+    const auto observer =
+        scene.Observer ? view.ToScreen(scene.Observer->Longitude, scene.Observer->Latitude) : std::nullopt;
+    const QSizeF size = picture.deviceIndependentSize();
+    QList<QRectF> keptFree = {scene.ReadOut};
+    if (scene.IsGraticuleVisible && HasGraticuleLabels(view, size)) {
+        const double strip = QFontMetricsF(painter.font()).height() + 4;
+        keptFree.append(QRectF(0, size.height() - strip, size.width(), strip));
+        keptFree.append(QRectF(0, 0, 2.5 * strip, size.height()));
+    }
+    m_landmarks.SetNamesVisible(scene.IsNamesVisible);
+    m_landmarks.Draw(painter, view, size.toSize(), viewAngle, keptFree, observer);
+    if (scene.Observer)
+        PaintObserver(painter, view, *scene.Observer);
+}

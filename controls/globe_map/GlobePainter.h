@@ -1,0 +1,67 @@
+#pragma once
+
+#include "controls/globe_map/EclipsePath.h"
+#include "controls/globe_map/LandmarkLayer.h"
+#include "controls/globe_map/LineSet.h"
+#include "controls/sphere/SphereRenderer.h"
+
+#include <QImage>
+#include <QString>
+
+#include <optional>
+
+/// What the globe map shows besides the ground.
+struct GlobeScene
+{
+    std::optional<GeoPoint> Observer;
+    QRectF ReadOut; ///< where names are not written, for the read-out of the pointer's position
+    CEclipsePath Eclipse;
+    QColor EclipseColor = QColor(255, 196, 64);
+    bool HasEclipseLimits = false;
+    bool IsGraticuleVisible = true;
+    bool IsCoastVisible = true;
+    bool IsNamesVisible = true;
+};
+
+/// Draws the globe map's picture. Reads the ground's data when they are first needed and keeps the ground as a picture
+/// while the view stays the same.
+class CGlobePainter
+{
+public:
+    explicit CGlobePainter(QString dataFolder);
+
+    CLandmarkLayer& Landmarks() { return m_landmarks; }
+
+    /// Draws onto a picture whose device pixel ratio is the screen's; a draft is coarser and quicker.
+    void Paint(QImage& picture, const CSphereView& view, double viewAngle, const GlobeScene& scene, bool isDraft);
+
+private:
+    // What the kept picture of the ground was made for.
+    struct GroundKey
+    {
+        GeoPoint Center;
+        double Radius = 0;
+        QSize Pixels;
+        bool HasGraticule = false;
+        bool HasCoast = false;
+        bool IsDraft = false;
+        bool operator==(const GroundKey& other) const;
+    };
+
+    void LoadOnce();
+    void LoadNearOnce();
+    void PaintGround(QImage& picture, const CSphereView& view, double viewAngle, const GlobeScene& scene, bool isDraft);
+    void PaintObserver(QPainter& painter, const CSphereView& view, const GeoPoint& observer) const;
+
+    QString m_dataFolder;
+    bool m_isLoaded = false;
+    bool m_isNearLoaded = false;
+    CSphereRenderer m_renderer;
+    CLineSet m_coast;
+    CLineSet m_borders;
+    CLineSet m_nearCoast;
+    CLineSet m_nearBorders;
+    CLandmarkLayer m_landmarks;
+    QImage m_ground;
+    GroundKey m_groundKey;
+};

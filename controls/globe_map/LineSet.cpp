@@ -1,0 +1,149 @@
+#include "controls/globe_map/LineSet.h"
+
+#include <QFile>
+#include <QPainter>
+#include <QPolygonF>
+#include <QtEndian>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace
+{
+constexpr double RadiansPerDegree = std::numbers::pi / 180.0;
+constexpr qint64 LargestFile = 64LL << 20;
+constexpr std::size_t PieceLength = 64;
+constexpr qsizetype PointSize = 8;
+
+// Takes numbers off the front of the bytes; whoever reads asks first whether there are enough.
+class CNumberReader
+{
+public:
+    explicit CNumberReader(QByteArrayView bytes) : m_bytes(bytes) {}
+
+    [[nodiscard]] bool Has(qsizetype count) const { return m_bytes.size() >= count; }
+    [[nodiscard]] qsizetype Left() const { return m_bytes.size(); }
+
+    template <typename T> T Take()
+    {
+        const T value = qFromLittleEndian<T>(m_bytes.data());
+        m_bytes = m_bytes.sliced(sizeof(T));
+        return value;
+    }
+
+private:
+    QByteArrayView m_bytes;
+};
+} // namespace
+
+bool CLineSet::Load(const QString& path)
+{
+    m_points.clear();
+    m_pieces.clear();
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly) || file.size() > LargestFile)
+        return false;
+    const QByteArray bytes = file.readAll();
+    CNumberReader reader(bytes);
+    if (!reader.Has(8) || !bytes.startsWith("KOL1"))
+        return false;
+    (void)reader.Take<quint32>();
+    const auto lineCount = reader.Take<quint32>();
+    m_points.reserve(static_cast<std::size_t>(reader.Left() / PointSize));
+    for (quint32 line = 0; line < lineCount; ++line) {
+        const quint32 count = reader.Has(4) ? reader.Take<quint32>() : ~0U;
+        if (!reader.Has(static_cast<qsizetype>(count) * PointSize)) {
+            m_points.clear();
+            m_pieces.clear();
+            return false;
+        }
+        const std::size_t first = m_points.size();
+        for (quint32 index = 0; index < count; ++index) {
+            const double longitude = reader.Take<qint32>() * 1e-6;
+            const double latitude = std::clamp(reader.Take<qint32>() * 1e-6, -90.0, 90.0);
+            const UnitVector vector = ToVector({longitude, latitude});
+            m_points.push_back(
+                {static_cast<float>(vector.X), static_cast<float>(vector.Y), static_cast<float>(vector.Z)});
+        }
+        AddPieces(first, count);
+    }
+    return true;
+}
+
+void CLineSet::AddPieces(std::size_t first, std::size_t count)
+{
+    for (std::size_t start = 0; start + 1 < count; start += PieceLength) {
+        // One point belongs to both neighbours, so that no gap is left.
+        Piece piece{first + start, std::min(PieceLength + 1, count - start), {0, 0, 0}, 0, start == 0};
+        for (std::size_t index = piece.First; index < piece.First + piece.Count; ++index) {
+            piece.Middle.X += static_cast<double>(m_points[index].X);
+            piece.Middle.Y += static_cast<double>(m_points[index].Y);
+            piece.Middle.Z += static_cast<double>(m_points[index].Z);
+        }
+        const double length = std::sqrt(Dot(piece.Middle, piece.Middle));
+        if (length < 1e-9) {
+            piece.Middle = {};
+            piece.CapAngle = std::numbers::pi;
+        } else {
+            piece.Middle = {piece.Middle.X / length, piece.Middle.Y / length, piece.Middle.Z / length};
+            for (std::size_t index = piece.First; index < piece.First + piece.Count; ++index) {
+                const Point& point = m_points[index];
+                const UnitVector vector{static_cast<double>(point.X), static_cast<double>(point.Y),
+                                        static_cast<double>(point.Z)};
+                piece.CapAngle = std::max(piece.CapAngle, std::acos(std::clamp(Dot(vector, piece.Middle), -1.0, 1.0)));
+            }
+        }
+        m_pieces.push_back(piece);
+    }
+}
+
+void CLineSet::Draw(QPainter& painter, const CSphereView& view, QSizeF size, double tolerance) const
+{
+    const double reach = view.VisibleAngle(size) * RadiansPerDegree;
+    const auto radius = static_cast<float>(view.Radius());
+    const auto middleX = static_cast<float>(view.CenterPixel().x());
+    const auto middleY = static_cast<float>(view.CenterPixel().y());
+    const auto share = [](const UnitVector& axis) {
+        return Point{static_cast<float>(axis.X), static_cast<float>(axis.Y), static_cast<float>(axis.Z)};
+    };
+    const Point east = share(view.East());
+    const Point north = share(view.North());
+    const Point viewer = share(view.Viewer());
+    const auto dot = [](const Point& a, const Point& b) { return a.X * b.X + a.Y * b.Y + a.Z * b.Z; };
+    const auto nearEnough = static_cast<float>(tolerance);
+
+    QPolygonF run;
+    run.reserve(PieceLength + 1);
+    const auto finish = [&] {
+        if (run.size() > 1)
+            painter.drawPolyline(run);
+        run.clear();
+    };
+    for (const Piece& piece : m_pieces) {
+        if (piece.CapAngle * view.Radius() < tolerance * 0.7)
+            continue;
+        const double limit = reach + piece.CapAngle;
+        if (limit < std::numbers::pi && Dot(piece.Middle, view.Viewer()) < std::cos(limit))
+            continue;
+        float lastX = 0;
+        float lastY = 0;
+        const std::size_t end = piece.First + piece.Count;
+        for (std::size_t index = piece.First; index < end; ++index) {
+            const Point& point = m_points[index];
+            if (dot(point, viewer) < 0) {
+                finish();
+                continue;
+            }
+            const float x = middleX + radius * dot(point, east);
+            const float y = middleY - radius * dot(point, north);
+            const bool isEnd = index + 1 == end;
+            if (!run.isEmpty() && !isEnd && std::fabs(x - lastX) + std::fabs(y - lastY) < nearEnough)
+                continue;
+            run.append(QPointF(static_cast<double>(x), static_cast<double>(y)));
+            lastX = x;
+            lastY = y;
+        }
+        finish();
+    }
+}

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "controls/sphere/SphereView.h"
+
+#include <QPainterPath>
+#include <QString>
+
+#include <vector>
+
+class QPainter;
+
+/// A set of lines on the globe, such as coastlines, kept as directions and cut into short pieces, so that those out of
+/// sight cost almost nothing.
+class CLineSet
+{
+public:
+    /// Reads a line file: "KOL1", then little-endian 32-bit numbers: the count of lines, and for each line the count
+    /// of its points and their longitudes and latitudes in millionths of a degree. False, and nothing is kept, when
+    /// the file is missing, damaged or larger than 64 MiB.
+    bool Load(const QString& path);
+
+    [[nodiscard]] bool IsEmpty() const { return m_pieces.empty(); }
+
+    /// Draws what an area of that size (from the origin) shows, with the painter's pen. Points nearer than the
+    /// tolerance (pixels) to the last one drawn are left out, and so are pieces smaller than it.
+    void Draw(QPainter& painter, const CSphereView& view, QSizeF size, double tolerance) const;
+
+    /// The area inside the lines, each closed from its end to its beginning, as far as an area of that size (from the
+    /// origin) shows it; inside two of them counts as outside, as a lake in a continent. Right only while the north
+    /// pole lies outside, as with coastlines.
+    [[nodiscard]] QPainterPath Inside(const CSphereView& view, QSizeF size) const;
+
+private:
+    struct Point
+    {
+        float X = 0;
+        float Y = 0;
+        float Z = 0;
+    };
+
+    // Consecutive points and the cap of the sphere that holds them.
+    struct Piece
+    {
+        std::size_t First = 0;
+        std::size_t Count = 0;
+        UnitVector Middle;
+        double CapAngle = 0; // radians
+        bool BeginsLine = false;
+    };
+
+    [[nodiscard]] bool IsInside(const GeoPoint& place) const;
+    [[nodiscard]] std::size_t LineEnd(std::size_t firstPiece) const;
+    void AddPieces(std::size_t first, std::size_t count);
+
+    std::vector<Point> m_points;
+    std::vector<Piece> m_pieces;
+};

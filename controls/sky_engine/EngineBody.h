@@ -1,0 +1,81 @@
+#pragma once
+
+#include "controls/sphere/GeoPoint.h"
+
+#include <QStringView>
+
+#include <cstddef>
+#include <optional>
+#include <span>
+
+/// Kepler's elements at J2000 and their change in a Julian century: semi-major axis (au), eccentricity, inclination,
+/// mean longitude, longitude of perihelion, longitude of the node (degrees, ecliptic of J2000).
+struct OrbitElements
+{
+    double Axis, AxisRate;
+    double Eccentricity, EccentricityRate;
+    double Inclination, InclinationRate;
+    double MeanLongitude, MeanLongitudeRate;
+    double Perihelion, PerihelionRate;
+    double Node, NodeRate;
+};
+
+/// Direction of the north pole (right ascension and declination of J2000 with their change in a Julian century) and
+/// the angle of the prime meridian with its change in a day; degrees.
+struct RotationElements
+{
+    double RightAscension, RightAscensionRate;
+    double Declination, DeclinationRate;
+    double Meridian, MeridianRate;
+};
+
+/// How a body's picture comes about when there is none on disk: never with made-up craters or spots, which an observer
+/// would take for real ones.
+enum class BodyLook
+{
+    Star,
+    Rock,
+    Desert,
+    Clouds,
+    Haze,
+    Ice
+};
+
+/// A body that the observer can stand on.
+struct EngineBody
+{
+    const char16_t* Path;   ///< engine path, also the name of its location constructor
+    const char16_t* Label;  ///< Japanese name
+    const char16_t* Folder; ///< its folder in the data folder
+    /// Whether location longitudes count to the east. They do on the Sun, the Moon, Venus and the Earth; on every other
+    /// body they count to the west, the planetographic way, as the site dialog's hemisphere shows.
+    bool IsEastPositive;
+    BodyLook Look;
+    unsigned Color; ///< 0xRRGGBB
+    RotationElements Rotation;
+    OrbitElements Orbit; ///< the Moon has the Earth's; the Sun none
+};
+
+namespace EngineBodies
+{
+inline constexpr std::size_t Sun = 0;
+inline constexpr std::size_t Moon = 1;
+inline constexpr std::size_t Earth = 4;
+
+/// The fifteen bodies.
+[[nodiscard]] std::span<const EngineBody> All();
+
+/// The body whose path it is, letter case ignored; nothing when there is none.
+[[nodiscard]] std::optional<std::size_t> Find(QStringView path);
+
+/// The point of the body over which the Sun stands, right to about a degree in the centuries around 2000; the
+/// day is a Julian day of universal time; longitude 0 to below 360. For the Sun itself the origin.
+[[nodiscard]] GeoPoint SubsolarPoint(std::size_t body, double julianDay);
+
+/// A longitude of the body's location (see IsEastPositive) as degrees to the east, and back, each 0 to below 360.
+[[nodiscard]] double ToEast(std::size_t body, double longitude);
+[[nodiscard]] double FromEast(std::size_t body, double east);
+
+/// The angle brought into 0 to below 360 degrees; 0 when it is not finite.
+[[nodiscard]] double FullTurn(double degrees);
+} // namespace EngineBodies

@@ -1,0 +1,113 @@
+#include "controls/sky_engine/PlanetPainter.h"
+
+#include "controls/sky_engine/BodyTexture.h"
+#include "controls/sky_engine/EngineBody.h"
+#include "controls/sphere/Graticule.h"
+
+#include <QPainter>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+const QColor Background(11, 14, 20);
+const QColor CaptionColor(214, 220, 230, 200);
+const QColor MarkerColor(255, 176, 64);
+const QColor MarkerHalo(0, 0, 0, 215);
+constexpr double MarkerReach = 11.0;
+
+bool IsSame(const GeoPoint& a, const GeoPoint& b)
+{
+    return a.Longitude == b.Longitude && a.Latitude == b.Latitude;
+}
+
+SphereLook Look(const PlanetScene& scene)
+{
+    SphereLook look;
+    look.Background = Background;
+    look.Brightness = scene.Brightness;
+    if (scene.Body == EngineBodies::Sun) {
+        look.LimbDarkening = 0.55;
+        look.Atmosphere = QColor(255, 150, 60);
+        return look;
+    }
+    look.Sun = scene.Sun;
+    look.NightBrightness = 0.34;
+    look.LimbDarkening = 0.25;
+    if (scene.Body == EngineBodies::Earth)
+        look.Atmosphere = QColor(120, 170, 255);
+    return look;
+}
+
+/// The observer's marker, a ring with four arms.
+void DrawMarker(QPainter& painter, QPointF at)
+{
+    constexpr double Ring = 6.0;
+    painter.setBrush(Qt::NoBrush);
+    for (const QPen& pen :
+         {QPen(MarkerHalo, 4.5, Qt::SolidLine, Qt::RoundCap), QPen(MarkerColor, 1.8, Qt::SolidLine, Qt::RoundCap)}) {
+        painter.setPen(pen);
+        painter.drawEllipse(at, Ring, Ring);
+        for (const QPointF direction : {QPointF(1, 0), QPointF(-1, 0), QPointF(0, 1), QPointF(0, -1)})
+            painter.drawLine(at + direction * Ring, at + direction * MarkerReach);
+    }
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(MarkerColor);
+    painter.drawEllipse(at, 1.6, 1.6);
+}
+} // namespace
+
+bool PlanetScene::operator==(const PlanetScene& other) const
+{
+    return Body == other.Body && IsSame(Center, other.Center) && Angle == other.Angle && IsSame(Sun, other.Sun) &&
+           IsSame(Observer, other.Observer) && Brightness == other.Brightness && HasGrid == other.HasGrid &&
+           HasNames == other.HasNames && HasLeadlines == other.HasLeadlines;
+}
+
+CSphereView CPlanetPainter::View(const PlanetScene& scene, QSizeF size)
+{
+    return CSphereView::ForAngle(scene.Center, scene.Angle, size);
+}
+
+void CPlanetPainter::LoadBody(std::size_t body)
+{
+    if (m_body == body)
+        return;
+    m_renderer.SetTexture(BodyTexture::Load(body, m_dataFolder));
+    m_names.Load(m_dataFolder.isEmpty()
+                     ? QString()
+                     : m_dataFolder + u'/' + QString::fromUtf16(EngineBodies::All()[body].Folder) + u"/features.csv"_s);
+    m_body = body;
+}
+
+void CPlanetPainter::Draw(QImage& frame, const PlanetScene& scene, const QFont& font)
+{
+    if (frame.isNull() || scene.Body >= EngineBodies::All().size())
+        return;
+    LoadBody(scene.Body);
+    const double ratio = frame.devicePixelRatio();
+    const QSizeF size = QSizeF(frame.size()) / ratio;
+    const CSphereView view = View(scene, size);
+    m_renderer.Render(frame, view.Scaled(ratio), Look(scene));
+
+    QPainter painter(&frame);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setFont(font);
+    const EngineBody& body = EngineBodies::All()[scene.Body];
+    if (scene.HasGrid) {
+        GraticuleStyle style;
+        style.HasFullTurn = scene.Body != EngineBodies::Moon && scene.Body != EngineBodies::Earth;
+        style.CountsWest = !body.IsEastPositive;
+        DrawGraticule(painter, view, size, style);
+    }
+    const auto observer = view.ToScreen(scene.Observer.Longitude, scene.Observer.Latitude);
+    const QPointF reach(MarkerReach, MarkerReach);
+    const QRectF marker = observer ? QRectF(*observer - reach, *observer + reach) : QRectF();
+    if (scene.HasNames)
+        m_names.Draw(painter, view, size, marker, scene.HasLeadlines);
+    if (observer)
+        DrawMarker(painter, *observer);
+    painter.setPen(CaptionColor);
+    painter.drawText(QRectF(QPointF(0.0, 0.0), size).adjusted(10.0, 8.0, -10.0, -8.0), Qt::AlignTop | Qt::AlignLeft,
+                     QString::fromUtf16(body.Label));
+}

@@ -1,0 +1,108 @@
+#include "controls/sky_engine/SurfaceNames.h"
+
+#include "controls/sky_engine/Statement.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QFontMetricsF>
+#include <QPainter>
+#include <QPainterPath>
+
+#include <algorithm>
+
+namespace
+{
+constexpr qint64 MaximumFileSize = 8 << 20;
+constexpr qsizetype MaximumNames = 50'000;
+constexpr qsizetype MaximumNameLength = 64;
+constexpr qsizetype MaximumShown = 60;
+constexpr double LeastDepth = 0.25; ///< nearer to the edge of the disc a name could not be told from its neighbours
+constexpr double LeadlineLength = 14.0;
+constexpr double Halo = 2.5;
+constexpr qsizetype MaximumLabels = 1000;
+const QColor NameColor(238, 232, 214);
+const QColor HaloColor(8, 10, 14, 190);
+} // namespace
+
+void CSurfaceNames::Load(const QString& file)
+{
+    m_features.clear();
+    m_labels.clear();
+    QFile source(file);
+    if (!QFileInfo(file).isFile() || !source.open(QIODevice::ReadOnly))
+        return;
+    const QString text = QString::fromUtf8(source.read(MaximumFileSize));
+    for (const QStringView line : QStringView(text).split(u'\n')) {
+        const QList<QStringView> fields = line.trimmed().split(u',');
+        if (fields.size() < 4 || fields[0].trimmed().isEmpty() || m_features.size() == MaximumNames)
+            continue;
+        const auto longitude = StatementReader::ReadNumber(fields[1]);
+        const auto latitude = StatementReader::ReadNumber(fields[2]);
+        const auto size = StatementReader::ReadNumber(fields[3]);
+        if (longitude && latitude && size)
+            m_features.append(
+                {fields[0].trimmed().left(MaximumNameLength).toString(), ToVector({*longitude, *latitude}), *size});
+    }
+    std::stable_sort(m_features.begin(), m_features.end(),
+                     [](const Feature& a, const Feature& b) { return a.Size > b.Size; });
+}
+
+const QImage& CSurfaceNames::Label(qsizetype feature, const QFont& font, double ratio)
+{
+    if (m_labelFont != font || m_labelRatio != ratio || m_labels.size() > MaximumLabels) {
+        m_labels.clear();
+        m_labelFont = font;
+        m_labelRatio = ratio;
+    }
+    QImage& label = m_labels[feature];
+    if (!label.isNull())
+        return label;
+    const QString& name = m_features[feature].Name;
+    const QFontMetricsF metrics(font);
+    const QSizeF size(metrics.horizontalAdvance(name) + 2.0 * Halo, metrics.height() + 2.0 * Halo);
+    label = QImage((size * ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
+    label.setDevicePixelRatio(ratio);
+    label.fill(Qt::transparent);
+    QPainterPath text;
+    text.addText(Halo, Halo + metrics.ascent(), font, name);
+    QPainter painter(&label);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.strokePath(text, QPen(HaloColor, Halo, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setPen(NameColor);
+    painter.setFont(font);
+    painter.drawText(QPointF(Halo, Halo + metrics.ascent()), name);
+    return label;
+}
+
+void CSurfaceNames::Draw(QPainter& painter, const CSphereView& view, QSizeF size, const QRectF& clear,
+                         bool hasLeadlines)
+{
+    const QFont font = painter.font();
+    const double ratio = painter.device()->devicePixelRatioF();
+    const QFontMetricsF metrics(font);
+    const QRectF area(QPointF(0.0, 0.0), size);
+    QList<QRectF> taken;
+    for (qsizetype i = 0; i < m_features.size() && taken.size() < MaximumShown; ++i) {
+        const auto [point, depth] = view.Project(m_features[i].Direction);
+        if (depth < LeastDepth || !area.contains(point))
+            continue;
+        QRectF box(0.0, 0.0, metrics.horizontalAdvance(m_features[i].Name), metrics.height());
+        if (hasLeadlines)
+            box.moveBottomLeft(point + QPointF(LeadlineLength, -LeadlineLength / 2.0));
+        else
+            box.moveCenter(point);
+        if (box.intersects(clear))
+            box.moveTop(clear.bottom());
+        const QRectF reserved = box.adjusted(-10.0, -5.0, 10.0, 5.0);
+        const auto touches = [&reserved](const QRectF& other) { return other.intersects(reserved); };
+        if (!area.contains(box) || std::any_of(taken.cbegin(), taken.cend(), touches))
+            continue;
+        taken.append(reserved);
+        if (hasLeadlines) {
+            painter.setPen(QPen(NameColor, 1.0));
+            painter.drawLine(point, box.bottomLeft() - QPointF(2.0, metrics.descent()));
+            painter.drawEllipse(point, 1.5, 1.5);
+        }
+        painter.drawImage((box.topLeft() - QPointF(Halo, Halo)).toPoint(), Label(i, font, ratio));
+    }
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "controls/sphere/SphereView.h"
+
+#include <QFont>
+#include <QHash>
+#include <QImage>
+#include <QList>
+#include <QRectF>
+#include <QSizeF>
+#include <QString>
+
+class QPainter;
+
+/// The named features of a body's surface, largest first.
+class CSurfaceNames
+{
+public:
+    /// Reads "name,longitude (degrees east),latitude,size (km)" lines in UTF-8; lines of another form are left out, a
+    /// missing file has none.
+    void Load(const QString& file);
+
+    /// Writes the names of the features on the near side, larger ones first, leaving out those that would touch
+    /// another name. Small features come in as the view gets closer. With leader lines a name stands beside its
+    /// feature, without them on it, or just below where it would cover the area to keep clear (which may be null).
+    void Draw(QPainter& painter, const CSphereView& view, QSizeF size, const QRectF& clear, bool hasLeadlines);
+
+private:
+    struct Feature
+    {
+        QString Name;
+        UnitVector Direction;
+        double Size = 0.0; ///< km
+    };
+
+    [[nodiscard]] const QImage& Label(qsizetype feature, const QFont& font, double ratio);
+
+    QList<Feature> m_features;
+    /// The names as they are drawn, for they cost more than all the rest of a globe.
+    QHash<qsizetype, QImage> m_labels;
+    QFont m_labelFont;
+    double m_labelRatio = 0.0;
+};

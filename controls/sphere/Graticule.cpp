@@ -1,0 +1,195 @@
+#include "controls/sphere/Graticule.h"
+
+#include "host/text/Number.h"
+
+#include <QPainter>
+#include <QPolygonF>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <numbers>
+#include <vector>
+
+namespace
+{
+constexpr double RadiansPerDegree = std::numbers::pi / 180.0;
+constexpr std::array<double, 9> Spacings = {30, 15, 10, 5, 2, 1, 0.5, 1.0 / 3, 1.0 / 6};
+// Nearer to a pole only every 30th or 90th meridian is drawn: the others would run together.
+constexpr double CrowdedLatitude = 80;
+
+// The part of a line that is on the near side and not far outside the area, as runs of connected points.
+class CLineDrawer
+{
+public:
+    CLineDrawer(QPainter& painter, const CSphereView& view, QSizeF size)
+        : m_painter(painter), m_view(view),
+          m_area(QRectF(QPointF(0, 0), size).adjusted(-size.width(), -size.height(), size.width(), size.height()))
+    {
+    }
+
+    void Add(const GeoPoint& point)
+    {
+        const CSphereView::Projection projection = m_view.Project(ToVector(point));
+        if (projection.Depth < 0 || !m_area.contains(projection.Screen)) {
+            Finish();
+            return;
+        }
+        m_run.append(projection.Screen);
+    }
+
+    void Finish()
+    {
+        if (m_run.size() > 1)
+            m_painter.drawPolyline(m_run);
+        m_run.clear();
+    }
+
+private:
+    QPainter& m_painter;
+    const CSphereView& m_view;
+    QRectF m_area;
+    QPolygonF m_run;
+};
+
+struct Range
+{
+    double First = 0;
+    double Last = 0;
+};
+
+QString DegreeText(double degrees, double spacing, bool isLongitude, const GraticuleStyle& style)
+{
+    const bool isNegative = degrees < 0;
+    double absolute = std::abs(degrees);
+    const char* hemisphere = "";
+    if (isLongitude && style.HasFullTurn) {
+        absolute = isNegative == style.CountsWest || degrees == 0 ? absolute : 360 - absolute;
+        hemisphere = style.CountsWest ? "W" : "E";
+    } else if (isLongitude)
+        hemisphere = isNegative ? "W" : "E";
+    else
+        hemisphere = isNegative ? "S" : "N";
+    if (absolute == 0 || (isLongitude && absolute == 180))
+        hemisphere = "";
+    const int minutes = static_cast<int>(std::lround(absolute * 60));
+    if (spacing >= 1)
+        return Number::Format("%d\u00B0%s", minutes / 60, hemisphere);
+    return Number::Format("%d\u00B0%02d\u2032%s", minutes / 60, minutes % 60, hemisphere);
+}
+
+void DrawLabel(QPainter& painter, const QRectF& box, Qt::Alignment alignment, const QString& text)
+{
+    painter.drawText(box, static_cast<int>(alignment) | Qt::TextDontClip, text);
+}
+
+void DrawLabels(QPainter& painter, const CSphereView& view, QSizeF size, const GraticuleStyle& style, double spacing,
+                const Range& longitudes, const Range& latitudes)
+{
+    const QFontMetricsF metrics(painter.font());
+    const double inset = 4;
+    painter.setPen(style.Label);
+    for (int index = static_cast<int>(std::ceil(latitudes.First / spacing)); index * spacing <= latitudes.Last;
+         ++index) {
+        // The line meets the left edge near the longitude that lies there at the height of its own middle point.
+        const auto middle = view.ToScreen(view.Center().Longitude, index * spacing);
+        if (!middle)
+            continue;
+        double y = middle->y();
+        for (int step = 0; step < 3; ++step) {
+            const auto edge = view.FromScreen(QPointF(inset, y));
+            const auto moved = edge ? view.ToScreen(edge->Longitude, index * spacing) : std::nullopt;
+            if (!moved)
+                break;
+            y = moved->y();
+        }
+        if (y < metrics.height() + inset || y > size.height() - 2 * metrics.height())
+            continue;
+        DrawLabel(painter, QRectF(inset, y - metrics.height() - 1, 1, metrics.height()), Qt::AlignLeft,
+                  DegreeText(index * spacing, spacing, false, style));
+    }
+    for (int index = static_cast<int>(std::ceil(longitudes.First / spacing)); index * spacing <= longitudes.Last;
+         ++index) {
+        double x = view.CenterPixel().x();
+        for (int step = 0; step < 4; ++step) {
+            const auto edge = view.FromScreen(QPointF(x, size.height() - inset));
+            const auto moved = edge ? view.ToScreen(index * spacing, edge->Latitude) : std::nullopt;
+            if (!moved)
+                break;
+            x = moved->x();
+        }
+        const QString text = DegreeText(WrapLongitude(index * spacing), spacing, true, style);
+        const double width = metrics.horizontalAdvance(text);
+        if (x < 3 * metrics.height() || x + width > size.width() - inset)
+            continue;
+        DrawLabel(painter, QRectF(x + 3, size.height() - inset - metrics.height(), 1, metrics.height()), Qt::AlignLeft,
+                  text);
+    }
+}
+} // namespace
+
+double GraticuleSpacing(const CSphereView& view, double minimumSpacing)
+{
+    double spacing = Spacings.front();
+    for (const double candidate : Spacings) {
+        if (candidate * RadiansPerDegree * view.Radius() >= minimumSpacing)
+            spacing = candidate;
+    }
+    return spacing;
+}
+
+bool HasGraticuleLabels(const CSphereView& view, QSizeF size)
+{
+    return view.Radius() * 0.98 > std::hypot(size.width(), size.height()) / 2;
+}
+
+void DrawGraticule(QPainter& painter, const CSphereView& view, QSizeF size, const GraticuleStyle& style)
+{
+    const double spacing = GraticuleSpacing(view, style.MinimumSpacing);
+    const double reach = view.VisibleAngle(size);
+    const GeoPoint center = view.Center();
+    const Range latitudes = {std::max(-90 + spacing, center.Latitude - reach),
+                             std::min(90 - spacing, center.Latitude + reach)};
+    Range longitudes = {-180 + spacing, 180};
+    const double ratio = std::sin(reach * RadiansPerDegree) / std::cos(center.Latitude * RadiansPerDegree);
+    if (std::abs(center.Latitude) + reach < 90 && ratio < 1) {
+        const double width = std::asin(ratio) / RadiansPerDegree;
+        longitudes = {center.Longitude - width, center.Longitude + width};
+    }
+    // About eight pixels from point to point, on the visible part only.
+    const double step = std::clamp(8 / view.Radius() / RadiansPerDegree, 0.005, 3.0);
+
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(Qt::NoBrush);
+    CLineDrawer drawer(painter, view, size);
+    const auto choosePen = [&](bool isMain) { painter.setPen(QPen(isMain ? style.Equator : style.Line, 1)); };
+    const double firstLatitude = std::max(-90.0, center.Latitude - reach);
+    const double lastLatitude = std::min(90.0, center.Latitude + reach);
+    for (int index = static_cast<int>(std::ceil(latitudes.First / spacing)); index * spacing <= latitudes.Last;
+         ++index) {
+        choosePen(index == 0);
+        const int count = static_cast<int>(std::ceil((longitudes.Last - longitudes.First + spacing) / step));
+        for (int point = 0; point <= count; ++point)
+            drawer.Add({longitudes.First - spacing + point * step, index * spacing});
+        drawer.Finish();
+    }
+    for (int index = static_cast<int>(std::ceil(longitudes.First / spacing)); index * spacing <= longitudes.Last;
+         ++index) {
+        const double longitude = index * spacing;
+        const double turned = std::abs(WrapLongitude(longitude));
+        choosePen(turned < 1e-9 || turned > 180 - 1e-9);
+        const bool reachesPole = std::abs(std::remainder(longitude, spacing < 5 ? 30.0 : 90.0)) < 1e-9;
+        const double limit = reachesPole ? 90.0 : CrowdedLatitude;
+        const double first = std::max(firstLatitude, -limit);
+        const double last = std::min(lastLatitude, limit);
+        for (int point = 0; first + point * step < last; ++point)
+            drawer.Add({longitude, first + point * step});
+        if (last > first)
+            drawer.Add({longitude, last});
+        drawer.Finish();
+    }
+    if (style.Label.isValid() && HasGraticuleLabels(view, size))
+        DrawLabels(painter, view, size, style, spacing, longitudes, latitudes);
+    painter.restore();
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "controls/sphere/SphereView.h"
+
+#include <QColor>
+#include <QSizeF>
+
+class QPainter;
+
+/// The look of the lines of equal longitude and latitude.
+struct GraticuleStyle
+{
+    QColor Line = QColor(255, 255, 255, 46);
+    QColor Equator = QColor(255, 255, 255, 80); ///< also the meridians of 0 and 180 degrees
+    QColor Label = QColor(255, 255, 255, 150);  ///< invalid: no labels
+    double MinimumSpacing = 72;                 ///< pixels between two lines in the middle of the disc
+    bool HasFullTurn = false;                   ///< longitudes 0 to 360 instead of east and west
+    bool CountsWest = false;                    ///< with a full turn: counted to the west
+};
+
+/// Degrees between two lines: from 30 down to 1/6 (ten minutes of arc), the closest that leaves the minimum spacing.
+[[nodiscard]] double GraticuleSpacing(const CSphereView& view, double minimumSpacing);
+
+/// Whether the disc fills an area of that size: then the degrees are written at the area's left and lower edges.
+[[nodiscard]] bool HasGraticuleLabels(const CSphereView& view, QSizeF size);
+
+/// Draws the lines that an area of that size (from the origin, in the painter's units) shows, and at its left and
+/// lower edges their degrees when the disc fills the area.
+void DrawGraticule(QPainter& painter, const CSphereView& view, QSizeF size, const GraticuleStyle& style = {});

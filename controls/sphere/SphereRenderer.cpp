@@ -1,0 +1,362 @@
+#include "controls/sphere/SphereRenderer.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace
+{
+constexpr float Pi = std::numbers::pi_v<float>;
+constexpr int SmallestLevelWidth = 128;
+constexpr int BandHeight = 512;
+// So many pixels of a row are drawn in even steps where the sphere is flat enough.
+constexpr int BlockWidth = 8;
+// Width of the glow outside the disc and how quickly it fades, in radii.
+constexpr float GlowWidth = 0.03F;
+
+// The largest error of both is about 1e-5 radians: a tenth of a pixel on any disc that fits a screen.
+float FastAtan2(float y, float x)
+{
+    const float absX = std::fabs(x);
+    const float absY = std::fabs(y);
+    const float larger = std::max(absX, absY);
+    const float ratio = larger > 0 ? std::min(absX, absY) / larger : 0.0F;
+    const float square = ratio * ratio;
+    float angle =
+        ratio *
+        (0.99997726F +
+         square * (-0.33262347F +
+                   square * (0.19354346F + square * (-0.11643287F + square * (0.05265332F + square * -0.01172120F)))));
+    angle = absY > absX ? Pi / 2 - angle : angle;
+    angle = x < 0 ? Pi - angle : angle;
+    return y < 0 ? -angle : angle;
+}
+
+float FastAcos(float value)
+{
+    const float absolute = std::min(std::fabs(value), 1.0F);
+    const float angle =
+        std::sqrt(1 - absolute) *
+        (1.5707963050F +
+         absolute *
+             (-0.2145988016F +
+              absolute *
+                  (0.0889789874F +
+                   absolute * (-0.0501743046F +
+                               absolute * (0.0308918810F +
+                                           absolute * (-0.0170881256F +
+                                                       absolute * (0.0066700901F + absolute * -0.0012624911F)))))));
+    return value < 0 ? Pi - angle : angle;
+}
+
+// Two channels at a time: share is 0 to 256.
+quint32 Mix(quint32 a, quint32 b, quint32 share)
+{
+    const quint32 rest = 256 - share;
+    const quint32 redBlue = (((a & 0xFF00FF) * rest + (b & 0xFF00FF) * share) >> 8) & 0xFF00FF;
+    const quint32 alphaGreen = (((a >> 8) & 0xFF00FF) * rest + ((b >> 8) & 0xFF00FF) * share) & 0xFF00FF00;
+    return redBlue | alphaGreen;
+}
+
+// Texel positions are whole numbers with this many binary places: quick to step along a row.
+constexpr int PlaceBits = 12;
+constexpr float PlaceUnit = 1 << PlaceBits;
+
+class CSampler
+{
+public:
+    CSampler(const QImage& texture, bool isDraft)
+        : m_bits(reinterpret_cast<const quint32*>(texture.constBits())),
+          m_stride(static_cast<int>(texture.bytesPerLine() / 4)), m_width(texture.width()), m_height(texture.height()),
+          m_isDraft(isDraft)
+    {
+    }
+
+    // Places counted from the left and upper edge; u may be up to one turn outside.
+    [[nodiscard]] quint32 At(int u, int v) const
+    {
+        if (m_isDraft)
+            return m_bits[Row(v >> PlaceBits) * m_stride + Column(u >> PlaceBits)];
+        const int left = u - (1 << (PlaceBits - 1));
+        const int top = v - (1 << (PlaceBits - 1));
+        const int row = top >> PlaceBits;
+        const auto shareX = static_cast<quint32>((left >> (PlaceBits - 8)) & 255);
+        const auto shareY = static_cast<quint32>((top >> (PlaceBits - 8)) & 255);
+        const int column0 = Column(left >> PlaceBits);
+        const int column1 = column0 + 1 < m_width ? column0 + 1 : 0;
+        const quint32* upper = m_bits + Row(row) * m_stride;
+        const quint32* lower = m_bits + Row(row + 1) * m_stride;
+        return Mix(Mix(upper[column0], upper[column1], shareX), Mix(lower[column0], lower[column1], shareX), shareY);
+    }
+
+private:
+    [[nodiscard]] int Row(int row) const { return std::clamp(row, 0, m_height - 1); }
+    [[nodiscard]] int Column(int column) const
+    {
+        if (column < 0)
+            column += m_width;
+        else if (column >= m_width)
+            column -= m_width;
+        return std::clamp(column, 0, m_width - 1);
+    }
+
+    const quint32* m_bits;
+    int m_stride;
+    int m_width;
+    int m_height;
+    bool m_isDraft;
+};
+
+// What a pixel needs besides the texture, computed once per picture.
+struct Shading
+{
+    float SunX = 0;
+    float SunY = 0;
+    float SunZ = 1;
+    bool HasSun = false;
+    float Night = 0;
+    float Brightness = 1;
+    float Limb = 0;
+    bool HasAir = false;
+    quint32 Air = 0;
+
+    Shading(const CSphereView& view, const SphereLook& look)
+        : HasSun(look.Sun.has_value()), Night(static_cast<float>(std::clamp(look.NightBrightness, 0.0, 1.0))),
+          Brightness(static_cast<float>(std::clamp(look.Brightness, 0.0, 4.0))),
+          Limb(static_cast<float>(std::clamp(look.LimbDarkening, 0.0, 1.0))), HasAir(look.Atmosphere.isValid()),
+          Air(look.Atmosphere.rgb())
+    {
+        if (!HasSun)
+            return;
+        const UnitVector sun = ToVector(*look.Sun);
+        SunX = static_cast<float>(Dot(sun, view.East()));
+        SunY = static_cast<float>(Dot(sun, view.North()));
+        SunZ = static_cast<float>(Dot(sun, view.Viewer()));
+    }
+
+    // How much light a point of the sphere gets, x to the right, y up, z to the viewer.
+    [[nodiscard]] float Light(float x, float y, float z) const
+    {
+        const float light = Brightness * (1 - Limb * (1 - z) * (1 - z));
+        if (!HasSun)
+            return light;
+        const float height = x * SunX + y * SunY + z * SunZ;
+        // Twilight reaches a few degrees beyond the terminator.
+        const float day = std::clamp(height * 4 + 0.3F, 0.0F, 1.0F);
+        return light * (Night + (1 - Night) * day * (0.72F + 0.28F * std::max(height, 0.0F)));
+    }
+
+    // How much of the air's colour lies over the ground.
+    [[nodiscard]] float Haze(float z) const
+    {
+        const float edge = 1 - z;
+        return HasAir ? edge * edge * edge * 0.75F + 0.04F : 0.0F;
+    }
+
+    // Light and haze as shares of 256.
+    [[nodiscard]] quint32 Colour(quint32 texel, quint32 light, quint32 haze) const
+    {
+        if (haze > 0)
+            texel = Mix(texel, Air, haze);
+        if (light <= 256)
+            return 0xFF000000 | Mix(0, texel, light);
+        const quint32 red = std::min(((texel >> 16) & 255) * light >> 8, 255U);
+        const quint32 green = std::min(((texel >> 8) & 255) * light >> 8, 255U);
+        const quint32 blue = std::min((texel & 255) * light >> 8, 255U);
+        return 0xFF000000 | (red << 16) | (green << 8) | blue;
+    }
+};
+
+// One point of the sphere in whole numbers: its texel, light and haze.
+struct Spot
+{
+    int U = 0;
+    int V = 0;
+    int Light = 0;
+    int Haze = 0;
+    bool IsSmooth = false; // far enough from the edge and the poles to step evenly to the next one
+};
+
+class CSpotFinder
+{
+public:
+    CSpotFinder(const CSphereView& view, const QImage& texture, const Shading& shading)
+        : m_shading(shading), m_sinLatitude(static_cast<float>(view.Viewer().Z)),
+          m_cosLatitude(static_cast<float>(view.North().Z)), m_width(texture.width() << PlaceBits),
+          m_columnScale(static_cast<float>(texture.width()) * PlaceUnit / (2 * Pi)),
+          m_rowScale(static_cast<float>(texture.height()) * PlaceUnit / Pi),
+          m_center(static_cast<int>((view.Center().Longitude + 180.0) / 360.0 * m_width)),
+          m_poleLimit(static_cast<float>(std::cos(std::min(0.5, PolePixels / view.Radius()))))
+    {
+    }
+
+    [[nodiscard]] Spot At(float x, float y, float square) const
+    {
+        const float z = std::sqrt(std::max(0.0F, 1 - square));
+        const float north = std::clamp(y * m_cosLatitude + z * m_sinLatitude, -1.0F, 1.0F);
+        Spot spot;
+        spot.U = m_center + static_cast<int>(FastAtan2(x, z * m_cosLatitude - y * m_sinLatitude) * m_columnScale);
+        spot.V = static_cast<int>(FastAcos(north) * m_rowScale);
+        spot.Light = static_cast<int>(m_shading.Light(x, y, z) * 256);
+        spot.Haze = static_cast<int>(m_shading.Haze(z) * 256);
+        spot.IsSmooth = z > 0.4F && std::fabs(north) < m_poleLimit;
+        return spot;
+    }
+
+    // Whether the points between two spots lie evenly between them.
+    [[nodiscard]] bool IsEven(const Spot& a, const Spot& b) const
+    {
+        return a.IsSmooth && b.IsSmooth && std::abs(a.U - b.U) < m_width / 8;
+    }
+
+private:
+    // Around a pole meridians turn too quickly for even steps.
+    static constexpr double PolePixels = 40;
+
+    const Shading& m_shading;
+    float m_sinLatitude;
+    float m_cosLatitude;
+    int m_width;
+    float m_columnScale;
+    float m_rowScale;
+    int m_center;
+    float m_poleLimit;
+};
+
+// The colour of the air beside the disc over what is behind, at a distance of more than one radius.
+quint32 Glow(const Shading& shading, quint32 background, float x, float y, float distance)
+{
+    const float height = (distance - 1) / GlowWidth;
+    if (height >= 1)
+        return background;
+    const float fade = (1 - height) * (1 - height) * 0.55F;
+    const float light = std::min(1.0F, shading.Light(x / distance, y / distance, 0.5F));
+    return Mix(background, 0xFF000000 | shading.Air, static_cast<quint32>(fade * light * 256));
+}
+} // namespace
+
+CSphereRenderer::CSphereRenderer()
+{
+    SetColor(QColor(128, 128, 128));
+}
+
+void CSphereRenderer::SetTexture(const QImage& equirectangular)
+{
+    if (equirectangular.isNull())
+        return;
+    m_levels.assign(1, equirectangular.convertToFormat(QImage::Format_RGB32));
+    while (m_levels.back().width() > SmallestLevelWidth && m_levels.back().height() > 1) {
+        const QImage& last = m_levels.back();
+        m_levels.push_back(last.scaled(last.width() / 2, std::max(1, last.height() / 2), Qt::IgnoreAspectRatio,
+                                       Qt::SmoothTransformation)
+                               .convertToFormat(QImage::Format_RGB32));
+    }
+}
+
+void CSphereRenderer::SetColor(const QColor& color)
+{
+    QImage texture(2, 1, QImage::Format_RGB32);
+    texture.fill(color);
+    SetTexture(texture);
+}
+
+void CSphereRenderer::SetBands(const std::function<QColor(double latitude)>& band)
+{
+    if (!band)
+        return;
+    QImage texture(2, BandHeight, QImage::Format_RGB32);
+    for (int row = 0; row < BandHeight; ++row) {
+        const QColor color = band(90.0 - (row + 0.5) * 180.0 / BandHeight);
+        texture.setPixelColor(0, row, color);
+        texture.setPixelColor(1, row, color);
+    }
+    SetTexture(texture);
+}
+
+void CSphereRenderer::Render(QImage& target, const CSphereView& view, const SphereLook& look) const
+{
+    if (target.isNull())
+        return;
+    if (target.format() != QImage::Format_ARGB32_Premultiplied)
+        target = target.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    const quint32 background = qPremultiply(look.Background.rgba());
+    target.fill(background);
+
+    // The smallest level that still has about one texel for each pixel in the middle of the disc.
+    const double wantedWidth = view.Radius() * 2 * std::numbers::pi;
+    std::size_t level = 0;
+    while (level + 1 < m_levels.size() && m_levels[level + 1].width() >= wantedWidth * 0.8)
+        ++level;
+    const QImage& texture = m_levels[level];
+    const CSampler sampler(texture, look.IsDraft);
+    const Shading shading(view, look);
+    const CSpotFinder finder(view, texture, shading);
+    const auto radius = static_cast<float>(view.Radius());
+    const float inverse = 1 / radius;
+    const float reach = 1 + std::max(shading.HasAir ? GlowWidth : 0.0F, inverse);
+    const float inside = 1 - 2 * inverse;
+    const auto x0 = static_cast<float>(0.5 - view.CenterPixel().x());
+
+    for (int row = 0; row < target.height(); ++row) {
+        const float y = static_cast<float>(view.CenterPixel().y() - row - 0.5) * inverse;
+        if (std::fabs(y) >= reach)
+            continue;
+        const auto halfWidth = static_cast<double>(std::sqrt(reach * reach - y * y) * radius);
+        const int first = std::max(0, static_cast<int>(std::max(view.CenterPixel().x() - halfWidth, 0.0)));
+        const int end = static_cast<int>(
+            std::clamp(view.CenterPixel().x() + halfWidth + 1, 0.0, static_cast<double>(target.width())));
+        auto* line = reinterpret_cast<quint32*>(target.scanLine(row));
+
+        const auto squareAt = [&](float x) { return x * x + y * y; };
+        const auto horizontal = [&](int column) { return (static_cast<float>(column) + x0) * inverse; };
+        const auto drawExactly = [&](int column) {
+            const float x = horizontal(column);
+            const float square = squareAt(x);
+            const float distance = square > inside ? std::sqrt(square) : 0.0F;
+            const float coverage = square > inside ? (1 - distance) * radius + 0.5F : 1.0F;
+            quint32 behind = background;
+            if (coverage < 1 && shading.HasAir)
+                behind = Glow(shading, background, x, y, std::max(distance, 1.0F));
+            if (coverage <= 0) {
+                line[column] = behind;
+                return;
+            }
+            const Spot spot = finder.At(x, y, square);
+            const quint32 color = shading.Colour(sampler.At(spot.U, spot.V), static_cast<quint32>(spot.Light),
+                                                 static_cast<quint32>(spot.Haze));
+            line[column] = coverage >= 1 ? color : Mix(behind, color, static_cast<quint32>(coverage * 256));
+        };
+
+        Spot next;
+        bool hasNext = false;
+        for (int column = first; column < end;) {
+            const float x = horizontal(column);
+            const float farX = horizontal(column + BlockWidth);
+            const bool isWhole = column + BlockWidth <= end && squareAt(x) < inside && squareAt(farX) < inside;
+            const Spot spot = !isWhole ? Spot() : hasNext ? next : finder.At(x, y, squareAt(x));
+            hasNext = isWhole;
+            if (isWhole)
+                next = finder.At(farX, y, squareAt(farX));
+            const int blockEnd = std::min(column + BlockWidth, end);
+            if (!isWhole || !finder.IsEven(spot, next)) {
+                for (; column < blockEnd; ++column)
+                    drawExactly(column);
+                continue;
+            }
+            int u = spot.U;
+            int v = spot.V;
+            int light = spot.Light * BlockWidth + BlockWidth / 2;
+            int haze = spot.Haze * BlockWidth + BlockWidth / 2;
+            const int stepU = (next.U - spot.U) / BlockWidth;
+            const int stepV = (next.V - spot.V) / BlockWidth;
+            for (; column < blockEnd; ++column) {
+                line[column] = shading.Colour(sampler.At(u, v), static_cast<quint32>(light / BlockWidth),
+                                              static_cast<quint32>(haze / BlockWidth));
+                u += stepU;
+                v += stepV;
+                light += next.Light - spot.Light;
+                haze += next.Haze - spot.Haze;
+            }
+        }
+    }
+}

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "controls/sphere/SphereView.h"
+
+#include <QColor>
+#include <QImage>
+
+#include <functional>
+#include <optional>
+#include <vector>
+
+/// How a sphere is lit and coloured when it is drawn.
+struct SphereLook
+{
+    std::optional<GeoPoint> Sun;         ///< the point with the Sun overhead; empty: lit evenly from the viewer
+    double NightBrightness = 0.12;       ///< brightness of the dark side, 0 to 1; only with a Sun
+    double Brightness = 1;               ///< factor on every colour, 0 to 4
+    double LimbDarkening = 0.35;         ///< how much darker the edge of the disc is than its middle, 0 to 1
+    QColor Atmosphere;                   ///< colour of a thin rim of air; invalid: none
+    QColor Background = Qt::transparent; ///< what lies around the disc
+    bool IsDraft = false;                ///< nearest texels: quicker and coarser, for a sphere in motion
+};
+
+/// Draws a textured sphere pixel by pixel. Holds the texture in several sizes, so that a small disc does not sparkle.
+class CSphereRenderer
+{
+public:
+    /// Mid grey all over.
+    CSphereRenderer();
+
+    /// The whole surface as one picture: longitude -180 at the left to 180 at the right, latitude 90 at the top to -90
+    /// at the bottom. A null picture is ignored.
+    void SetTexture(const QImage& equirectangular);
+
+    void SetColor(const QColor& color);
+
+    /// Colours that depend on the latitude (degrees) only: the cloud bands of a gaseous planet.
+    void SetBands(const std::function<QColor(double latitude)>& band);
+
+    /// Fills the whole target (made ARGB32 premultiplied when it has another format) with the sphere and what lies
+    /// around it. The view counts in pixels of the target; a device pixel ratio of the image plays no part.
+    void Render(QImage& target, const CSphereView& view, const SphereLook& look) const;
+
+private:
+    // The first level is the texture itself, each next one half its size.
+    std::vector<QImage> m_levels;
+};

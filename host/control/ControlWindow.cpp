@@ -1,0 +1,64 @@
+#include "host/control/ControlWindow.h"
+
+#include "host/control/ControlRegister.h"
+
+CControlWindow::CControlWindow(QWidget* parent) : QWidget(parent)
+{
+    // The control covers it wholly; without this each redraw of the control would paint the dialog beneath it too.
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    hide();
+}
+
+CControlWindow::~CControlWindow()
+{
+    if (m_control)
+        m_control->SetEventSink({});
+}
+
+bool CControlWindow::CreateControl(const QString& className, QWidget* parent, const QRect& rect, int controlId)
+{
+    setParent(parent);
+    setGeometry(rect);
+    m_control = CControlRegister::Instance().Create(className, this);
+    if (!m_control || !m_control->Window()) {
+        m_control.reset();
+        return false;
+    }
+    m_controlId = controlId;
+    m_control->SetEventSink(m_sink);
+    QWidget* window = m_control->Window();
+    window->setAttribute(Qt::WA_OpaquePaintEvent);
+    window->setGeometry(this->rect());
+    window->show();
+    setFocusProxy(window);
+    return true;
+}
+
+void CControlWindow::SetEventSink(IControl::EventSink sink)
+{
+    m_sink = std::move(sink);
+    if (m_control)
+        m_control->SetEventSink(m_sink);
+}
+
+void CControlWindow::RepaintNow()
+{
+    if (m_control && isVisible())
+        m_control->Window()->repaint();
+}
+
+QVariant CControlWindow::Invoke(int method, const QVariantList& arguments)
+{
+    if (!m_control)
+        return {};
+    const QVariant result = m_control->Invoke(method, arguments);
+    Q_EMIT Invoked(method, arguments, result);
+    return result;
+}
+
+void CControlWindow::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    if (m_control)
+        m_control->Window()->setGeometry(rect());
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QString>
+
+class CKivDialog;
+
+/// One transfer of all members of a dialog: from the controls into the members, or the other way.
+class CDataExchange
+{
+public:
+    CDataExchange(CKivDialog& dialog, bool saveAndValidate) : m_dialog(dialog), m_save(saveAndValidate) {}
+
+    /// Whether the transfer goes from the controls into the members.
+    [[nodiscard]] bool IsSaving() const { return m_save; }
+    [[nodiscard]] CKivDialog& Dialog() const { return m_dialog; }
+
+private:
+    CKivDialog& m_dialog;
+    bool m_save;
+};
+
+/// Index of the checked radio among `count` buttons with successive numbers; -1 for none.
+void DDX_Radio(CDataExchange* exchange, int firstId, int& value, int count = 2);
+
+/// A whole number. A text that begins with no number leaves the member as it is. `maxChars` is the longest text the
+/// box takes; values are written with at least `width` characters.
+void DDX_Int(CDataExchange* exchange, int id, int& value, int width, int maxChars);
+
+/// A number written with a printf format; a text that begins with no number leaves the member as it is.
+void DDX_DoubleFmt(CDataExchange* exchange, int id, double& value, const char* format, int maxChars);
+
+/// State of a check box, 0 or 1.
+void DDX_Check(CDataExchange* exchange, int id, int& value);
+
+/// Text of a box.
+void DDX_Text(CDataExchange* exchange, int id, QString& value);

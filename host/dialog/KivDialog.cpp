@@ -1,0 +1,254 @@
+#include "host/dialog/KivDialog.h"
+
+#include "host/dialog/Help.h"
+#include "host/dialog/TemplateLoader.h"
+#include "host/dialog/ThemedControls.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QVBoxLayout>
+
+#include <stdexcept>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+constexpr int IdOk = 1;
+constexpr int IdCancel = 2;
+constexpr int IdHelp = 57670;
+constexpr char BuddyProperty[] = "buddyId";
+} // namespace
+
+CKivDialog::CKivDialog(int templateNumber, QString registrySection, QWidget* parent)
+    : QDialog(parent), m_templateNumber(templateNumber), m_section(std::move(registrySection))
+{
+}
+
+CKivDialog::~CKivDialog() = default;
+
+bool CKivDialog::Create(CCorKiv* hostEngine)
+{
+    m_hostEngine = hostEngine;
+    if (!LoadTemplate())
+        return false;
+    m_isWindow = true;
+    m_messages = GetMessageMap();
+    m_events = GetEventSinkMap();
+    ConnectMessages();
+    BindSpinButtons();
+    OnInitDialog();
+    return true;
+}
+
+bool CKivDialog::LoadTemplate()
+{
+    QWidget* content = TemplateLoader::Load(m_templateNumber, this);
+    if (!content)
+        return false;
+    setWindowTitle(content->windowTitle());
+    auto* frame = new QVBoxLayout(this);
+    frame->setContentsMargins(0, 0, 0, 0);
+    frame->addWidget(content);
+    m_items = TemplateLoader::NumberedItems(content);
+    return true;
+}
+
+void CKivDialog::ConnectMessages()
+{
+    const auto notify = [this](const MessageEntry& entry, int delta) {
+        if (m_writing == 0)
+            Guarded([&entry, delta] { entry.Handler(delta); });
+    };
+    for (const MessageEntry& entry : m_messages) {
+        QWidget* item = Item(entry.Id);
+        switch (entry.Kind) {
+        case Notice::Change:
+            if (auto* edit = qobject_cast<QLineEdit*>(item))
+                connect(edit, &QLineEdit::textEdited, this, [notify, &entry] { notify(entry, 0); });
+            break;
+        case Notice::Clicked:
+            if (auto* button = qobject_cast<QAbstractButton*>(item))
+                connect(button, &QAbstractButton::clicked, this, [notify, &entry] { notify(entry, 0); });
+            break;
+        case Notice::DeltaPos:
+            if (auto* spin = qobject_cast<CKivSpinButton*>(item))
+                connect(spin, &CKivSpinButton::DeltaPos, this, [notify, &entry](int delta) { notify(entry, delta); });
+            break;
+        case Notice::SelChange:
+            if (auto* combo = qobject_cast<QComboBox*>(item))
+                connect(combo, &QComboBox::activated, this, [notify, &entry] { notify(entry, 0); });
+            break;
+        case Notice::Scroll:
+            if (auto* slider = qobject_cast<QSlider*>(item))
+                connect(slider, &QSlider::valueChanged, this, [notify, &entry] { notify(entry, 0); });
+            break;
+        }
+    }
+    const auto connectButton = [this](int id, void (CKivDialog::*handler)()) {
+        if (auto* button = Item<QAbstractButton>(id))
+            connect(button, &QAbstractButton::clicked, this,
+                    [this, handler] { Guarded([this, handler] { (this->*handler)(); }); });
+    };
+    connectButton(IdOk, &CKivDialog::OnOK);
+    connectButton(IdCancel, &CKivDialog::OnCancel);
+    if (auto* button = Item<QAbstractButton>(IdHelp))
+        connect(button, &QAbstractButton::clicked, this, [this] { Help::Show(this, m_templateNumber); });
+}
+
+/// The arrow keys of a box work the spin button beside it.
+void CKivDialog::BindSpinButtons()
+{
+    for (QWidget* item : std::as_const(m_items)) {
+        auto* spin = qobject_cast<CKivSpinButton*>(item);
+        if (!spin)
+            continue;
+        if (auto* edit = Item<QLineEdit>(spin->property(BuddyProperty).toInt())) {
+            spin->SetCaption(edit->accessibleName());
+            edit->installEventFilter(this);
+        }
+    }
+}
+
+bool CKivDialog::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() != QEvent::KeyPress)
+        return QDialog::eventFilter(watched, event);
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if (key != Qt::Key_Up && key != Qt::Key_Down)
+        return QDialog::eventFilter(watched, event);
+    for (QWidget* item : std::as_const(m_items)) {
+        auto* spin = qobject_cast<CKivSpinButton*>(item);
+        if (spin && Item(spin->property(BuddyProperty).toInt()) == watched && spin->isEnabled()) {
+            Q_EMIT spin->DeltaPos(key == Qt::Key_Up ? -1 : 1);
+            return true;
+        }
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+void CKivDialog::Guarded(const std::function<void()>& handler)
+{
+    try {
+        handler();
+    } catch (const std::invalid_argument&) {
+        MessageBox(u"無効な引数が検出されました。"_s, IPrompts::Icon::Exclamation);
+    }
+}
+
+void CKivDialog::ConnectEvents(CControlWindow& control)
+{
+    control.SetEventSink([this, id = control.ControlId()](int event, const QVariantList& arguments) {
+        for (const EventEntry& entry : m_events) {
+            if (entry.ControlId == id && entry.Event == event)
+                Guarded([&entry, &arguments] { entry.Handler(arguments); });
+        }
+    });
+}
+
+void CKivDialog::UpdateData(bool saveAndValidate)
+{
+    if (!m_isWindow)
+        return;
+    const WriteGuard guard(*this);
+    CDataExchange exchange(*this, saveAndValidate);
+    DoDataExchange(&exchange);
+}
+
+bool CKivDialog::OnInitDialog()
+{
+    UpdateData(false);
+    return true;
+}
+
+void CKivDialog::OnOK()
+{
+    QDialog::done(Accepted);
+}
+
+void CKivDialog::OnCancel()
+{
+    QDialog::done(Rejected);
+}
+
+void CKivDialog::OnClose()
+{
+    hide();
+}
+
+void CKivDialog::done(int result)
+{
+    QDialog::done(result);
+}
+
+void CKivDialog::accept()
+{
+    Guarded([this] { OnOK(); });
+}
+
+void CKivDialog::reject()
+{
+    Guarded([this] { OnCancel(); });
+}
+
+void CKivDialog::closeEvent(QCloseEvent* event)
+{
+    // Not the toolkit's own handling: that would go on to reject().
+    Guarded([this] { OnClose(); });
+    event->accept();
+}
+
+void CKivDialog::keyPressEvent(QKeyEvent* event)
+{
+    switch (event->key()) {
+    case Qt::Key_F1:
+        Help::Show(this, m_templateNumber);
+        return;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (auto* button = qobject_cast<QPushButton*>(focusWidget())) {
+            button->click(); // the focused button is the default one, as everywhere on the desktop
+            return;
+        }
+        accept();
+        return;
+    case Qt::Key_Escape:
+        reject();
+        return;
+    default:
+        QDialog::keyPressEvent(event);
+    }
+}
+
+void CKivDialog::DoitBool(const QString& path, int flag)
+{
+    if (m_hostEngine)
+        m_hostEngine->Command(path + (flag != 0 ? u" = TRUE"_s : u" = FALSE"_s));
+}
+
+int CKivDialog::IsIt(const QString& path, const QString& value) const
+{
+    return m_hostEngine && m_hostEngine->Command(u"? "_s + path) == value ? 1 : 0;
+}
+
+void CKivDialog::SetItemText(int id, const QString& text)
+{
+    const WriteGuard guard(*this);
+    if (auto* label = Item<QLabel>(id))
+        label->setText(text);
+    else if (auto* edit = Item<CKivEdit>(id))
+        edit->SetText(text);
+    else if (auto* button = Item<QAbstractButton>(id))
+        button->setText(text);
+}
+
+void CKivDialog::EnableItem(int id, bool enable)
+{
+    if (QWidget* item = Item(id))
+        item->setEnabled(enable);
+}
+
+IPrompts::Answer CKivDialog::MessageBox(const QString& text, IPrompts::Icon icon, IPrompts::Buttons buttons)
+{
+    return IPrompts::Current().Show(this, text, icon, buttons);
+}

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QString>
+
+/// File helpers of the host.
+class CCommonFile
+{
+public:
+    /// Whether the path names an existing file (a folder is none).
+    [[nodiscard]] static bool DoesFileExist(const QString& path);
+
+    /// The folder of the module and what is shipped with it, ending with a separator; the program's folder until
+    /// SetModulePath is called.
+    [[nodiscard]] static QString GetModulePath();
+
+    /// Sets the module's folder; a separator is added when there is none.
+    static void SetModulePath(const QString& folder);
+
+    /// Whether the first file was changed later than the second. A missing first file is never newer; an existing
+    /// one is newer than a missing second.
+    [[nodiscard]] static bool IsFileNewerThan(const QString& first, const QString& second);
+
+    /// A path without blanks for the same file: the path itself when it has none, else one through a link in the
+    /// user's cache folder. The path itself when no link can be made or the result would exceed 260 characters.
+    [[nodiscard]] static QString GetShortPath(const QString& path);
+};

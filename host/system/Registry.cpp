@@ -1,0 +1,63 @@
+#include "host/system/Registry.h"
+
+#include <QSettings>
+#include <QStandardPaths>
+#include <QVariant>
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+std::unique_ptr<QSettings>& Store()
+{
+    static std::unique_ptr<QSettings> store;
+    if (!store) {
+        const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+        store = std::make_unique<QSettings>(folder + u"/planetarium-site/settings.ini"_s, QSettings::IniFormat);
+    }
+    return store;
+}
+
+QString Key(QString section, const QString& name)
+{
+    return section.replace(u'\\', u'/') + u'/' + name;
+}
+} // namespace
+
+void CRegistry::Read(const QString& section, const QString& name, int defaultValue, int* result, int /*kind*/)
+{
+    bool isInteger = false;
+    const int value = Store()->value(Key(section, name)).toInt(&isInteger);
+    *result = isInteger ? value : defaultValue;
+}
+
+void CRegistry::Read(const QString& section, const QString& name, const QString& defaultValue, QString* result)
+{
+    const QVariant value = Store()->value(Key(section, name));
+    if (value.typeId() == QMetaType::QStringList)
+        *result = value.toStringList().join(u", "_s); // an unquoted text with commas, as a person writes it
+    else
+        *result = value.canConvert<QString>() && value.isValid() ? value.toString() : defaultValue;
+}
+
+void CRegistry::Write(const QString& section, const QString& name, int data, int /*kind*/)
+{
+    Store()->setValue(Key(section, name), data);
+}
+
+void CRegistry::Write(const QString& section, const QString& name, const QString& data)
+{
+    Store()->setValue(Key(section, name), data);
+}
+
+void CRegistry::UseFile(const QString& path)
+{
+    Store() = std::make_unique<QSettings>(path, QSettings::IniFormat);
+}
+
+void CRegistry::Flush()
+{
+    Store()->sync();
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QString>
+
+#include <array>
+
+/// What the observation-site dialog keeps between runs, and the application's initial place.
+namespace ObsSettings
+{
+inline constexpr int LayerCount = 8;
+using Layers = std::array<int, LayerCount>; ///< 0 or 1 each, in the order of the check boxes
+
+[[nodiscard]] Layers ReadLayers(const QString& section);
+[[nodiscard]] int ReadViewAngle(const QString& section); ///< slider position as stored, whatever it is
+[[nodiscard]] bool ReadAutoAltitude(const QString& section);
+[[nodiscard]] int ReadEngineVariant();
+/// Writes the layers, the slider position and the altitude choice, in this order.
+void Save(const QString& section, const Layers& layers, int viewAngle, bool isAltitudeAutomatic);
+
+/// The application's initial place as engine statements: value names and stored texts.
+struct InitialPlace
+{
+    QString LocationName;
+    QString Location;
+    QString TimeZoneName;
+    QString TimeZone;
+};
+[[nodiscard]] InitialPlace ReadInitialPlace();
+/// Degrees, metres and hours.
+void SaveInitialPlace(double longitude, double latitude, double altitude, double timeZone);
+} // namespace ObsSettings

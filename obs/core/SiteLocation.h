@@ -1,0 +1,70 @@
+#pragma once
+
+/// A place of the observer. Longitude in degrees (east positive on the Earth and the Moon, 0 to 360 elsewhere),
+/// latitude in degrees (north positive), altitude in metres, time zone in hours east of universal time.
+struct SiteLocation
+{
+    double Longitude = 0.0;
+    double Latitude = 0.0;
+    double Altitude = 0.0;
+    double TimeZone = 0.0;
+};
+
+/// A location as the user edits it: what the dialog's data exchange binds to its controls.
+struct SiteFields
+{
+    int LongitudeHemisphere = -1; ///< 0 east, 1 west, -1 before the first fill
+    int LongitudeDegrees = 0;
+    int LongitudeMinutes = 0;
+    double LongitudeSeconds = 0.0;
+    int LatitudeHemisphere = -1; ///< 0 north, 1 south, -1 before the first fill
+    int LatitudeDegrees = 0;
+    int LatitudeMinutes = 0;
+    double LatitudeSeconds = 0.0;
+    int TimeZoneSign = -1; ///< 0 "+", 1 "-", -1 before the first fill
+    int TimeZoneHours = 0;
+    int TimeZoneMinutes = 0;
+    double AltitudeValue = 0.0; ///< display units: metres or kilometres by body
+    int AltitudeMode = -1;      ///< 0 automatic, 1 typed by the user, -1 before the first fill
+
+    bool operator==(const SiteFields&) const = default;
+};
+
+namespace SiteLocationFormat
+{
+/// In place of a time zone: there is none.
+inline constexpr double NoTimeZone = 9999.0;
+
+/// A longitude as the observer object or an engine gives it, brought into 0 to 360 by one turn at most.
+[[nodiscard]] constexpr double PositiveLongitude(double longitude)
+{
+    return longitude < 0.0 ? longitude + 360.0 : longitude;
+}
+
+/// Whether the user chooses the hemisphere of this body's longitude: on the Earth and the Moon.
+[[nodiscard]] bool HasHemisphereChoice(int body);
+
+/// Fill the fields of one quantity. Seconds are rounded half up to a tenth and carry into minutes and degrees; the
+/// degrees then stop at 180 (longitude) or 90 (latitude) on every body.
+void SplitLongitude(double longitude, int body, SiteFields& fields);
+void SplitLatitude(double latitude, SiteFields& fields);
+
+/// Fill sign, hours and minutes of a time zone in hours. Minutes are rounded without a carry, on purpose: 5.9999 h
+/// shows as 5 h 60 min.
+void SplitTimeZone(double timeZone, SiteFields& fields);
+
+/// Degrees: -180 to 180 on the Earth and the Moon, without a sign elsewhere.
+[[nodiscard]] double JoinLongitude(const SiteFields& fields, int body);
+[[nodiscard]] double JoinLatitude(const SiteFields& fields);
+[[nodiscard]] double JoinTimeZone(const SiteFields& fields);
+
+/// Altitude between metres and display units: kilometres unless the body counts as small.
+[[nodiscard]] constexpr double MetresFromDisplay(double value, bool isSmall)
+{
+    return isSmall ? value : value * 1000.0;
+}
+[[nodiscard]] constexpr double DisplayFromMetres(double metres, bool isSmall)
+{
+    return isSmall ? metres : metres / 1000.0;
+}
+} // namespace SiteLocationFormat

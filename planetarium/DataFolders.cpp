@@ -1,0 +1,51 @@
+#include "planetarium/DataFolders.h"
+
+#include "host/system/CommonFile.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QSaveFile>
+#include <QStandardPaths>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+const QString ListName = u"kivpel.obs"_s;
+
+QString FindShipped()
+{
+    QDir folder(QCoreApplication::applicationDirPath());
+    do {
+        for (const QString& candidate : {u"data/"_s, u"share/planetarium-site/data/"_s}) {
+            if (CCommonFile::DoesFileExist(folder.filePath(candidate + ListName)))
+                return folder.filePath(candidate);
+        }
+    } while (folder.cdUp());
+    return QCoreApplication::applicationDirPath() + u"/data/"_s;
+}
+} // namespace
+
+DataFolders DataFolders::Default()
+{
+    DataFolders folders;
+    folders.Shipped = FindShipped();
+    folders.User = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/planetarium-site/"_s;
+    folders.TerrainIndex = folders.Shipped + u"terrain/terrain.idx"_s;
+    if (!CCommonFile::DoesFileExist(folders.TerrainIndex))
+        folders.TerrainIndex.clear();
+    return folders;
+}
+
+void DataFolders::InstallPlaceList() const
+{
+    if (!QDir().mkpath(User) || !CCommonFile::IsFileNewerThan(Shipped + ListName, User + ListName))
+        return;
+    QFile shipped(Shipped + ListName);
+    QSaveFile copy(User + ListName);
+    if (!shipped.open(QIODevice::ReadOnly) || !copy.open(QIODevice::WriteOnly))
+        return;
+    copy.write(shipped.readAll());
+    copy.commit();
+}

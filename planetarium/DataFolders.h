@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+
+/// Where the program finds what it ships and where the user's files go; folders end with a separator.
+struct DataFolders
+{
+    QString Shipped;      ///< place list, pictures, outlines, terrain
+    QString User;         ///< the user's place files
+    QString TerrainIndex; ///< terrain index file, empty for none
+
+    /// The shipped folder beside the program or above it, the user's folder in the usual place of the system.
+    [[nodiscard]] static DataFolders Default();
+
+    /// Copies the shipped place list into the user's folder when it is newer than the copy there. What fails is left
+    /// as it was: the module then uses the shipped list itself.
+    void InstallPlaceList() const;
+};

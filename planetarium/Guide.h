@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QString>
+
+class QWidget;
+
+/// The user guide in a window of its own.
+namespace Guide
+{
+/// Makes the help of all dialogs open this guide, a Markdown file; the template's number is the anchor of its page.
+void Install(const QString& file);
+} // namespace Guide

@@ -1,0 +1,237 @@
+#include "planetarium/Host.h"
+
+#include "host/control/ControlNumbers.h"
+#include "host/text/Number.h"
+#include "obs/core/BodyTable.h"
+#include "obs/core/EngineLines.h"
+#include "planetarium/EclipseData.h"
+
+#include <QScopedValueRollback>
+#include <QTimeZone>
+
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+constexpr int EngineId = 1;
+
+struct MethodName
+{
+    int Number;
+    const char16_t* Name;
+};
+
+namespace Map = ControlNumber::GlobeMap;
+constexpr std::array MapMethods{
+    MethodName{Map::SetCenter, u"SetCenter"},
+    MethodName{Map::GetCenter, u"GetCenter"},
+    MethodName{Map::SetObsPosition, u"SetObsPosition"},
+    MethodName{Map::Redraw, u"Redraw"},
+    MethodName{Map::SetZoom, u"SetZoom"},
+    MethodName{Map::Switch12, u"Switch12"},
+    MethodName{Map::Switch18, u"Switch18"},
+    MethodName{Map::Switch29, u"Switch29"},
+    MethodName{Map::SetLandmarkFileExists, u"SetLandmarkFileExists"},
+    MethodName{Map::SetLandmarkFile, u"SetLandmarkFile"},
+    MethodName{Map::FeatureCount, u"FeatureCount"},
+    MethodName{Map::SetFeatureFlags, u"SetFeatureFlags"},
+    MethodName{Map::FeatureName, u"FeatureName"},
+    MethodName{Map::ReloadUserPlaces, u"ReloadUserPlaces"},
+    MethodName{Map::SetEclipsePath, u"SetEclipsePath"},
+    MethodName{Map::SetBesselElementApply, u"SetBesselElementApply"},
+    MethodName{Map::SetEclipsePathColor, u"SetEclipsePathColor"},
+};
+
+QString ArgumentText(const QVariant& value)
+{
+    switch (value.typeId()) {
+    case QMetaType::Double:
+        return Number::Format("%.6f", value.toDouble());
+    case QMetaType::Bool:
+        return value.toBool() ? u"TRUE"_s : u"FALSE"_s;
+    case QMetaType::QString:
+        return u'"' + value.toString() + u'"';
+    case QMetaType::ULongLong:
+        return u"(flags)"_s; // an address; it differs from run to run
+    default:
+        return value.canConvert<QString>() ? value.toString() : u"(pointer)"_s;
+    }
+}
+
+QString CallText(int method, const QVariantList& arguments)
+{
+    QString name = u"#"_s + Number::Format("%d", method);
+    for (const MethodName& known : MapMethods) {
+        if (known.Number == method)
+            name = QString::fromUtf16(known.Name);
+    }
+    QStringList texts;
+    for (const QVariant& argument : arguments)
+        texts += ArgumentText(argument);
+    return name + u'(' + texts.join(u", "_s) + u')';
+}
+} // namespace
+
+CHost::CHost(QWidget* mainWindow, DataFolders folders)
+    : m_folders(std::move(folders)), m_dialog(std::make_unique<CDlgObs>(mainWindow, m_folders.User, 0))
+{
+    if (m_engine.Create(CCorKiv::DefaultVariant, mainWindow, QRect(), EngineId)) {
+        m_engine.SetActive(true);
+        m_engine.SetEventSink([this](int event, const QVariantList&) {
+            if (event == ControlNumber::Engine::EventMouseUp)
+                TakeOverEngineLocation();
+        });
+    }
+    for (const QString& line :
+         EngineLines::SetUp(m_folders.TerrainIndex.isEmpty() ? QString() : m_folders.TerrainIndex))
+        TellEngine(line);
+    TellEngine(u"Solar.Planet.Earth.SolarEclipse.Path.Visible = FALSE"_s);
+    TellEngine(u"Solar.Planet.Earth.SolarEclipse.Path.Color = RGB(255, 150, 60)"_s);
+    TellEngine(u"Solar.Planet.Earth.BesselElement.Apply = TRUE"_s);
+    const QString path = LoadEclipsePath(m_folders.Shipped);
+    if (!path.isEmpty())
+        TellEngine(u"Solar.Planet.Earth.SolarEclipse.Path.Data = \""_s + path + u'"');
+
+    m_observer.SetListener([this](CKPDateObs::Change change) { OnObserverChange(change); });
+    m_dialog->SetKPDateObs(&m_observer);
+    LogControls();
+    PlaceEngine();
+    OnObserverChange(CKPDateObs::Change::Time);
+}
+
+CHost::~CHost()
+{
+    m_observer.SetListener({});
+}
+
+void CHost::LogControls()
+{
+    connect(&m_engine, &CCorKiv::CommandSent, this, [this](const QString& line, const QString& answer) {
+        Q_EMIT Spoken(u"主"_s, line, answer);
+        if (m_own == 0)
+            OnEngineLine(line);
+    });
+    connect(&m_dialog->EngineOfDialog(), &CCorKiv::CommandSent, this,
+            [this](const QString& line, const QString& answer) { Q_EMIT Spoken(u"内"_s, line, answer); });
+    connect(&m_dialog->MapOfDialog(), &CControlWindow::Invoked, this,
+            [this](int method, const QVariantList& arguments, const QVariant& result) {
+                Q_EMIT Spoken(u"図"_s, CallText(method, arguments),
+                              result.isValid() ? ArgumentText(result) : QString());
+            });
+}
+
+void CHost::TellEngine(const QString& line)
+{
+    ++m_own;
+    m_engine.Command(line);
+    --m_own;
+}
+
+void CHost::PlaceEngine()
+{
+    const double longitude = SiteLocationFormat::PositiveLongitude(m_observer.GetLongitude());
+    TellEngine(
+        EngineLines::PlaceOnBody(m_observer.GetBody(), longitude, m_observer.GetLatitude(), m_observer.GetHeight()));
+    TellEngine(EngineLines::CenterAt(longitude, m_observer.GetLatitude()));
+}
+
+void CHost::OnObserverChange(CKPDateObs::Change change)
+{
+    if (m_quiet)
+        return;
+    switch (change) {
+    case CKPDateObs::Change::Location:
+    case CKPDateObs::Change::Body:
+        PlaceEngine();
+        m_dialog->InitLocation(0);
+        break;
+    case CKPDateObs::Change::Time: {
+        const QDateTime ut = m_observer.GetInstant();
+        TellEngine(EngineLines::UniversalTime(ut.date().year(), ut.date().month(), ut.date().day(), ut.time().hour(),
+                                              ut.time().minute(), ut.time().second()));
+        if (m_dialog->IsWindow()) {
+            m_dialog->UpdateDate();
+            m_dialog->RedrawEclipsePath();
+        }
+        break;
+    }
+    case CKPDateObs::Change::DateDisplay:
+        break;
+    }
+    Q_EMIT ObserverChanged();
+}
+
+/// A line that the module sent to the main engine; when it moves the engine, the observer object follows.
+void CHost::OnEngineLine(const QString& line)
+{
+    const QString path = line.section(u'=', 0, 0).trimmed().toLower();
+    if (path == u"location.altitude"_s) {
+        // The dialog reads the terrain while it is being refilled: only the height is new.
+        const QScopedValueRollback quiet(m_quiet, true);
+        ++m_own;
+        const double altitude = Number::LeadingDouble(m_engine.Command(QString::fromUtf16(EngineLines::QueryAltitude)));
+        --m_own;
+        m_observer.UpdateObsByUI(m_observer.GetLongitude(), m_observer.GetLatitude(), altitude);
+        Q_EMIT ObserverChanged();
+    } else if (path == u"location"_s)
+        TakeOverEngineLocation();
+}
+
+void CHost::TakeOverEngineLocation()
+{
+    const auto ask = [this](const char16_t* query) {
+        ++m_own;
+        const double answer = Number::LeadingDouble(m_engine.Command(QString::fromUtf16(query)));
+        --m_own;
+        return answer;
+    };
+    m_observer.UpdateObsByUI(ask(EngineLines::QueryLongitude), ask(EngineLines::QueryLatitude),
+                             ask(EngineLines::QueryAltitude));
+}
+
+void CHost::OpenSiteDialog()
+{
+    m_dialog->DoModeless(&m_engine, m_folders.TerrainIndex);
+}
+
+void CHost::SetInstant(const QDateTime& instant)
+{
+    m_observer.SetUT(instant);
+}
+
+void CHost::SetTimeSystem(TimeSystem system)
+{
+    m_observer.SetTimeSys(static_cast<int>(system));
+    if (m_dialog->IsWindow())
+        m_dialog->UpdateTimeSys();
+    Q_EMIT ObserverChanged();
+}
+
+void CHost::MoveObserver(double longitude, double latitude, double altitude)
+{
+    m_observer.UpdateObsByUI(longitude, latitude, altitude);
+}
+
+void CHost::SetBody(int body)
+{
+    m_observer.UpdateLocationObjectByUI(body, 1);
+}
+
+void CHost::ShowEclipse(bool visible)
+{
+    TellEngine(u"Solar.Planet.Earth.SolarEclipse.Path.Visible = "_s + (visible ? u"TRUE"_s : u"FALSE"_s));
+    m_dialog->RedrawEclipsePath();
+}
+
+void CHost::ApplyBesselElements(bool apply)
+{
+    TellEngine(u"Solar.Planet.Earth.BesselElement.Apply = "_s + (apply ? u"TRUE"_s : u"FALSE"_s));
+    m_dialog->RedrawEclipsePath();
+}
+
+void CHost::HandOverEngine()
+{
+    m_dialog->SetCorKiv(&m_engine);
+}

@@ -1,0 +1,81 @@
+#include "controls/globe_map/GlobeMap.h"
+#include "controls/sky_engine/SkyEngine.h"
+#include "host/control/ControlRegister.h"
+#include "host/dialog/Theme.h"
+#include "host/system/CommonFile.h"
+#include "host/system/Registry.h"
+#include "planetarium/Guide.h"
+#include "planetarium/MainWindow.h"
+#include "planetarium/Screenshots.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+void RegisterControls(const QString& dataFolder)
+{
+    CControlRegister& classes = CControlRegister::Instance();
+    const auto makeEngine = [dataFolder](QWidget* parent) -> std::unique_ptr<IControl> {
+        return std::make_unique<CSkyEngine>(parent, dataFolder);
+    };
+    for (const char16_t* name : {ControlClass::SkyEngine, ControlClass::SkyEngine3, ControlClass::SkyEngine4})
+        classes.Register(QString::fromUtf16(name), makeEngine);
+    classes.Register(QString::fromUtf16(ControlClass::GlobeMap),
+                     [dataFolder](QWidget* parent) { return std::make_unique<CGlobeMap>(parent, dataFolder); });
+}
+
+QString AsFolder(const QString& path)
+{
+    const QString absolute = QDir(path).absolutePath();
+    return absolute.endsWith(u'/') ? absolute : absolute + u'/';
+}
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(u"planetarium-site"_s);
+    Theme::Install(application);
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription(u"観測地モジュールのためのプラネタリウム"_s);
+    parser.addHelpOption();
+    const QCommandLineOption data(u"data"_s, u"出荷データのフォルダ"_s, u"folder"_s);
+    const QCommandLineOption user(u"user"_s, u"利用者の観測地ファイルのフォルダ"_s, u"folder"_s);
+    const QCommandLineOption settings(u"settings"_s, u"設定ファイル"_s, u"file"_s);
+    const QCommandLineOption terrain(u"terrain"_s, u"地形データの索引ファイル（空なら地形なし）"_s, u"file"_s);
+    const QCommandLineOption pictures(u"screenshot"_s, u"窓を動かして画像を保存し、終了する"_s, u"folder"_s);
+    parser.addOptions({data, user, settings, terrain, pictures});
+    parser.process(application);
+
+    DataFolders folders = DataFolders::Default();
+    if (parser.isSet(data)) {
+        folders.Shipped = AsFolder(parser.value(data));
+        folders.TerrainIndex = folders.Shipped + u"terrain/terrain.idx"_s;
+    }
+    if (parser.isSet(user))
+        folders.User = AsFolder(parser.value(user));
+    if (parser.isSet(terrain))
+        folders.TerrainIndex = parser.value(terrain);
+    if (parser.isSet(settings))
+        CRegistry::UseFile(parser.value(settings));
+
+    CCommonFile::SetModulePath(folders.Shipped);
+    folders.InstallPlaceList();
+    RegisterControls(folders.Shipped);
+    Guide::Install(folders.Shipped + u"../docs/guide.ja.md"_s);
+
+    CMainWindow window(folders);
+    window.show();
+    int result = 0;
+    if (parser.isSet(pictures))
+        result = CScreenshots::Take(window, parser.value(pictures)) ? 0 : 1;
+    else
+        result = QApplication::exec();
+    CRegistry::Flush();
+    return result;
+}

@@ -1,0 +1,25 @@
+#include "res/StringTable.h"
+
+#include <algorithm>
+#include <array>
+
+namespace
+{
+struct Entry
+{
+    int Id;
+    const char16_t* Text;
+};
+
+constexpr std::array Entries{
+    Entry{StringTable::SectionObs, u"Dialog\\Obs"},
+    Entry{StringTable::AltitudeRange, u"%sの標高には %.0f から %.0f までの値を入力してください。"},
+    Entry{StringTable::LongitudeRange, u"経度には %d から %d までの値を入力してください。"},
+};
+} // namespace
+
+QString StringTable::Load(int id)
+{
+    const auto* entry = std::find_if(Entries.begin(), Entries.end(), [id](const Entry& e) { return e.Id == id; });
+    return entry == Entries.end() ? QString() : QString::fromUtf16(entry->Text);
+}

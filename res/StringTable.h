@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QString>
+
+/// Texts of the module by number.
+namespace StringTable
+{
+inline constexpr int SectionObs = 7219;
+inline constexpr int AltitudeRange = 7232;  ///< %s body, %.0f lower bound, %.0f upper bound
+inline constexpr int LongitudeRange = 7233; ///< %d lower bound, %d upper bound
+
+/// The text of a number; empty when there is none.
+[[nodiscard]] QString Load(int id);
+} // namespace StringTable

@@ -1,0 +1,14 @@
+#include "host/dialog/Theme.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    ::testing::InitGoogleTest(&argc, argv);
+    QApplication application(argc, argv);
+    Theme::Install(application);
+    return RUN_ALL_TESTS();
+}

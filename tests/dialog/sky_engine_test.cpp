@@ -1,0 +1,387 @@
+#include "controls/sky_engine/EngineBody.h"
+#include "controls/sky_engine/SkyEngine.h"
+#include "host/control/ControlNumbers.h"
+#include "host/text/Number.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QMouseEvent>
+#include <QPointingDevice>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <cmath>
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+struct Exchange
+{
+    const char* Line;
+    const char* Answer;
+};
+
+void ExpectExchanges(CSkyEngine& engine, std::initializer_list<Exchange> exchanges)
+{
+    for (const Exchange& exchange : exchanges)
+        EXPECT_EQ(engine.Command(QString::fromUtf8(exchange.Line)), QString::fromUtf8(exchange.Answer))
+            << exchange.Line;
+}
+
+bool WriteFile(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+}
+
+/// Metres as the tiles hold them.
+QByteArray Heights(std::initializer_list<int> metres)
+{
+    QByteArray bytes;
+    for (const int metre : metres) {
+        bytes.append(static_cast<char>(metre & 0xFF));
+        bytes.append(static_cast<char>((metre >> 8) & 0xFF));
+    }
+    return bytes;
+}
+
+double Asked(CSkyEngine& engine, const char* query)
+{
+    return Number::LeadingDouble(engine.Command(QString::fromUtf8(query)));
+}
+
+/// A difference of two longitudes, -180 to 180.
+double Turn(double a, double b)
+{
+    return std::remainder(a - b, 360.0);
+}
+
+/// An engine set up as the site dialog does it, on the Moon, with its events kept.
+class SkyEngineOnTheMoon : public ::testing::Test
+{
+protected:
+    struct Raised
+    {
+        int Event;
+        QVariantList Arguments;
+        QString Location; ///< where the engine was when the event came
+        quint32 TouchFlags;
+    };
+
+    void SetUp() override
+    {
+        m_engine.resize(400, 400);
+        m_engine.SetControlProperty(ControlNumber::Engine::PropertyActive, true);
+        m_engine.SetEventSink([this](int event, const QVariantList& arguments) {
+            auto* const touch =
+                event == ControlNumber::Engine::EventTouch ? arguments[1].value<TouchInput*>() : nullptr;
+            m_raised.append({event, arguments, m_engine.Command(u"? Location"_s), touch ? touch->Flags : 0});
+        });
+        m_engine.Command(u"Operation.MoveView = TRUE; View.Projection = PlanetaryGlobe"_s);
+        m_engine.Command(u"Location = Solar.Planet.Earth.Satellite.Moon(10.0, 20.0, 1500.0); Show Sky"_s);
+    }
+
+    CSkyEngine m_engine{nullptr, QString()};
+    QList<Raised> m_raised;
+};
+} // namespace
+
+TEST(SkyEngine, AnswersTheSiteDialogsLines)
+{
+    CSkyEngine engine(nullptr, QString());
+    ExpectExchanges(
+        engine,
+        {{"View.Device = 3", ""},
+         {"? View.Device", "3"},
+         {"Operation.MoveView = TRUE", ""},
+         {"System.Loop = FALSE", ""},
+         {"View.Projection = PlanetaryGlobe", ""},
+         {"? view.projection", "PlanetaryGlobe"},
+         {"View.Angle = 180", ""},
+         {"Solar.Moon.Brightness = 0.6", ""},
+         {"? SOLAR.MOON.BRIGHTNESS", "0.6"},
+         {"Solar.Sun.Disk.Grid.Visible = true", ""},
+         {"? Solar.Sun.Disk.Grid.Visible", "TRUE"},
+         {"View.Angle = 29.260000; Solar.Planet.Earth.Borderline.Visible = TRUE; Show Sky", ""},
+         {"? Solar.Planet.Earth.Borderline.Visible", "TRUE"},
+         {"Location = Solar.Dwarfplanet.makemake(350.50000000, -12.25000000, 1400.0); Show Sky", ""},
+         {"? Location", "Solar.Dwarfplanet.MakeMake(350.500000, -12.250000, 1400.000000)"},
+         {"Location.Longitude = 10.00000000; Location.Latitude = 20.00000000;  Location.Altitude = 30.00000000", ""},
+         {"? Location.Longitude", "10.00000000"},
+         {"? Location.Latitude", "20.00000000"},
+         {"? Location.Altitude", "30.00000000"},
+         {"location = location(139.691772, 35.689236, 39.000000)", ""},
+         {"? Location", "Location(139.691772, 35.689236, 39.000000)"},
+         {"Location = Location(135.500000, 34.700000, *); show sky", ""},
+         {"? Location", "Location(135.500000, 34.700000, 39.000000)"},
+         {"time.timezone = 9.000000; Show Sky", ""},
+         {"? Time.Timezone", "9.000000"},
+         {"Time = UT(2026, 11, 22, 5, 6, 7); Show Sky", ""},
+         {"? Time", "UT(2026, 11, 22, 5, 6, 7)"},
+         {"View.PlanetaryGlobe.Center.Longitude = 359.500000; View.PlanetaryGlobe.Center.Latitude = -90; Show Sky", ""},
+         {"? View.PlanetaryGlobe.Center.Latitude", "-90"},
+         {"Location.Longitude = 1.0; Location.Latitude = 2.0; Calc Stellar", ""},
+         {"? Location.Longitude", "1.00000000"},
+         {"Solar.Planet.Earth.Landscape.AutoGetAltitude = TRUE", ""},
+         {"? Location.Altitude.AutoGet", "TRUE"},
+         {"? Solar.Planet.Earth.SolarEclipse.Path.Color", "RGB(255, 128, 0)"},
+         {"Some.Other.Property = \"a; b = c\"; show   SKY", ""},
+         {"? some.other.PROPERTY", "a; b = c"},
+         {"? No.Such.Path", ""}});
+}
+
+TEST(SkyEngine, IgnoresWhatItCannotRead)
+{
+    CSkyEngine engine(nullptr, QString());
+    engine.Command(u"Location = Location(1, 2, 3); Time = UT(2026, 1, 2, 3, 4, 5); View.Angle = 90"_s);
+    for (const char* line : {"",
+                             ";;; ;",
+                             "?",
+                             "? ",
+                             "=",
+                             "= 5",
+                             "View.Angle =",
+                             "View.Angle = wide",
+                             "View.Angle = inf",
+                             "View.Angle = 0x10",
+                             "View.Angle = \"",
+                             "View.Angle = \"5\" 6",
+                             "View..Angle = 5",
+                             "View.Angle. = 5",
+                             "Location = Location(4, 5)",
+                             "Location = Location(4, 5, 6, 7)",
+                             "Location = Location(4, x, 6)",
+                             "Location = Location(*, 5, 6)",
+                             "Location = Solar.Planet.Vulcan(4, 5, 6)",
+                             "Location = Location(4, 5, 6",
+                             "Location = 4",
+                             "Location.Longitude = nan",
+                             "Location.Altitude = *",
+                             "Time = UT(2026, 2, 30, 0, 0, 0)",
+                             "Time = UT(2026, 1, 1, 24, 0, 0)",
+                             "Time = UT(2026, 1, 1.5, 0, 0, 0)",
+                             "Time = now",
+                             "Show",
+                             "Format C"})
+        EXPECT_EQ(engine.Command(QString::fromUtf8(line)), QString()) << line;
+    ExpectExchanges(engine, {{"? Location", "Location(1.000000, 2.000000, 3.000000)"},
+                             {"? Time", "UT(2026, 1, 2, 3, 4, 5)"},
+                             {"? View.Angle", "90"}});
+    // Beyond the poles and beyond a turn there is no place.
+    ExpectExchanges(engine, {{"Location = Location(1e300, -1e9, 3)", ""}, {"? Location.Latitude", "-90.00000000"}});
+    EXPECT_LE(std::fabs(Asked(engine, "? Location.Longitude")), 360.0);
+}
+
+TEST(SkyEngine, BearsHugeLinesAndKeepsABoundedTree)
+{
+    CSkyEngine engine(nullptr, QString());
+    QElapsedTimer timer;
+    timer.start();
+    engine.Command(QString(5'000'000, u'x'));
+    engine.Command(u"Big.Value = "_s + QString(5'000'000, u'y'));
+    engine.Command(u"Big.Quote = \""_s + QString(5'000'000, u';'));
+    engine.Command(QString(5'000'000, u';'));
+    engine.Command(u"View.Angle=7;"_s.repeated(400'000) + u"? View.Angle"_s);
+    EXPECT_EQ(engine.Command(u"? Big.Value"_s), QString());
+    for (int i = 0; i < 5000; ++i)
+        engine.Command(Number::Format("Many.P%d = 1", i));
+    EXPECT_EQ(engine.Command(u"? Many.P0"_s), u"1"_s);
+    EXPECT_EQ(engine.Command(u"? Many.P4999"_s), QString());
+    const QString path = QString(100'000, u'9');
+    EXPECT_TRUE(engine.Assign(u"Solar.Planet.Earth.SolarEclipse.Path.Data", path));
+    EXPECT_EQ(engine.Command(u"? Solar.Planet.Earth.SolarEclipse.Path.Data"_s), path);
+    EXPECT_LT(timer.elapsed(), 20'000);
+}
+
+TEST(SkyEngine, TakesTheAltitudeFromTheTerrainWhileAutomatic)
+{
+    QTemporaryDir folder;
+    const QString index = folder.filePath(u"terrain.kti"_s);
+    // A whole turn of four by two cells, and a finer tile with a gap in its south-east.
+    ASSERT_TRUE(WriteFile(folder.filePath(u"world.dem"_s), Heights({0, 100, 200, 300, 0, 100, 200, 300})));
+    ASSERT_TRUE(WriteFile(folder.filePath(u"japan.dem"_s), Heights({1000, -2000, 3000, -32768})));
+    ASSERT_TRUE(WriteFile(folder.filePath(u"short.dem"_s), Heights({1, 2, 3})));
+    ASSERT_TRUE(WriteFile(index, "KTI1\nworld.dem -180 -90 180 90 4 2\njapan.dem 130 30 132 32 2 2\n"
+                                 "short.dem 0 0 1 1 2 2\nshort.dem 0 0 1 1 1000000 1000000\n"
+                                 "missing.dem 0 0 1 1 1 1\n../world.dem 0 0 1 1 4 2\nrubbish\n"));
+    CSkyEngine engine(nullptr, QString());
+    engine.Command(u"Solar.Planet.Earth.Landscape.IndexFile = \""_s + index +
+                   u"\"; Location.Altitude.AutoGet = TRUE"_s);
+
+    struct Place
+    {
+        double Longitude, Latitude, Altitude;
+    };
+    for (const Place& place :
+         {Place{-45, 0, 100}, Place{315, 0, 100}, Place{0, 10, 150}, Place{180, 0, 150}, Place{-180, -80, 150},
+          Place{130.5, 31.5, 1000}, Place{131, 31.5, -500}, Place{131.5, 30.5, 300}, Place{130.5, 31, 2000}}) {
+        engine.Command(Number::Format("Location.Longitude = %.8f; Location.Latitude = %.8f; Calc Stellar",
+                                      place.Longitude, place.Latitude));
+        EXPECT_NEAR(Asked(engine, "? Location.Altitude"), place.Altitude, 30.0) << place.Longitude;
+    }
+
+    ExpectExchanges(engine, {{"Location = Solar.Planet.Earth(130.5, 31.5, 5.0); Show Sky", ""},
+                             {"? Location.Altitude", "1000.00000000"},
+                             {"Location.Longitude = 130.5; Location.Altitude = 7", ""}, // holds until the next move
+                             {"? Location.Altitude", "7.00000000"},
+                             {"Location.Latitude = 31.5", ""},
+                             {"? Location.Altitude", "1000.00000000"},
+                             {"Location = Solar.Planet.Mars(130.5, 31.5, 5.0)", ""},
+                             {"? Location.Altitude", "5.00000000"},
+                             {"Location = Location(130.5, 31.5, *); Location.Altitude.AutoGet = FALSE", ""},
+                             {"? Location.Altitude", "1000.00000000"},
+                             {"Location.Longitude = -45; Location.Latitude = 0", ""},
+                             {"? Location.Altitude", "1000.00000000"}});
+}
+
+TEST(SkyEngine, LivesWithoutTerrain)
+{
+    QTemporaryDir folder;
+    const QString wrongHead = folder.filePath(u"wrong.kti"_s);
+    ASSERT_TRUE(WriteFile(folder.filePath(u"one.dem"_s), Heights({77})));
+    ASSERT_TRUE(WriteFile(wrongHead, "KTI2\none.dem -180 -90 180 90 1 1\n"));
+    CSkyEngine engine(nullptr, QString());
+    for (const QString& file : {wrongHead, folder.path(), folder.filePath(u"missing"_s), u"/dev/zero"_s, QString()}) {
+        engine.Command(u"Location.Altitude.AutoGet = TRUE; Solar.Planet.Earth.Landscape.IndexFile = \""_s + file +
+                       u"\""_s);
+        ExpectExchanges(engine, {{"Location = Location(10, 10, 12)", ""}, {"? Location.Altitude", "12.00000000"}});
+    }
+}
+
+TEST(SkyEngine, LightsTheSideThatFacesTheSun)
+{
+    struct Moment
+    {
+        const char* Path;
+        double JulianDay, Longitude, Latitude;
+    };
+    // The Earth at an equinox and a solstice, the Moon in a worked example of an almanac, Mars on the
+    // day from which its calendar counts.
+    for (const Moment& moment :
+         {Moment{"Solar.Planet.Earth", 2451623.815972, 68.1, 0.0}, Moment{"Solar.Planet.Earth", 2451716.5, 180.4, 23.4},
+          Moment{"Solar.Planet.Earth.Satellite.Moon", 2448724.5, 67.9, 1.5},
+          Moment{"Solar.Planet.Mars", 2451549.5, 185.3, -25.1}}) {
+        const auto body = EngineBodies::Find(QString::fromUtf8(moment.Path));
+        ASSERT_TRUE(body.has_value());
+        const GeoPoint sun = EngineBodies::SubsolarPoint(*body, moment.JulianDay);
+        EXPECT_NEAR(Turn(sun.Longitude, moment.Longitude), 0.0, 1.0) << moment.Path;
+        EXPECT_NEAR(sun.Latitude, moment.Latitude, 1.0) << moment.Path;
+    }
+}
+
+TEST_F(SkyEngineOnTheMoon, AClickMovesTheLocationBeforeTheEvent)
+{
+    QTest::mouseClick(&m_engine, Qt::LeftButton, Qt::ShiftModifier, QPoint(200, 200));
+    ASSERT_EQ(m_raised.size(), 1);
+    EXPECT_EQ(m_raised[0].Event, -607);
+    EXPECT_EQ(m_raised[0].Arguments,
+              (QVariantList{QVariant::fromValue<short>(1), QVariant::fromValue<short>(1), 200, 200}));
+    EXPECT_TRUE(m_raised[0].Location.startsWith(u"Solar.Planet.Earth.Satellite.Moon("_s));
+    EXPECT_NEAR(Turn(Asked(m_engine, "? Location.Longitude"), 0.0), 0.0, 0.5);
+    EXPECT_NEAR(Asked(m_engine, "? Location.Latitude"), 0.0, 0.5);
+    EXPECT_EQ(Asked(m_engine, "? Location.Altitude"), 1500.0);
+
+    const QString before = m_engine.Command(u"? Location"_s);
+    QTest::mouseClick(&m_engine, Qt::LeftButton, {}, QPoint(3, 3)); // beside the disc
+    EXPECT_EQ(m_engine.Command(u"? Location"_s), before);
+    EXPECT_EQ(m_raised.size(), 2);
+
+    m_engine.SetControlProperty(ControlNumber::Engine::PropertyActive, false);
+    QTest::mouseClick(&m_engine, Qt::LeftButton, {}, QPoint(250, 200));
+    QTest::keyClick(&m_engine, Qt::Key_Space);
+    EXPECT_EQ(m_engine.Command(u"? Location"_s), before);
+    EXPECT_EQ(m_raised.size(), 2);
+}
+
+TEST_F(SkyEngineOnTheMoon, LongitudesCountWestWhereTheDialogShowsWest)
+{
+    struct Body
+    {
+        const char* Path;
+        bool IsEast;
+    };
+    for (const Body& body :
+         {Body{"Solar.Sun", true}, Body{"Solar.Planet.Venus", true}, Body{"Solar.Planet.Earth.Satellite.Moon", true},
+          Body{"Solar.Planet.Mars", false}, Body{"Solar.Dwarfplanet.Eris", false}}) {
+        m_engine.Command(u"Location = "_s + QString::fromUtf8(body.Path) +
+                         u"(90, 0, 0); View.PlanetaryGlobe.Center.Longitude = 90; Show Sky"_s);
+        QTest::mouseClick(&m_engine, Qt::LeftButton, {}, QPoint(290, 200)); // to the right is east
+        EXPECT_EQ(Asked(m_engine, "? Location.Longitude") > 90.0, body.IsEast) << body.Path;
+        EXPECT_NEAR(std::fabs(Asked(m_engine, "? Location.Longitude") - 90.0), 28.0, 4.0) << body.Path;
+    }
+}
+
+TEST_F(SkyEngineOnTheMoon, ATapMovesTheLocationBeforeTheEvent)
+{
+    m_engine.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&m_engine));
+    QPointingDevice* const screen = QTest::createTouchDevice();
+    QTest::touchEvent(&m_engine, screen).press(0, QPoint(200, 120));
+    EXPECT_TRUE(m_raised.isEmpty());
+    QTest::touchEvent(&m_engine, screen).release(0, QPoint(200, 120));
+    ASSERT_EQ(m_raised.size(), 1);
+    EXPECT_EQ(m_raised[0].Event, 9);
+    ASSERT_EQ(m_raised[0].Arguments.size(), 6);
+    EXPECT_EQ(m_raised[0].Arguments[0].toUInt(), 320U);
+    EXPECT_TRUE(m_raised[0].TouchFlags & ControlNumber::Engine::TouchFlagUp);
+    EXPECT_EQ(m_raised[0].Arguments[2].toInt(), 1);
+    EXPECT_NEAR(Asked(m_engine, "? Location.Latitude"), 24.0, 4.0);
+}
+
+TEST_F(SkyEngineOnTheMoon, DraggingAndKeysTurnTheGlobe)
+{
+    const auto drag = [this] {
+        QTest::mousePress(&m_engine, Qt::LeftButton, {}, QPoint(200, 200));
+        QMouseEvent move(QEvent::MouseMove, QPointF(260, 230), m_engine.mapToGlobal(QPointF(260, 230)), Qt::NoButton,
+                         Qt::LeftButton, {});
+        QApplication::sendEvent(&m_engine, &move);
+        QTest::mouseRelease(&m_engine, Qt::LeftButton, {}, QPoint(260, 230));
+    };
+    drag();
+    EXPECT_TRUE(m_raised.isEmpty());
+    EXPECT_EQ(Asked(m_engine, "? Location.Longitude"), 10.0);
+    EXPECT_NEAR(Asked(m_engine, "? View.PlanetaryGlobe.Center.Longitude"), 342.5, 2.0);
+    EXPECT_NEAR(Asked(m_engine, "? View.PlanetaryGlobe.Center.Latitude"), 8.8, 1.0);
+
+    m_engine.Command(u"View.PlanetaryGlobe.Center.Longitude = 0; Operation.MoveView = FALSE; Show Sky"_s);
+    drag();
+    EXPECT_EQ(Asked(m_engine, "? View.PlanetaryGlobe.Center.Longitude"), 0.0);
+
+    m_engine.Command(u"Operation.MoveView = TRUE; View.PlanetaryGlobe.Center.Latitude = 0; Show Sky"_s);
+    for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Right, Qt::Key_Left, Qt::Key_Up, Qt::Key_Plus})
+        QTest::keyClick(&m_engine, key);
+    EXPECT_NEAR(Asked(m_engine, "? View.PlanetaryGlobe.Center.Longitude"), 5.0, 1e-6);
+    EXPECT_NEAR(Asked(m_engine, "? View.PlanetaryGlobe.Center.Latitude"), 5.0, 1e-6);
+    EXPECT_LT(Asked(m_engine, "? View.Angle"), 180.0);
+    QTest::keyClick(&m_engine, Qt::Key_Return);
+    EXPECT_EQ(m_raised.size(), 1);
+    EXPECT_NEAR(Asked(m_engine, "? Location.Longitude"), 5.0, 0.5);
+}
+
+TEST_F(SkyEngineOnTheMoon, DrawsWhatItIsToldOnlyAtShowSky)
+{
+    const QImage moon = m_engine.grab().toImage();
+    m_engine.Command(u"Location = Solar.Planet.Neptune(10, 20, 0)"_s);
+    EXPECT_EQ(m_engine.grab().toImage(), moon);
+    m_engine.Command(u"Show Sky"_s);
+    const QImage neptune = m_engine.grab().toImage();
+    EXPECT_NE(neptune, moon);
+    m_engine.Command(u"Solar.Planet.Disk.Grid.Visible = TRUE; show sky"_s);
+    EXPECT_NE(m_engine.grab().toImage(), neptune);
+}
+
+TEST(SkyEngine, AnswersThroughTheControlsNumbersAndLogs)
+{
+    CSkyEngine engine(nullptr, QString());
+    QStringList log;
+    engine.SetCommandLog([&log](const QString& line, const QString& answer) { log << line + u'|' + answer; });
+    EXPECT_EQ(engine.Invoke(ControlNumber::Engine::MethodCommand, {u"View.Angle = 5"_s}), QVariant(QString()));
+    EXPECT_EQ(engine.Invoke(ControlNumber::Engine::MethodCommand, {u"? View.Angle"_s}), QVariant(u"5"_s));
+    EXPECT_FALSE(engine.Invoke(99, {u"? View.Angle"_s}).isValid());
+    EXPECT_FALSE(engine.Invoke(ControlNumber::Engine::MethodCommand, {}).isValid());
+    EXPECT_FALSE(engine.Invoke(ControlNumber::Engine::MethodCommand, {7}).isValid());
+    EXPECT_EQ(log, (QStringList{u"View.Angle = 5|"_s, u"? View.Angle|5"_s}));
+}

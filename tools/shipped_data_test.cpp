@@ -5,9 +5,11 @@
 #include <QImageReader>
 #include <QtEndian>
 
+#include <array>
 #include <cmath>
 #include <cstdlib>
 #include <gtest/gtest.h>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 

@@ -11,6 +11,13 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
+QByteArray ListLine(const QString& name, const CCityList& place)
+{
+    QByteArray line;
+    PlaceFormat::AppendListLine(line, name, place);
+    return line;
+}
+
 const QByteArray Example =
     "#PLACE LIST\r\n"
     "@Japan\r\n"
@@ -237,9 +244,9 @@ TEST(PlaceList, DataStringsCarryARecord)
     place.Altitude = -12.9;
     place.TimeZone = -0.0;
     place.Longitude = -0.0;
-    EXPECT_EQ(PlaceFormat::ListLine(u"a"_s, place).mid(40), ",  0.0000000E, 0.0000000N,    -12,+00.00, 0, 0, 0\r\n");
+    EXPECT_EQ(ListLine(u"a"_s, place).mid(40), ",  0.0000000E, 0.0000000N,    -12,+00.00, 0, 0, 0\r\n");
     place.Altitude = 1e300;
-    EXPECT_EQ(PlaceFormat::ListLine(u"a"_s, place).split(',')[3], "2147483647");
+    EXPECT_EQ(ListLine(u"a"_s, place).split(',')[3], "2147483647");
     for (const int index : {-1, 10000, std::numeric_limits<int>::min()}) {
         EXPECT_THROW((void)f.List.GetLocationData(index), CInvalidArgument);
         EXPECT_THROW(f.List.SetLocationData(index, u"1"_s), CInvalidArgument);

@@ -10,6 +10,7 @@
 #include <csignal>
 #include <gtest/gtest.h>
 #include <limits>
+#include <random>
 #include <sys/resource.h>
 
 using namespace Qt::StringLiterals;
@@ -153,6 +154,23 @@ TEST(Number, ReadsAndWritesLikeTheCLibrary)
         EXPECT_EQ(Number::Format("%f", 1e300).size(), 308);
     }
     std::setlocale(LC_ALL, before);
+}
+
+TEST(Number, AppendsLikePrintf)
+{
+    std::mt19937_64 random(3);
+    for (int i = 0; i < 20000; ++i) {
+        const double value = static_cast<double>(random() % 360'000'000'000) / (i % 2 ? 1e9 : 1e3 * 512);
+        QByteArray bytes;
+        Number::AppendFixed(bytes, value, 7, 11);
+        Number::AppendFixed(bytes, value, 2, 5, '0');
+        Number::AppendInt(bytes, static_cast<int>(value) - 180, 7);
+        ASSERT_EQ(QString::fromLatin1(bytes),
+                  Number::Format("%11.7f%05.2f%7d", value, value, static_cast<int>(value) - 180));
+    }
+    QByteArray bytes;
+    Number::AppendFixed(bytes, -std::numeric_limits<double>::max(), 7, 11);
+    EXPECT_EQ(bytes.size(), 318);
 }
 
 TEST(KivFile, ReadsLinesOfAnyEnding)

@@ -5,9 +5,8 @@
 #include "host/dialog/HostMessage.h"
 #include "host/text/Number.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 namespace Map = ControlNumber::GlobeMap;

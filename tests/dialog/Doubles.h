@@ -33,8 +33,8 @@ struct ControlScript
     int FeatureCount = 8;
     double CenterLongitude = 0.0;
     double CenterLatitude = 0.0;
-    bool Refuses = false;    ///< no control can be created
-    std::vector<int> Flags;  ///< layer flags handed over last
+    bool Refuses = false;                       ///< no control can be created
+    std::vector<int> Flags;                     ///< layer flags handed over last
     class CRecordingControl* Control = nullptr; ///< the one created last
 
     /// Registers the recording control under a class name.

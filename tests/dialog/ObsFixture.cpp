@@ -17,9 +17,8 @@
 using namespace Qt::StringLiterals;
 
 CObsFixture::CObsFixture()
-    : Embedded(u"E"_s, Transcript), Host(u"H"_s, Transcript),
-      Map(u"M"_s, Transcript), MainWindow(u"main"_s, Messages), Parent(u"parent"_s, Messages),
-      TerrainPath(Folder.filePath(u"earth.idx"_s))
+    : Embedded(u"E"_s, Transcript), Host(u"H"_s, Transcript), Map(u"M"_s, Transcript), MainWindow(u"main"_s, Messages),
+      Parent(u"parent"_s, Messages), TerrainPath(Folder.filePath(u"earth.idx"_s))
 {
     CRegistry::UseFile(Folder.filePath(u"settings.ini"_s));
     QDir(Folder.path()).mkdir(u"data"_s);
@@ -48,8 +47,8 @@ CObsFixture::~CObsFixture()
     Dialog.reset();
     HostWindow::SetMain(nullptr);
     CCommonFile::SetModulePath({});
-    for (const char16_t* name : {ControlClass::SkyEngine, ControlClass::SkyEngine3, ControlClass::SkyEngine4,
-                                 ControlClass::GlobeMap})
+    for (const char16_t* name :
+         {ControlClass::SkyEngine, ControlClass::SkyEngine3, ControlClass::SkyEngine4, ControlClass::GlobeMap})
         CControlRegister::Instance().Unregister(QString::fromUtf16(name));
 }
 
@@ -130,10 +129,13 @@ std::string CObsFixture::Fields()
 {
     using namespace ObsId;
     const auto radio = [this](int id) { return Item<QAbstractButton>(id)->isChecked(); };
-    return std::string(radio(RadioEast) ? "E" : radio(RadioWest) ? "W" : "?") + ' ' + TextOf(EditLngDeg) + ' ' +
-           TextOf(EditLngMin) + ' ' + TextOf(EditLngSec) + (radio(RadioNorth)   ? " N "
-                                                            : radio(RadioSouth) ? " S "
-                                                                                : " ? ") +
+    return std::string(radio(RadioEast)   ? "E"
+                       : radio(RadioWest) ? "W"
+                                          : "?") +
+           ' ' + TextOf(EditLngDeg) + ' ' + TextOf(EditLngMin) + ' ' + TextOf(EditLngSec) +
+           (radio(RadioNorth)   ? " N "
+            : radio(RadioSouth) ? " S "
+                                : " ? ") +
            TextOf(EditLatDeg) + ' ' + TextOf(EditLatMin) + ' ' + TextOf(EditLatSec);
 }
 

@@ -175,7 +175,8 @@ TEST_F(ObsLifecycle, RefillTakesOnlyWhatDiffers)
     Item<QComboBox>(ObsId::ComboPlanet)->setCurrentIndex(5);
     Dialog->InitLocation(0);
     const std::string said = Transcript.Take();
-    EXPECT_NE(said.find("E ? Location.Altitude\nH Location.Altitude = 123.400000; show sky"), std::string::npos) << said;
+    EXPECT_NE(said.find("E ? Location.Altitude\nH Location.Altitude = 123.400000; show sky"), std::string::npos)
+        << said;
     EXPECT_EQ(TextOf(ObsId::EditAlt), "123");
     EXPECT_EQ(Item<QComboBox>(ObsId::ComboPlanet)->currentIndex(), 5) << "the body is unchanged: left alone";
     EXPECT_FALSE(Item(ObsId::EditAlt)->isEnabled());

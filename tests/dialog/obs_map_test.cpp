@@ -58,8 +58,8 @@ TEST_F(ObsMap, TouchIsAClickOnlyWhenAllThreeConditionsHold)
         bool IsClick;
     };
     Open();
-    for (const Case& c : {Case{320, 4, 1, true}, Case{320, 7, 1, true}, Case{321, 4, 1, false},
-                          Case{320, 3, 1, false}, Case{320, 4, 2, false}}) {
+    for (const Case& c : {Case{320, 4, 1, true}, Case{320, 7, 1, true}, Case{321, 4, 1, false}, Case{320, 3, 1, false},
+                          Case{320, 4, 2, false}}) {
         TouchInput touch{10, 20, c.Flags};
         Embedded.Control->Raise(Engine::EventTouch, {c.Kind, QVariant::fromValue(&touch), c.Third, 1, 1, 1});
         EXPECT_EQ(Transcript.Take().starts_with(Asked), c.IsClick) << c.Kind << ' ' << c.Flags << ' ' << c.Third;
@@ -133,7 +133,8 @@ TEST_F(ObsMap, SliderSendsOneAngleAndOneZoom)
     Open();
     for (const Case& c : cases) {
         Item<CKivSlider>(ObsId::SliderMagnification)->setValue(c.Position);
-        EXPECT_EQ(Transcript.Take(), std::string("E View.Angle = ") + c.Angle + "; Show Sky\nM 9(" + c.Zoom + ")\nM 8()");
+        EXPECT_EQ(Transcript.Take(),
+                  std::string("E View.Angle = ") + c.Angle + "; Show Sky\nM 9(" + c.Zoom + ")\nM 8()");
     }
     QTest::keyClick(Item(ObsId::SliderMagnification), Qt::Key_Down);
     EXPECT_EQ(Item<CKivSlider>(ObsId::SliderMagnification)->value(), 1) << "down is towards the wide end";
@@ -165,8 +166,7 @@ TEST_F(ObsMap, WheelTurnsAndZoomsTheShownMap)
         {4, -120, ctrl, 10, -89.5, 9, 9, "M 5()\nM 4(10.000000, -90.000000)\nM 8()"},
         {4, -120, shift, 0, 5, 9, 9, "M 5()\nM 4(359.000000, 5.000000)\nM 8()"},
         {4, 120, shift, 359.5, 5, 9, 9, "M 5()\nM 4(0.500000, 5.000000)\nM 8()"},
-        {5, 120, none, 0, 0, 1, 0,
-         "E View.Angle = 2.000000; Solar.Planet.Earth.Borderline.Visible = FALSE; Show Sky"},
+        {5, 120, none, 0, 0, 1, 0, "E View.Angle = 2.000000; Solar.Planet.Earth.Borderline.Visible = FALSE; Show Sky"},
         {5, 120, ctrl, 0, 89.5, 9, 9,
          "E ? View.PlanetaryGlobe.Center.Latitude\nE View.PlanetaryGlobe.Center.Latitude = 90.000000; Show Sky"},
         {5, -120, shift, 0, 0, 9, 9,

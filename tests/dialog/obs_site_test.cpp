@@ -1,6 +1,7 @@
 #include "host/system/Registry.h"
 #include "tests/dialog/ObsFixture.h"
 
+#include <QAbstractButton>
 #include <QComboBox>
 #include <QTest>
 
@@ -96,8 +97,8 @@ TEST_F(ObsSite, ResetSendsTheStoredTextsAsTheyStand)
                         "H location = location(139.691772, 35.689236, 39.000000)\n"
                         "H time.timezone = 9.000000; Show Sky\nO date 9.00",
                         9.0},
-                       {"nowhere, at all", "-3.5 h", "H location = nowhere, at all\nH time.timezone = -3.5 h; Show Sky\nO date -3.50",
-                        -3.5},
+                       {"nowhere, at all", "-3.5 h",
+                        "H location = nowhere, at all\nH time.timezone = -3.5 h; Show Sky\nO date -3.50", -3.5},
                        {"", "x", "H location = \nH time.timezone = x; Show Sky\nO date 0.00", 0.0}};
     Open();
     for (const Case& c : cases) {
@@ -108,8 +109,7 @@ TEST_F(ObsSite, ResetSendsTheStoredTextsAsTheyStand)
         StandOn(5);
         Observer.SetUserTz(2.0);
         Click(ObsId::ButtonReset);
-        EXPECT_EQ(Transcript.Take(),
-                  "O 4: 139.691772 35.689236 39.0 2.00\n" + std::string(c.Said));
+        EXPECT_EQ(Transcript.Take(), "O 4: 139.691772 35.689236 39.0 2.00\n" + std::string(c.Said));
         EXPECT_EQ(Item<QComboBox>(ObsId::ComboPlanet)->currentIndex(), 4);
         EXPECT_EQ(Observer.GetUserTz(), c.Zone);
         EXPECT_TRUE(Item(ObsId::ButtonCity)->isEnabled());
@@ -125,9 +125,9 @@ TEST_F(ObsSite, TimeSystemDecidesTheShownOffset)
         const char* Shown;
         bool Enabled;
     };
-    const Case cases[]{{0, -3.5, 0, "- 3 30", true},    {0, 9.99, 0, "+ 9 59", true},  {0, 5.9999, 0, "+ 5 60", true},
-                       {1, 9.0, 139, "+ 0 0", false},   {2, 9.0, -74.0, "- 4 56", false}, {2, 9.0, 285.0, "- 5 0", false},
-                       {7, 9.0, 139, "+ 0 0", false},   {-1, 9.0, 139, "+ 0 0", false}};
+    const Case cases[]{{0, -3.5, 0, "- 3 30", true},  {0, 9.99, 0, "+ 9 59", true},     {0, 5.9999, 0, "+ 5 60", true},
+                       {1, 9.0, 139, "+ 0 0", false}, {2, 9.0, -74.0, "- 4 56", false}, {2, 9.0, 285.0, "- 5 0", false},
+                       {7, 9.0, 139, "+ 0 0", false}, {-1, 9.0, 139, "+ 0 0", false}};
     Open();
     for (const Case& c : cases) {
         Observer.UpdateObsByUI(c.Longitude, 10.0, 0.0, c.Zone);

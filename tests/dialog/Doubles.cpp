@@ -14,7 +14,7 @@ namespace Map = ControlNumber::GlobeMap;
 std::string CTranscript::Take()
 {
     m_lines.removeAll(u"E Show Sky"_s);
-    const std::string text = m_lines.join(u'\n').toStdString();
+    std::string text = m_lines.join(u'\n').toStdString();
     m_lines.clear();
     return text;
 }

@@ -69,6 +69,7 @@ TEST_F(ObsLifecycle, OpeningSaysExactlyThis)
     EXPECT_EQ(Fields(), "E 139 41 30.4 N 35 41 21.2");
     EXPECT_TRUE(Item<QAbstractButton>(ObsId::RadioAltManual)->isChecked());
     EXPECT_EQ(TextOf(ObsId::LabelSliderTop) + TextOf(ObsId::LabelSliderBottom), "詳細広域");
+    EXPECT_EQ(Dialog->Create(&HostEngine), 0) << "the window exists already";
 }
 
 TEST_F(ObsLifecycle, TerrainIndexGoesOutWithoutBlanksAndStays)

@@ -30,12 +30,17 @@ QString FindShipped()
 DataFolders DataFolders::Default()
 {
     DataFolders folders;
-    folders.Shipped = FindShipped();
+    folders.UseShipped(FindShipped());
     folders.User = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/planetarium-site/"_s;
-    folders.TerrainIndex = folders.Shipped + u"terrain/terrain.idx"_s;
-    if (!CCommonFile::DoesFileExist(folders.TerrainIndex))
-        folders.TerrainIndex.clear();
     return folders;
+}
+
+void DataFolders::UseShipped(const QString& folder)
+{
+    Shipped = folder;
+    TerrainIndex = Shipped + u"terrain/terrain.idx"_s;
+    if (!CCommonFile::DoesFileExist(TerrainIndex))
+        TerrainIndex.clear();
 }
 
 void DataFolders::InstallPlaceList() const

@@ -1,9 +1,7 @@
-#include "controls/globe_map/GlobeMap.h"
-#include "controls/sky_engine/SkyEngine.h"
-#include "host/control/ControlRegister.h"
 #include "host/dialog/Theme.h"
 #include "host/system/CommonFile.h"
 #include "host/system/Registry.h"
+#include "planetarium/ControlClasses.h"
 #include "planetarium/Guide.h"
 #include "planetarium/MainWindow.h"
 #include "planetarium/Screenshots.h"
@@ -16,18 +14,6 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-void RegisterControls(const QString& dataFolder)
-{
-    CControlRegister& classes = CControlRegister::Instance();
-    const auto makeEngine = [dataFolder](QWidget* parent) -> std::unique_ptr<IControl> {
-        return std::make_unique<CSkyEngine>(parent, dataFolder);
-    };
-    for (const char16_t* name : {ControlClass::SkyEngine, ControlClass::SkyEngine3, ControlClass::SkyEngine4})
-        classes.Register(QString::fromUtf16(name), makeEngine);
-    classes.Register(QString::fromUtf16(ControlClass::GlobeMap),
-                     [dataFolder](QWidget* parent) { return std::make_unique<CGlobeMap>(parent, dataFolder); });
-}
-
 QString AsFolder(const QString& path)
 {
     const QString absolute = QDir(path).absolutePath();
@@ -53,10 +39,8 @@ int main(int argc, char** argv)
     parser.process(application);
 
     DataFolders folders = DataFolders::Default();
-    if (parser.isSet(data)) {
-        folders.Shipped = AsFolder(parser.value(data));
-        folders.TerrainIndex = folders.Shipped + u"terrain/terrain.idx"_s;
-    }
+    if (parser.isSet(data))
+        folders.UseShipped(AsFolder(parser.value(data)));
     if (parser.isSet(user))
         folders.User = AsFolder(parser.value(user));
     if (parser.isSet(terrain))
@@ -66,7 +50,7 @@ int main(int argc, char** argv)
 
     CCommonFile::SetModulePath(folders.Shipped);
     folders.InstallPlaceList();
-    RegisterControls(folders.Shipped);
+    ControlClasses::Register(folders.Shipped);
     Guide::Install(folders.Shipped + u"../docs/guide.ja.md"_s);
 
     CMainWindow window(folders);

@@ -6,6 +6,7 @@
 #include <QPainterPath>
 
 #include <algorithm>
+#include <cmath>
 #include <stdexcept>
 
 using namespace Qt::StringLiterals;
@@ -16,7 +17,14 @@ constexpr int TileSize = 675;
 constexpr int FineLevel = 3; // 8 rows of 16 tiles
 constexpr int Ratio = 8;     // fine cells along a coarse one
 constexpr int CoarseColumns = CHeightMap::Columns / Ratio;
-constexpr int NoHeight = -32768;
+/// Gaps of the survey are cells of -32768, and cells at a gap's edge were averaged with it: no such heights exist.
+constexpr int LowestHeight = -450;
+constexpr int HighestHeight = 9000;
+
+bool IsHeight(int metres)
+{
+    return metres >= LowestHeight && metres <= HighestHeight;
+}
 
 QImage ReadTile(const QString& folder, int level, int row, int column, const QString& suffix)
 {
@@ -43,7 +51,7 @@ CHeightMap::CHeightMap(const QString& earth, const QString& landMap)
             for (int y = 0; y < TileSize; ++y) {
                 const auto start =
                     static_cast<size_t>(tileRow * TileSize + y) * Columns + static_cast<size_t>(tileColumn * TileSize);
-                std::copy_n(tile.constScanLine(y), TileSize, m_grey.begin() + static_cast<std::ptrdiff_t>(start));
+                std::copy_n(tile.constScanLine(y), TileSize, m_grey.begin() + start);
             }
         }
     }
@@ -52,7 +60,8 @@ CHeightMap::CHeightMap(const QString& earth, const QString& landMap)
         for (int y = 0; y < TileSize; ++y) {
             for (int x = 0; x < TileSize; ++x) {
                 // The colour is the height, a 16-bit two's complement in green and blue.
-                const auto cell = static_cast<size_t>(y * CoarseColumns + tileColumn * TileSize + x);
+                const size_t cell =
+                    static_cast<size_t>(y) * CoarseColumns + static_cast<size_t>(tileColumn * TileSize + x);
                 m_coarse[cell] = static_cast<std::int16_t>(tile.pixel(x, y) & 0xffffU);
             }
         }
@@ -69,11 +78,20 @@ void CHeightMap::DrawLand(const QString& landMap)
     path.setFillRule(Qt::OddEvenFill);
     for (const MapShape& shape : map.Shapes()) {
         for (const std::vector<int>& ring : shape.Rings) {
+            const MapLine line = map.Ring(ring);
             QPolygonF polygon;
-            for (const MapPoint& point : map.Ring(ring)) {
+            for (const MapPoint& point : line) {
                 polygon << QPointF((point.Longitude + 180e6) * CellsPerUnit, (90e6 - point.Latitude) * CellsPerUnit);
             }
-            path.addPolygon(polygon);
+            if (std::abs(polygon.last().x() - polygon.first().x()) > 1.0) {
+                // Antarctica goes round the pole.
+                polygon << QPointF(polygon.last().x(), Rows) << QPointF(polygon.first().x(), Rows);
+            }
+            // What leaves the map at the date line comes in at its other side.
+            for (const int offset : {-Columns, 0, Columns}) {
+                path.addPolygon(polygon.translated(offset, 0));
+                path.closeSubpath();
+            }
         }
     }
     m_land = QImage(Columns, Rows, QImage::Format_Grayscale8);
@@ -91,7 +109,7 @@ void CHeightMap::Calibrate()
     for (int row = 0; row < Rows; row += Ratio) {
         for (int column = 0; column < Columns; column += Ratio) {
             const int height = Coarse(column, row);
-            if (height == NoHeight || height == 0) {
+            if (!IsHeight(height) || height == 0) {
                 continue;
             }
             int least = 255;
@@ -160,11 +178,24 @@ int CHeightMap::Coarse(int column, int row) const
 double CHeightMap::Height(int column, int row) const
 {
     const int coarse = Coarse(column, row);
-    const bool isBelowSea = coarse < 0 && coarse != NoHeight;
+    const bool isBelowSea = coarse < 0 && IsHeight(coarse);
     if (isBelowSea) {
         return coarse;
     }
     return IsLand(column, row) ? HeightOfGrey(Grey(column, row)) : 0.0;
+}
+
+double CHeightMap::HeightAt(double longitude, double latitude) const
+{
+    const double x = (longitude + 180.0) * Columns / 360.0 - 0.5;
+    const double y = std::clamp((90.0 - latitude) * Rows / 180.0 - 0.5, 0.0, Rows - 1.001);
+    const double shareX = x - std::floor(x);
+    const double shareY = y - std::floor(y);
+    const int left = (static_cast<int>(std::floor(x)) + Columns) % Columns;
+    const int right = (left + 1) % Columns;
+    const int top = static_cast<int>(y);
+    return (Height(left, top) * (1.0 - shareX) + Height(right, top) * shareX) * (1.0 - shareY) +
+           (Height(left, top + 1) * (1.0 - shareX) + Height(right, top + 1) * shareX) * shareY;
 }
 
 double CHeightMap::Mean(int column, int row, int columns, int rows) const

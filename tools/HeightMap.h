@@ -22,6 +22,9 @@ public:
     /// Metres above the sea of a cell; 0 on the sea, negative where the land or a lake lies below it.
     [[nodiscard]] double Height(int column, int row) const;
 
+    /// The height at a place given in degrees, between the four cells around it.
+    [[nodiscard]] double HeightAt(double longitude, double latitude) const;
+
     /// The mean height of the cells of a rectangle.
     [[nodiscard]] double Mean(int column, int row, int columns, int rows) const;
 

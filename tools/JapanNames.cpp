@@ -4,6 +4,7 @@
 #include <QRegularExpression>
 #include <QStringList>
 
+#include <cstdint>
 #include <iconv.h>
 #include <stdexcept>
 
@@ -14,7 +15,7 @@ namespace
 QString DecodeEuc(QByteArray bytes)
 {
     const iconv_t converter = iconv_open("UTF-8", "EUC-JISX0213");
-    if (converter == reinterpret_cast<iconv_t>(-1)) {
+    if (reinterpret_cast<std::intptr_t>(converter) == -1) {
         throw std::runtime_error("no converter for EUC-JISX0213");
     }
     QByteArray utf8(bytes.size() * 3, '\0');

@@ -116,7 +116,7 @@ void CListChecker::CheckLine(QByteArrayView line)
 
 QString CListChecker::CheckName(QByteArrayView bytes)
 {
-    const QString name = CodePage932::Decode(bytes);
+    QString name = CodePage932::Decode(bytes);
     if (CodePage932::Encode(name) != bytes || name.contains(QChar::ReplacementCharacter)) {
         Fault(u"the name is not whole in the code page"_s);
     }

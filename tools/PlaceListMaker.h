@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tools/GeoNames.h"
+#include "tools/HeightMap.h"
 #include "tools/JapanNames.h"
 #include "tools/ListWriter.h"
 
@@ -37,7 +38,7 @@ private:
     void CollectWorld(int limit);
     void CollectTables();
     [[nodiscard]] QString ForeignName(const GeoPlace& place) const;
-    [[nodiscard]] static Candidate MakeCandidate(const GeoPlace& place, const QString& name, int kind);
+    [[nodiscard]] Candidate MakeCandidate(const GeoPlace& place, const QString& name, int kind) const;
     static void Sort(Folder& folder);
     static void SeparateNames(Folder& folder);
     static void WriteFolder(CListWriter& writer, const QString& name, const Folder& folder);
@@ -47,6 +48,7 @@ private:
     std::vector<GeoPlace> m_places;
     QHash<QString, QString> m_names;
     CJapanNames m_japan;
+    CHeightMap m_heights;
     std::map<QString, Folder> m_prefectures;                                            // by Japanese name
     std::map<QString, Folder> m_countries;                                              // by country code
     std::vector<std::pair<QString, std::vector<std::pair<QString, Folder>>>> m_special; // folder, its groups

@@ -26,7 +26,30 @@ bool IsMapEdge(const MapPoint& a, const MapPoint& b)
     return onDateLine || onPole;
 }
 
-void AppendWithoutMapEdge(std::vector<MapLine>& lines, const MapLine& line)
+constexpr std::int32_t HalfTurn = 180'000'000;
+constexpr std::int32_t Turn = 360'000'000;
+
+/// Makes the longitudes of a line continuous, starting from its first point.
+void Unwrap(MapLine& line)
+{
+    for (size_t index = 1; index < line.size(); ++index) {
+        while (line[index].Longitude - line[index - 1].Longitude > HalfTurn) {
+            line[index].Longitude -= Turn;
+        }
+        while (line[index].Longitude - line[index - 1].Longitude < -HalfTurn) {
+            line[index].Longitude += Turn;
+        }
+    }
+}
+
+/// How many turns a continuous longitude is away from the map: 0 between the date lines.
+std::int32_t TurnsOf(std::int32_t longitude)
+{
+    return static_cast<std::int32_t>(std::floor((static_cast<double>(longitude) + HalfTurn) / Turn));
+}
+
+/// Cuts a continuous line at the date line and brings the pieces onto the map.
+void AppendPieces(std::vector<MapLine>& lines, const MapLine& line)
 {
     MapLine piece;
     const auto finish = [&lines, &piece] {
@@ -35,11 +58,36 @@ void AppendWithoutMapEdge(std::vector<MapLine>& lines, const MapLine& line)
         }
         piece.clear();
     };
-    for (const MapPoint& point : line) {
-        if (!piece.empty() && IsMapEdge(piece.back(), point)) {
-            finish();
+    std::int32_t turns = 0;
+    const auto add = [&piece, &turns](double longitude, double latitude) {
+        const MapPoint point{static_cast<std::int32_t>(std::lround(longitude - static_cast<double>(turns) * Turn)),
+                             static_cast<std::int32_t>(std::lround(latitude))};
+        // A point on the date line itself belongs to both sides.
+        if (piece.empty() || piece.back().Longitude != point.Longitude || piece.back().Latitude != point.Latitude) {
+            piece.push_back(point);
         }
-        piece.push_back(point);
+    };
+    for (size_t index = 0; index < line.size(); ++index) {
+        const MapPoint& point = line[index];
+        if (index > 0) {
+            const MapPoint& last = line[index - 1];
+            if (IsMapEdge(piece.empty() ? last : piece.back(), {point.Longitude - turns * Turn, point.Latitude})) {
+                finish();
+            } else if (TurnsOf(point.Longitude) != turns) {
+                const bool isEastward = TurnsOf(point.Longitude) > turns;
+                const double dateLine = static_cast<double>(turns) * Turn + (isEastward ? HalfTurn : -HalfTurn);
+                const double share = (dateLine - last.Longitude) / (point.Longitude - last.Longitude);
+                const double latitude = last.Latitude + share * (point.Latitude - last.Latitude);
+                add(dateLine, latitude);
+                finish();
+                turns = TurnsOf(point.Longitude);
+                add(dateLine, latitude);
+            }
+        }
+        if (piece.empty()) {
+            turns = TurnsOf(point.Longitude);
+        }
+        add(point.Longitude, point.Latitude);
     }
     finish();
 }
@@ -59,11 +107,11 @@ CTopoMap::CTopoMap(const QString& path, const QString& objectName)
     if (scale.size() != 2 || origin.size() != 2 || object.isEmpty()) {
         throw std::runtime_error(path.toStdString() + " is not the expected map");
     }
-    for (const QJsonValue& arc : root[u"arcs"].toArray()) {
+    for (const auto& arc : root[u"arcs"].toArray()) {
         MapLine line;
         double x = 0.0;
         double y = 0.0;
-        for (const QJsonValue& step : arc.toArray()) {
+        for (const auto& step : arc.toArray()) {
             x += step[0].toDouble();
             y += step[1].toDouble();
             const auto units = [&](double count, int axis) {
@@ -75,7 +123,7 @@ CTopoMap::CTopoMap(const QString& path, const QString& objectName)
         m_arcs.push_back(std::move(line));
     }
     if (object[u"type"] == u"GeometryCollection"_s) {
-        for (const QJsonValue& geometry : object[u"geometries"].toArray()) {
+        for (const auto& geometry : object[u"geometries"].toArray()) {
             AddShape(geometry.toObject());
         }
     } else {
@@ -88,16 +136,16 @@ void CTopoMap::AddShape(const QJsonObject& geometry)
     MapShape shape;
     shape.Id = geometry[u"id"].toString();
     const auto addPolygon = [&shape](const QJsonArray& rings) {
-        for (const QJsonValue& ring : rings) {
+        for (const auto& ring : rings) {
             std::vector<int> arcs;
-            for (const QJsonValue& arc : ring.toArray()) {
+            for (const auto& arc : ring.toArray()) {
                 arcs.push_back(arc.toInt());
             }
             shape.Rings.push_back(std::move(arcs));
         }
     };
     if (geometry[u"type"] == u"MultiPolygon"_s) {
-        for (const QJsonValue& polygon : geometry[u"arcs"].toArray()) {
+        for (const auto& polygon : geometry[u"arcs"].toArray()) {
             addPolygon(polygon.toArray());
         }
     } else {
@@ -117,6 +165,7 @@ MapLine CTopoMap::Ring(const std::vector<int>& arcs) const
         // Arcs meet in a common point.
         line.insert(line.end(), line.empty() ? part.begin() : part.begin() + 1, part.end());
     }
+    Unwrap(line);
     return line;
 }
 
@@ -125,7 +174,7 @@ std::vector<MapLine> CTopoMap::Outlines() const
     std::vector<MapLine> lines;
     for (const MapShape& shape : m_shapes) {
         for (const std::vector<int>& ring : shape.Rings) {
-            AppendWithoutMapEdge(lines, Ring(ring));
+            AppendPieces(lines, Ring(ring));
         }
     }
     return lines;
@@ -144,7 +193,9 @@ std::vector<MapLine> CTopoMap::SharedArcs() const
     std::vector<MapLine> lines;
     for (const auto& [arc, shapes] : users) {
         if (shapes.size() > 1) {
-            AppendWithoutMapEdge(lines, m_arcs[static_cast<size_t>(arc)]);
+            MapLine line = m_arcs[static_cast<size_t>(arc)];
+            Unwrap(line);
+            AppendPieces(lines, line);
         }
     }
     return lines;

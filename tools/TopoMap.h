@@ -31,13 +31,14 @@ public:
 
     [[nodiscard]] const std::vector<MapShape>& Shapes() const { return m_shapes; }
 
-    /// The ring as one closed line.
+    /// The ring as one closed line. Longitudes go on beyond the date line instead of jumping, so that the ring may
+    /// leave the range of 180 degrees; around a pole it ends a whole turn from where it began.
     [[nodiscard]] MapLine Ring(const std::vector<int>& arcs) const;
 
-    /// Every ring of every shape, without the lines that only close a polygon at the edge of the map.
+    /// Every ring of every shape, cut at the date line, without lines that only close a polygon at the map's edge.
     [[nodiscard]] std::vector<MapLine> Outlines() const;
 
-    /// The arcs that two different shapes share.
+    /// The arcs that two different shapes share, cut in the same way.
     [[nodiscard]] std::vector<MapLine> SharedArcs() const;
 
 private:

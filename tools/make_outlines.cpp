@@ -94,6 +94,21 @@ std::vector<Box> Boxes(const CTopoMap& map, const MapShape& shape)
     return boxes;
 }
 
+/// Boxes across the date line as two, one on each side.
+std::vector<Box> OnMap(const std::vector<Box>& boxes)
+{
+    std::vector<Box> result;
+    for (const Box& box : boxes) {
+        for (const double turn : {-360.0, 0.0, 360.0}) {
+            const Box part{std::max(box.West + turn, -180.0), box.South, std::min(box.East + turn, 180.0), box.North};
+            if (part.West < part.East) {
+                result.push_back(part);
+            }
+        }
+    }
+    return result;
+}
+
 void WriteBoxes(const QString& maps, const QString& countries, const QString& path)
 {
     const CTopoMap map(maps + u"/countries-10m.json"_s, u"countries"_s);
@@ -104,7 +119,7 @@ void WriteBoxes(const QString& maps, const QString& countries, const QString& pa
             if (row[2].isEmpty() || shape.Id != row[2]) {
                 continue;
             }
-            for (const Box& box : Boxes(map, shape)) {
+            for (const Box& box : OnMap(Boxes(map, shape))) {
                 char numbers[64];
                 std::snprintf(numbers, sizeof numbers, ",%.2f,%.2f,%.2f,%.2f\n", box.West, box.South, box.East,
                               box.North);

@@ -70,9 +70,7 @@ void Compare(const CHeightMap& map, const QString& places)
         if (place.Altitude <= -1000 || place.Country != u"JP") {
             continue;
         }
-        const int column = static_cast<int>((place.Longitude + 180.0) * CellsPerDegree);
-        const int row = static_cast<int>((90.0 - place.Latitude) * CellsPerDegree);
-        differences.push_back(map.Height(std::clamp(column, 0, CHeightMap::Columns - 1), row) - place.Altitude);
+        differences.push_back(map.HeightAt(place.Longitude, place.Latitude) - place.Altitude);
     }
     std::sort(differences.begin(), differences.end());
     const auto part = [&differences](double share) {

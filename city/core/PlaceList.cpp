@@ -57,14 +57,11 @@ void CPlaceList::ClearTree()
     m_folderCount = 0;
 }
 
-QByteArray CPlaceList::CityLine(const CPlaceItem* item) const
-{
-    return PlaceFormat::ListLine(item->Text(), Place(item->Data()));
-}
-
 void CPlaceList::GetCityString(const CPlaceItem* item, QString& out) const
 {
-    out = CodePage932::Decode(CityLine(item));
+    QByteArray line;
+    PlaceFormat::AppendListLine(line, item->Text(), Place(item->Data()));
+    out = CodePage932::Decode(line);
 }
 
 QString CPlaceList::GetLocationData(int placeIndex) const
@@ -112,7 +109,7 @@ QByteArray CPlaceList::UserListBytes() const
             if (depth > 0)
                 bytes.append("#\r\n");
         } else
-            bytes.append(CityLine(item));
+            PlaceFormat::AppendListLine(bytes, item->Text(), Place(item->Data()));
 
         while (item && !item->Next()) {
             item = item->Parent();

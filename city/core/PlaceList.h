@@ -71,7 +71,6 @@ public:
 private:
     class Loader;
 
-    [[nodiscard]] QByteArray CityLine(const CPlaceItem* item) const;
     [[nodiscard]] QByteArray UserListBytes() const;
     CTagList& NextFolder();
     CCityList& NextPlace();

@@ -63,14 +63,21 @@ std::vector<QByteArrayView> Pieces(QByteArrayView line)
 }
 } // namespace
 
-QByteArray PlaceFormat::ListLine(const QString& name, const CCityList& place)
+void PlaceFormat::AppendListLine(QByteArray& lines, const QString& name, const CCityList& place)
 {
-    const QString values =
-        Number::Format(",%11.7f%c,%10.7f%c,%7d,%c%05.2f,%s,%2d,%2d\r\n", std::fabs(place.Longitude),
-                       place.Longitude >= 0 ? 'E' : 'W', std::fabs(place.Latitude), place.Latitude >= 0 ? 'N' : 'S',
-                       WholeMetres(place.Altitude), place.TimeZone >= 0 ? '+' : '-', std::fabs(place.TimeZone),
-                       place.IsAutoAltitude == 1 ? " 1" : " 0", place.IsUserEdited, place.Kind);
-    return CodePage932::Encode(name).leftJustified(NameWidth, ' ', true) + values.toLatin1();
+    lines.append(CodePage932::Encode(name).leftJustified(NameWidth, ' ', true)).append(',');
+    Number::AppendFixed(lines, std::fabs(place.Longitude), 7, 11);
+    lines.append(place.Longitude >= 0 ? "E," : "W,");
+    Number::AppendFixed(lines, std::fabs(place.Latitude), 7, 10);
+    lines.append(place.Latitude >= 0 ? "N," : "S,");
+    Number::AppendInt(lines, WholeMetres(place.Altitude), 7);
+    lines.append(place.TimeZone >= 0 ? ",+" : ",-");
+    Number::AppendFixed(lines, std::fabs(place.TimeZone), 2, 5, '0');
+    lines.append(place.IsAutoAltitude == 1 ? ", 1," : ", 0,");
+    Number::AppendInt(lines, place.IsUserEdited, 2);
+    lines.append(',');
+    Number::AppendInt(lines, place.Kind, 2);
+    lines.append("\r\n");
 }
 
 bool PlaceFormat::ParseListLine(QByteArrayView line, CCityList& place)

@@ -32,9 +32,9 @@ namespace PlaceFormat
 {
 inline constexpr int NameWidth = 40; ///< bytes
 
-/// The place's line of a list file, CR LF included; the name is padded with blanks, or cut, to NameWidth bytes. The
-/// cut may split a double-byte character, on purpose: the width is what readers of the file rely on.
-[[nodiscard]] QByteArray ListLine(const QString& name, const CCityList& place);
+/// Adds the place's line of a list file, CR LF included; the name is padded with blanks, or cut, to NameWidth bytes.
+/// The cut may split a double-byte character, on purpose: the width is what readers of the file rely on.
+void AppendListLine(QByteArray& lines, const QString& name, const CCityList& place);
 
 /// Reads the fields of a place line, without its line end, into Name to Kind of `place`. False, with the record
 /// unchanged, when the line has fewer than eight fields.

@@ -2,6 +2,8 @@
 
 #include <QByteArray>
 
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <clocale>
 #include <cmath>
@@ -9,6 +11,7 @@
 #include <cstdio>
 #include <limits>
 #include <locale.h>
+#include <string_view>
 
 namespace
 {
@@ -30,17 +33,30 @@ private:
     locale_t m_previous;
 };
 
-QString Print(const char* format, va_list arguments)
+QByteArray Print(const char* format, va_list arguments)
 {
     const CLocaleGuard guard;
+    constexpr size_t usualLength = 512; // only a longer text is printed twice
+    std::array<char, usualLength> usual{};
     va_list again;
     va_copy(again, arguments);
-    const int length = std::vsnprintf(nullptr, 0, format, arguments);
-    QByteArray text(length > 0 ? length : 0, Qt::Uninitialized);
-    if (length > 0)
+    const int length = std::vsnprintf(usual.data(), usual.size(), format, arguments);
+    QByteArray text;
+    if (length > 0 && static_cast<size_t>(length) < usual.size())
+        text = QByteArray(usual.data(), length);
+    else if (length > 0) {
+        text.resize(length);
         std::vsnprintf(text.data(), static_cast<size_t>(length) + 1, format, again);
+    }
     va_end(again);
-    return QString::fromUtf8(text);
+    return text;
+}
+
+void Append(QByteArray& bytes, std::string_view text, int width, char fill)
+{
+    const auto length = static_cast<qsizetype>(text.size());
+    bytes.append(std::max<qsizetype>(width - length, 0), fill);
+    bytes.append(text.data(), length);
 }
 
 bool IsBlank(char c)
@@ -80,16 +96,32 @@ QString Number::Format(const char* format, ...)
 {
     va_list arguments;
     va_start(arguments, format);
-    const QString text = Print(format, arguments);
+    const QString text = QString::fromUtf8(Print(format, arguments));
     va_end(arguments);
     return text;
+}
+
+void Number::AppendFixed(QByteArray& bytes, double value, int decimals, int width, char fill)
+{
+    constexpr size_t longest = 512; // the largest double has 309 digits before the point
+    std::array<char, longest> text{};
+    const auto result =
+        std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed, decimals);
+    Append(bytes, std::string_view(text.data(), static_cast<size_t>(result.ptr - text.data())), width, fill);
+}
+
+void Number::AppendInt(QByteArray& bytes, int value, int width)
+{
+    std::array<char, 16> text{};
+    const auto result = std::to_chars(text.data(), text.data() + text.size(), value);
+    Append(bytes, std::string_view(text.data(), static_cast<size_t>(result.ptr - text.data())), width, ' ');
 }
 
 QString Number::FormatUnchecked(const char* format, ...)
 {
     va_list arguments;
     va_start(arguments, format);
-    const QString text = Print(format, arguments);
+    const QString text = QString::fromUtf8(Print(format, arguments));
     va_end(arguments);
     return text;
 }

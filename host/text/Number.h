@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QStringView>
 
@@ -13,6 +14,11 @@ namespace Number
 
 /// The same for a format that comes out of a table of texts; the caller vouches that it fits the arguments.
 [[nodiscard]] QString FormatUnchecked(const char* format, ...);
+
+/// Adds what printf's "%*.*f" and "%*d" write, many times as fast, for the lines of long files. The value of
+/// AppendFixed must not be negative when the fill is a zero.
+void AppendFixed(QByteArray& bytes, double value, int decimals, int width, char fill = ' ');
+void AppendInt(QByteArray& bytes, int value, int width);
 
 /// The decimal number that the text begins with (leading blanks, a sign and an exponent allowed); none for "inf",
 /// "nan" and a number that no double can hold. "0x10" begins with 0.

@@ -1,0 +1,260 @@
+// Each promise of speed, measured against its floor or its bound in the same run. The counter "ratio" or "median_ms"
+// is to be held against "promise".
+
+#include "city/core/PlaceList.h"
+#include "controls/globe_map/GlobeMap.h"
+#include "host/control/ControlNumbers.h"
+#include "host/dialog/Theme.h"
+#include "host/system/CommonFile.h"
+#include "host/system/Registry.h"
+#include "host/text/CodePage932.h"
+#include "obs/ControlIds.h"
+#include "obs/DlgObs.h"
+#include "planetarium/ControlClasses.h"
+#include "planetarium/Host.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QFile>
+#include <QLineEdit>
+#include <QSlider>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <algorithm>
+#include <benchmark/benchmark.h>
+#include <chrono>
+#include <functional>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+const QString DataFolder = QStringLiteral(KIV_SOURCE_DATA);
+
+double Milliseconds(const std::function<void()>& work)
+{
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+}
+
+double Median(std::vector<double> values)
+{
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+/// Times the work against its floor, in turn, and reports the ratio of the medians.
+void Compare(benchmark::State& state, double promise, const std::function<void()>& floor,
+             const std::function<void()>& work)
+{
+    std::vector<double> floors;
+    std::vector<double> works;
+    for (auto step : state) {
+        floors.push_back(Milliseconds(floor));
+        const double taken = Milliseconds(work);
+        works.push_back(taken);
+        state.SetIterationTime(taken / 1000.0);
+    }
+    state.counters["floor_ms"] = Median(floors);
+    state.counters["median_ms"] = Median(works);
+    state.counters["ratio"] = Median(works) / Median(floors);
+    state.counters["promise"] = promise;
+}
+
+void MeasureMedian(benchmark::State& state, double promise, const std::function<void()>& prepare,
+                   const std::function<void()>& work)
+{
+    std::vector<double> times;
+    for (auto step : state) {
+        prepare();
+        times.push_back(Milliseconds(work));
+        state.SetIterationTime(times.back() / 1000.0);
+    }
+    state.counters["median_ms"] = Median(times);
+    state.counters["promise"] = promise;
+}
+
+QByteArray ReadFile(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void WriteFile(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    if (file.open(QIODevice::WriteOnly))
+        file.write(bytes);
+}
+
+/// What no loader can do without: read, decode, split.
+void ReadDecodeSplit(const QString& path)
+{
+    qsizetype pieces = 0;
+    for (const QByteArray& line : ReadFile(path).split('\n')) {
+        for (const QByteArray& piece : line.split(','))
+            pieces += CodePage932::Decode(piece).size();
+    }
+    benchmark::DoNotOptimize(pieces);
+}
+
+void Load(const QString& path)
+{
+    CPlaceList list;
+    list.ListFilePath = path;
+    list.LoadCityList();
+    benchmark::DoNotOptimize(list.PlaceCount());
+}
+
+void LoadShippedList(benchmark::State& state)
+{
+    const QString path = DataFolder + u"kivpel.obs"_s;
+    Compare(
+        state, 3.0, [&] { ReadDecodeSplit(path); }, [&] { Load(path); });
+}
+
+void LoadTwiceTheLines(benchmark::State& state)
+{
+    const QTemporaryDir folder;
+    const QList<QByteArray> lines = ReadFile(DataFolder + u"kivpel.obs"_s).split('\n');
+    const QString half = folder.filePath(u"half.obs"_s);
+    const QString whole = folder.filePath(u"whole.obs"_s);
+    WriteFile(half, lines.mid(0, lines.size() / 2).join('\n'));
+    WriteFile(whole, lines.join('\n'));
+    Compare(
+        state, 2.0, [&] { Load(half); }, [&] { Load(whole); });
+}
+
+void WriteUserList(benchmark::State& state)
+{
+    const QTemporaryDir folder;
+    CPlaceList list;
+    list.ListFilePath = DataFolder + u"kivpel.obs"_s;
+    list.UserListFilePath = folder.filePath(u"user.obs"_s);
+    list.LoadCityList();
+    const QString text = CodePage932::Decode(ReadFile(list.ListFilePath));
+    Compare(
+        state, 3.0,
+        [&] {
+            CKivFile file;
+            if (file.OpenCreate(folder.filePath(u"floor.obs"_s)))
+                file.Write(text);
+            file.Close();
+        },
+        [&] { benchmark::DoNotOptimize(list.RefreshUserObs()); });
+}
+
+/// The globe map with the shipped list and all layers, moved before each redraw as under the user's hand.
+void RedrawGlobe(benchmark::State& state)
+{
+    using namespace ControlNumber::GlobeMap;
+    CGlobeMap map(nullptr, DataFolder);
+    map.resize(480, 480);
+    map.show();
+    map.Invoke(SetLandmarkFile, {DataFolder + u"kivpel.obs"_s});
+    map.Invoke(SetLandmarkFileExists, {true});
+    std::vector<int> flags(8, 1);
+    map.Invoke(SetFeatureFlags, {QVariant::fromValue(static_cast<quint64>(reinterpret_cast<quintptr>(flags.data())))});
+    map.Invoke(SetZoom, {static_cast<double>(state.range(0)) / 100.0});
+    QApplication::processEvents();
+    double longitude = 139.0;
+    const auto draw = [&] {
+        map.Invoke(SetCenter, {longitude, 36.0});
+        map.Invoke(Redraw, {});
+        map.repaint();
+    };
+    draw();
+    MeasureMedian(
+        state, 10.0, [&] { longitude += 0.05; }, draw);
+}
+
+/// A host with its windows, in folders of its own.
+class CStage
+{
+public:
+    CStage()
+    {
+        DataFolders folders;
+        folders.Shipped = DataFolder;
+        folders.User = m_folder.filePath(u"user/"_s);
+        folders.TerrainIndex = DataFolder + u"terrain/terrain.idx"_s;
+        CCommonFile::SetModulePath(DataFolder);
+        CRegistry::UseFile(m_folder.filePath(u"settings.ini"_s));
+        ControlClasses::Register(DataFolder);
+        folders.InstallPlaceList();
+        m_host = std::make_unique<CHost>(&m_window, folders);
+    }
+
+    CHost& Host() { return *m_host; }
+
+    void Open()
+    {
+        m_host->OpenSiteDialog();
+        m_host->SiteDialog().repaint();
+        QApplication::processEvents();
+    }
+
+private:
+    QTemporaryDir m_folder;
+    QWidget m_window;
+    std::unique_ptr<CHost> m_host;
+};
+
+void OpenDialog(benchmark::State& state)
+{
+    CStage().Open(); // the first showing in a process loads fonts and pictures
+    std::unique_ptr<CStage> stage;
+    const auto prepare = [&] {
+        stage = std::make_unique<CStage>();
+        CRegistry::Write(u"Dialog\\Obs"_s, u"ViewAngle"_s, 120, CRegistry::Count);
+    };
+    MeasureMedian(state, 500.0, prepare, [&] { stage->Open(); });
+}
+
+/// One digit in the seconds of longitude: from the key event until both maps are painted.
+void TypeDigit(benchmark::State& state)
+{
+    CStage stage;
+    stage.Open();
+    CDlgObs& dialog = stage.Host().SiteDialog();
+    auto* edit = dialog.Item<QLineEdit>(ObsId::EditLngSec);
+    for (int layer = 3; layer < ObsSettings::LayerCount; ++layer)
+        dialog.Item<QAbstractButton>(ObsId::CheckFeatureFirst + layer)->click();
+    dialog.Item<QSlider>(ObsId::SliderMagnification)->setValue(64);
+    QApplication::processEvents();
+    int digit = 0;
+    MeasureMedian(
+        state, 16.0,
+        [&] {
+            edit->setFocus();
+            edit->selectAll();
+            digit = (digit + 1) % 10;
+        },
+        [&] {
+            QTest::keyClick(edit, static_cast<Qt::Key>(Qt::Key_0 + digit));
+            QApplication::processEvents();
+        });
+}
+} // namespace
+
+BENCHMARK(LoadShippedList)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(LoadTwiceTheLines)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(WriteUserList)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(RedrawGlobe)->ArgName("zoom")->Arg(0)->Arg(40)->Arg(70)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(OpenDialog)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(TypeDigit)->UseManualTime()->Unit(benchmark::kMillisecond);
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    Theme::Install(application);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}

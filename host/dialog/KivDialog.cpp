@@ -30,7 +30,7 @@ CKivDialog::~CKivDialog() = default;
 bool CKivDialog::Create(CCorKiv* hostEngine)
 {
     m_hostEngine = hostEngine;
-    if (!LoadTemplate())
+    if (m_isWindow || !LoadTemplate())
         return false;
     m_isWindow = true;
     m_messages = GetMessageMap();

@@ -217,6 +217,8 @@ void CDlgObs::RefreshUserList()
         list.LoadCityList();
         list.RefreshUserObs();
     });
+    if (!list.IsComplete()) // the load broke off before its own report of the end
+        HostWindow::Send(HostWindow::Main(), HostWindow::MessageListProgress, CPlaceList::PhaseEnd, 0);
 }
 
 void CDlgObs::Init()

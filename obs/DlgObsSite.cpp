@@ -85,7 +85,8 @@ void CDlgObs::SetFeatureVisible()
 
 void CDlgObs::SaveReg()
 {
-    if (IsWindow())
+    // Without a map the settings were never read: what is stored must stand.
+    if (GlobeMap.IsCreated())
         ObsSettings::Save(RegistrySection(), LayerFlags, SliderPosition, Fields.AltitudeMode == 0);
 }
 

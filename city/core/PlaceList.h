@@ -26,7 +26,10 @@ public:
     static constexpr int PlaceTableSize = 10000;
     static constexpr char16_t RootName[] = u"場所";
 
-    /// Progress of a load: phase 0 with a text at the start, 1 with a percentage, 2 with 0 at the end.
+    /// Progress of a load: a text at the start, a percentage now and then, 0 at the end.
+    static constexpr int PhaseStart = 0;
+    static constexpr int PhasePercent = 1;
+    static constexpr int PhaseEnd = 2;
     using Progress = std::function<void(int phase, const QVariant& value)>;
 
     CPlaceList();

@@ -10,9 +10,6 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-constexpr int PhaseStart = 0;
-constexpr int PhasePercent = 1;
-constexpr int PhaseEnd = 2;
 constexpr char FolderMark = '@';
 constexpr char CloseMark = '#';
 

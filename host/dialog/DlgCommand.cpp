@@ -5,6 +5,7 @@
 #include "host/system/Registry.h"
 
 #include <QDataStream>
+#include <QIODevice>
 
 using namespace Qt::StringLiterals;
 

@@ -1,6 +1,7 @@
 #include "console/CommandHistory.h"
 
 #include <QDataStream>
+#include <QIODevice>
 #include <QtEndian>
 
 #include <gtest/gtest.h>

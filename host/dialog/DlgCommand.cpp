@@ -146,11 +146,10 @@ QString CDlgCommand::ReadHistory()
         return {};
     QString commands;
     CRegistry::Read(Section, CommandsName, QString(), &commands);
-    const CCommandHistory stored = FromText(commands);
     CommandHistory.clear();
-    for (auto line = stored.crbegin(); line != stored.crend(); ++line) {
-        if (IsSendable(*line))
-            Remember(*line);
+    for (const CCommandHistory stored = FromText(commands); const QString& line : stored) {
+        if (CommandHistory.size() < LongestHistory && IsSendable(line) && !CommandHistory.contains(line))
+            CommandHistory.append(line);
     }
     QString last;
     CRegistry::Read(Section, CommandName, QString(), &last);

@@ -321,6 +321,8 @@ int CDlgObs::DoModeless(CCorKiv* hostEngine, const QString& terrainIndexPath)
         SetHostEngine(hostEngine);
         Init();
     }
+    if (!IsWindow())
+        return 1; // an empty frame would be no use to anyone
     showNormal();
     raise();
     activateWindow();
@@ -334,6 +336,8 @@ void CDlgObs::Show(int show)
         hide();
         return;
     }
+    if (!IsWindow())
+        return;
     Init();
     QDialog::show();
 }

@@ -36,7 +36,7 @@ public:
     /// Answers 1 whatever Create answered.
     int DoModeless(CCorKiv* hostEngine, const QString& terrainIndexPath);
 
-    /// Non-zero: refills and shows the window; 0: hides it.
+    /// Non-zero: refills and shows the window; 0: hides it. Nothing happens before the window exists.
     void Show(int show);
 
     void SetCorKiv(CCorKiv* hostEngine) { SetHostEngine(hostEngine); }

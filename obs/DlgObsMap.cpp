@@ -175,10 +175,11 @@ void CDlgObs::TakePickedPlace(double longitude, double latitude, double altitude
 
 void CDlgObs::OnSetMag(double magnification)
 {
-    if (!std::isfinite(magnification) || magnification <= 0.0)
+    const double degrees = 180.0 / magnification;
+    if (!std::isfinite(magnification) || magnification <= 0.0 || !std::isfinite(degrees))
         return;
     MapZoom = magnification;
-    ViewDegrees = 180.0 / magnification;
+    ViewDegrees = degrees;
     SendViewAngle();
     GlobeMap.Redraw();
     GlobeMap.RepaintNow();

@@ -1,11 +1,10 @@
 #include "planetarium/DataFolders.h"
 
 #include "host/system/CommonFile.h"
+#include "host/text/KivFile.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
-#include <QSaveFile>
 #include <QStandardPaths>
 
 using namespace Qt::StringLiterals;
@@ -30,22 +29,28 @@ QString FindShipped()
 DataFolders DataFolders::Default()
 {
     DataFolders folders;
-    folders.Shipped = FindShipped();
+    folders.UseShipped(FindShipped());
     folders.User = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/planetarium-site/"_s;
-    folders.TerrainIndex = folders.Shipped + u"terrain/terrain.idx"_s;
-    if (!CCommonFile::DoesFileExist(folders.TerrainIndex))
-        folders.TerrainIndex.clear();
     return folders;
+}
+
+void DataFolders::UseShipped(const QString& folder)
+{
+    Shipped = folder;
+    TerrainIndex = Shipped + u"terrain/terrain.idx"_s;
+    if (!CCommonFile::DoesFileExist(TerrainIndex))
+        TerrainIndex.clear();
 }
 
 void DataFolders::InstallPlaceList() const
 {
     if (!QDir().mkpath(User) || !CCommonFile::IsFileNewerThan(Shipped + ListName, User + ListName))
         return;
-    QFile shipped(Shipped + ListName);
-    QSaveFile copy(User + ListName);
-    if (!shipped.open(QIODevice::ReadOnly) || !copy.open(QIODevice::WriteOnly))
+    CKivFile shipped;
+    CKivFile copy;
+    if (!shipped.OpenRead(Shipped + ListName) || !copy.OpenCreate(User + ListName))
         return;
-    copy.write(shipped.readAll());
-    copy.commit();
+    const QByteArray bytes = shipped.ReadAll();
+    if (!shipped.HasReadError() && copy.WriteBytes(bytes))
+        copy.Close();
 }

@@ -12,6 +12,9 @@ struct DataFolders
     /// The shipped folder beside the program or above it, the user's folder in the usual place of the system.
     [[nodiscard]] static DataFolders Default();
 
+    /// Takes another shipped folder, with the terrain index in it when there is one.
+    void UseShipped(const QString& folder);
+
     /// Copies the shipped place list into the user's folder when it is newer than the copy there. What fails is left
     /// as it was: the module then uses the shipped list itself.
     void InstallPlaceList() const;

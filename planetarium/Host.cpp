@@ -1,6 +1,7 @@
 #include "planetarium/Host.h"
 
 #include "host/control/ControlNumbers.h"
+#include "host/system/CommonFile.h"
 #include "host/text/Number.h"
 #include "obs/core/BodyTable.h"
 #include "obs/core/EngineLines.h"
@@ -84,8 +85,7 @@ CHost::CHost(QWidget* mainWindow, DataFolders folders)
                 TakeOverEngineLocation();
         });
     }
-    for (const QString& line :
-         EngineLines::SetUp(m_folders.TerrainIndex.isEmpty() ? QString() : m_folders.TerrainIndex))
+    for (const QString& line : EngineLines::SetUp(CCommonFile::GetShortPath(m_folders.TerrainIndex)))
         TellEngine(line);
     TellEngine(u"Solar.Planet.Earth.SolarEclipse.Path.Visible = FALSE"_s);
     TellEngine(u"Solar.Planet.Earth.SolarEclipse.Path.Color = RGB(255, 150, 60)"_s);

@@ -39,10 +39,8 @@ int main(int argc, char** argv)
     parser.process(application);
 
     DataFolders folders = DataFolders::Default();
-    if (parser.isSet(data)) {
-        folders.Shipped = AsFolder(parser.value(data));
-        folders.TerrainIndex = folders.Shipped + u"terrain/terrain.idx"_s;
-    }
+    if (parser.isSet(data))
+        folders.UseShipped(AsFolder(parser.value(data)));
     if (parser.isSet(user))
         folders.User = AsFolder(parser.value(user));
     if (parser.isSet(terrain))

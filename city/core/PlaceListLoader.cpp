@@ -2,6 +2,8 @@
 #include "host/text/CodePage932.h"
 
 #include <algorithm>
+#include <iterator>
+#include <limits>
 #include <map>
 
 using namespace Qt::StringLiterals;
@@ -42,12 +44,13 @@ class CPlaceList::Loader
 public:
     explicit Loader(CPlaceList& list) : m_list(list) {}
 
-    void Load()
+    /// Whether the whole file was taken in; a file that is not there counts as an empty one.
+    [[nodiscard]] bool Load()
     {
         m_list.Report(PhaseStart, u"都市データの読み込み中"_s);
         AddRoot();
         if (!m_file.OpenRead(m_list.ListFilePath))
-            return; // without the report of the end: the host relies on a start alone for a missing list
+            return true; // without the report of the end: the host relies on a start alone for a missing list
         ReadHeader();
         QByteArray line;
         while (m_file.ReadLine(line)) {
@@ -55,6 +58,7 @@ public:
                 TakeLine(line);
         }
         m_list.Report(PhaseEnd, 0);
+        return !m_file.HasReadError();
     }
 
 private:
@@ -156,6 +160,5 @@ private:
 void CPlaceList::LoadCityList()
 {
     m_isComplete = false;
-    Loader(*this).Load();
-    m_isComplete = true;
+    m_isComplete = Loader(*this).Load();
 }

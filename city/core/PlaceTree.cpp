@@ -98,8 +98,14 @@ void CPlaceTree::Remove(CPlaceItem* item)
 void CPlaceTree::Clear()
 {
     m_top.m_childrenByText.reset();
-    while (m_top.m_firstChild)
-        Remove(m_top.m_firstChild);
+    CPlaceItem* item = m_top.m_firstChild;
+    m_top.m_firstChild = nullptr;
+    m_top.m_lastChild = nullptr;
+    while (item) {
+        CPlaceItem* next = item->m_next;
+        Destroy(item);
+        item = next;
+    }
 }
 
 CPlaceItem* CPlaceTree::SearchNodeItem(const CPlaceItem* parent, const QString& name) const

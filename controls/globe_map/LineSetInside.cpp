@@ -45,8 +45,9 @@ QPointF ClearPoint(const QList<QPolygonF>& outlines, QSizeF size)
     QPointF best;
     double bestDistance = -1;
     for (int index = 0; index < Steps * Steps; ++index) {
-        const QPointF point((index % Steps + 0.5) * size.width() / Steps,
-                            (index / Steps + 0.5) * size.height() / Steps);
+        const int column = index % Steps;
+        const int row = index / Steps;
+        const QPointF point((column + 0.5) * size.width() / Steps, (row + 0.5) * size.height() / Steps);
         double nearest = std::numeric_limits<double>::max();
         for (const QPolygonF& outline : outlines) {
             for (const QPointF& corner : outline)

@@ -80,5 +80,5 @@ private:
     bool m_isGlobeShown = false;
     PlanetScene m_shown; ///< what the picture is to show
     PlanetScene m_drawn; ///< what the frame shows
-    QImage m_frame;     ///< null until the first drawing
+    QImage m_frame;      ///< null until the first drawing
 };

@@ -84,8 +84,8 @@ public:
         const auto shareY = static_cast<quint32>((top >> (PlaceBits - 8)) & 255);
         const int column0 = Column(left >> PlaceBits);
         const int column1 = column0 + 1 < m_width ? column0 + 1 : 0;
-        const quint32* upper = m_bits + Row(row) * m_stride;
-        const quint32* lower = m_bits + Row(row + 1) * m_stride;
+        const quint32* upper = m_bits + static_cast<qsizetype>(Row(row)) * m_stride;
+        const quint32* lower = m_bits + static_cast<qsizetype>(Row(row + 1)) * m_stride;
         return Mix(Mix(upper[column0], upper[column1], shareX), Mix(lower[column0], lower[column1], shareX), shareY);
     }
 

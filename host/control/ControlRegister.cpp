@@ -6,9 +6,9 @@ CControlRegister& CControlRegister::Instance()
     return instance;
 }
 
-void CControlRegister::Register(const QString& className, Factory factory)
+void CControlRegister::Register(const QString& className, const Factory& factory)
 {
-    m_factories.insert(className, std::move(factory));
+    m_factories.insert(className, factory);
 }
 
 void CControlRegister::Unregister(const QString& className)

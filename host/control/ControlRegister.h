@@ -19,7 +19,7 @@ public:
     [[nodiscard]] static CControlRegister& Instance();
 
     /// Adds a class or replaces the one of that name.
-    void Register(const QString& className, Factory factory);
+    void Register(const QString& className, const Factory& factory);
 
     /// Removes a class; nothing happens when there is none.
     void Unregister(const QString& className);

@@ -8,7 +8,9 @@ namespace
 {
 void WriteNumber(CKivEdit* edit, const QString& text, int maxChars)
 {
-    edit->setMaxLength(qMax(maxChars, static_cast<int>(text.size())));
+    const int length = qMax(maxChars, static_cast<int>(text.size()));
+    if (edit->maxLength() != length)
+        edit->setMaxLength(length); // it moves the caret to the end, even when nothing changes
     edit->SetText(text);
 }
 } // namespace

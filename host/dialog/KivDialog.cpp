@@ -38,7 +38,7 @@ bool CKivDialog::Create(CCorKiv* hostEngine)
 bool CKivDialog::CreateWindow(CCorKiv* hostEngine)
 {
     m_hostEngine = hostEngine;
-    if (!LoadTemplate())
+    if (m_isWindow || !LoadTemplate())
         return false;
     m_isWindow = true;
     m_messages = GetMessageMap();

@@ -72,7 +72,8 @@ public:
     void reject() override;
 
 protected:
-    /// Builds the window from its template, then runs OnInitDialog. False when there is no such template.
+    /// Builds the window from its template, then runs OnInitDialog. False when there is no such template
+    /// or the window exists already.
     [[nodiscard]] bool Create(CCorKiv* hostEngine);
 
     [[nodiscard]] CCorKiv* HostEngine() const { return m_hostEngine; }

@@ -27,20 +27,47 @@ bool HasBlank(const QString& text)
     return std::any_of(text.begin(), text.end(), [](QChar c) { return c.isSpace(); });
 }
 
-/// A link without blanks to a file or folder; empty when none can be made.
-QString LinkTo(const QString& target)
+/// Where aliases are kept; empty when there is no such folder.
+QString AliasFolder()
 {
     QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) + u"/planetarium-site"_s;
     if (HasBlank(folder))
         folder = QDir::tempPath();
+    return QDir().mkpath(folder) ? folder : QString();
+}
+
+QString AliasName(const QString& target)
+{
+    const QByteArray hash = QCryptographicHash::hash(target.toUtf8(), QCryptographicHash::Sha1).toHex();
+    return u"alias-"_s + QString::fromLatin1(hash);
+}
+
+bool MakeLink(const QString& target, const QString& link)
+{
+    if (QFileInfo(link).symLinkTarget() == target)
+        return true;
+    QFile::remove(link);
+    return QFile::link(target, link);
+}
+
+/// A blank-free path of a file whose name has no blank, through a link to its folder.
+QString ThroughFolderLink(const QFileInfo& file, const QString& aliases)
+{
+    const QString link = aliases + u'/' + AliasName(file.absolutePath());
+    return MakeLink(file.absolutePath(), link) ? link + u'/' + file.fileName() : QString();
+}
+
+/// A blank-free path of a file with a blank in its name: a folder with a link to it and to each of its neighbours,
+/// which are looked for beside the path.
+QString AmongLinkedNeighbours(const QFileInfo& file, const QString& aliases)
+{
+    const QString folder = aliases + u'/' + AliasName(file.absolutePath()) + u"-files"_s;
     if (!QDir().mkpath(folder))
         return {};
-    const QByteArray hash = QCryptographicHash::hash(target.toUtf8(), QCryptographicHash::Sha1).toHex();
-    const QString link = folder + u"/alias-"_s + QString::fromLatin1(hash);
-    if (QFileInfo(link).symLinkTarget() == target)
-        return link;
-    QFile::remove(link);
-    return QFile::link(target, link) ? link : QString();
+    for (const QFileInfo& neighbour : file.absoluteDir().entryInfoList(QDir::Files))
+        MakeLink(neighbour.absoluteFilePath(), folder + u'/' + neighbour.fileName());
+    const QString link = folder + u'/' + AliasName(file.fileName());
+    return MakeLink(file.absoluteFilePath(), link) ? link : QString();
 }
 } // namespace
 
@@ -72,13 +99,11 @@ QString CCommonFile::GetShortPath(const QString& path)
 {
     if (!HasBlank(path))
         return path;
-    const QFileInfo info(path);
-    // A link to the folder keeps the files beside it reachable; only a blank in the name itself needs a link to the
-    // file.
-    const bool isNameBlank = HasBlank(info.fileName());
-    const QString link = LinkTo(isNameBlank ? info.absoluteFilePath() : info.absolutePath());
-    if (link.isEmpty())
+    const QString aliases = AliasFolder();
+    if (aliases.isEmpty())
         return path;
-    const QString result = isNameBlank ? link : link + u'/' + info.fileName();
-    return result.size() < MaxShortPath ? result : path;
+    const QFileInfo info(path);
+    const QString result =
+        HasBlank(info.fileName()) ? AmongLinkedNeighbours(info, aliases) : ThroughFolderLink(info, aliases);
+    return !result.isEmpty() && result.size() < MaxShortPath ? result : path;
 }

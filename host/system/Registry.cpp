@@ -22,6 +22,8 @@ std::unique_ptr<QSettings>& Store()
 
 QString Key(QString section, const QString& name)
 {
+    if (section == u"General"_s)
+        return name; // the store's own section of that name; as a prefix it would become one called "%General"
     return section.replace(u'\\', u'/') + u'/' + name;
 }
 } // namespace
@@ -29,7 +31,8 @@ QString Key(QString section, const QString& name)
 void CRegistry::Read(const QString& section, const QString& name, int defaultValue, int* result, int /*kind*/)
 {
     bool isInteger = false;
-    const int value = Store()->value(Key(section, name)).toInt(&isInteger);
+    // By way of the text: the store's own conversion wraps a number too large for an int.
+    const int value = Store()->value(Key(section, name)).toString().toInt(&isInteger);
     *result = isInteger ? value : defaultValue;
 }
 

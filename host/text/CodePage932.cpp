@@ -17,7 +17,7 @@ using IconvHandle = std::unique_ptr<std::remove_pointer_t<iconv_t>, IconvClose>;
 IconvHandle OpenConverter(const char* to, const char* from)
 {
     const iconv_t handle = iconv_open(to, from);
-    if (handle == reinterpret_cast<iconv_t>(-1))
+    if (handle == reinterpret_cast<iconv_t>(-1)) // NOLINT(performance-no-int-to-ptr): how iconv says no
         throw std::runtime_error("the C library has no converter for code page 932");
     return IconvHandle(handle);
 }

@@ -9,7 +9,8 @@ namespace CodePage932
 /// Decodes bytes; a byte that begins no character becomes U+FFFD. Never fails.
 [[nodiscard]] QString Decode(QByteArrayView bytes);
 
-/// Encodes text; a character that the code page lacks becomes "?".
+/// Encodes text; a character that the code page lacks becomes "?". A byte order mark and the invisible tag
+/// characters (U+E0000 to U+E007F) are dropped.
 [[nodiscard]] QByteArray Encode(QStringView text);
 
 /// Whether every character of the text survives encoding and decoding unchanged.

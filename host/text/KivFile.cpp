@@ -86,6 +86,9 @@ bool CKivFile::Close()
         m_reader.close();
         return true;
     }
+    // The device forgets an error of the flush that its own commit makes, and would put a cut file in place.
+    if (!m_failed && !m_writer->flush())
+        m_failed = true;
     if (m_failed)
         m_writer->cancelWriting();
     const bool done = m_writer->commit();

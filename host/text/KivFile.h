@@ -30,11 +30,14 @@ public:
     /// Selects what Write makes of text: FALSE, TRUE is the multibyte code page, TRUE the UTF-16 form.
     void SetUnicode(bool unicode, bool multibyte = false);
 
-    /// Reads the next line into `line` without its CR LF or LF. False at the end of the file.
+    /// Reads the next line into `line` without its CR LF or LF. False at the end of the file and on an error.
     [[nodiscard]] bool ReadLine(QByteArray& line);
 
     /// Reads what is left of the file.
     [[nodiscard]] QByteArray ReadAll();
+
+    /// Whether reading has ended because the file could not be read on.
+    [[nodiscard]] bool HasReadError() const { return m_reader.error() != QFileDevice::NoError; }
 
     /// Adds text in the chosen encoding. False when any write since OpenCreate failed.
     bool Write(QStringView text);

@@ -37,7 +37,7 @@ QByteArray Print(const char* format, va_list arguments)
 {
     const CLocaleGuard guard;
     constexpr size_t usualLength = 512; // only a longer text is printed twice
-    std::array<char, usualLength> usual;
+    std::array<char, usualLength> usual{};
     va_list again;
     va_copy(again, arguments);
     const int length = std::vsnprintf(usual.data(), usual.size(), format, arguments);
@@ -104,7 +104,7 @@ QString Number::Format(const char* format, ...)
 void Number::AppendFixed(QByteArray& bytes, double value, int decimals, int width, char fill)
 {
     constexpr size_t longest = 512; // the largest double has 309 digits before the point
-    std::array<char, longest> text;
+    std::array<char, longest> text{};
     const auto result =
         std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed, decimals);
     Append(bytes, std::string_view(text.data(), static_cast<size_t>(result.ptr - text.data())), width, fill);
@@ -112,7 +112,7 @@ void Number::AppendFixed(QByteArray& bytes, double value, int decimals, int widt
 
 void Number::AppendInt(QByteArray& bytes, int value, int width)
 {
-    std::array<char, 16> text;
+    std::array<char, 16> text{};
     const auto result = std::to_chars(text.data(), text.data() + text.size(), value);
     Append(bytes, std::string_view(text.data(), static_cast<size_t>(result.ptr - text.data())), width, ' ');
 }

@@ -87,7 +87,7 @@ void SiteLocationFormat::SplitTimeZone(double timeZone, SiteFields& fields)
     const double z = Splittable(timeZone);
     fields.TimeZoneSign = z < 0.0 ? 1 : 0;
     fields.TimeZoneHours = static_cast<int>(std::fabs(z));
-    fields.TimeZoneMinutes = static_cast<int>((std::fabs(z) - fields.TimeZoneHours) * 60 + 0.5);
+    fields.TimeZoneMinutes = static_cast<int>(std::floor((std::fabs(z) - fields.TimeZoneHours) * 60 + 0.5));
 }
 
 double SiteLocationFormat::JoinLongitude(const SiteFields& fields, int body)

@@ -179,7 +179,7 @@ TEST_F(GlobeMapTest, ClickPicksThePointUnderThePointer)
 {
     const struct
     {
-        double Longitude, Latitude, Zoom;
+        double Longitude = 0.0, Latitude = 0.0, Zoom = 0.0;
         QPoint Pixel;
     } cases[] = {{139, 36, 0, {200, 200}},
                  {139, 36, 0, {260, 90}},
@@ -347,7 +347,7 @@ TEST_F(GlobeMapTest, LandIsGreenFromNear)
     const struct
     {
         GeoPoint Place;
-        bool IsLand;
+        bool IsLand = false;
     } cases[] = {{{40, 10}, false},    {{43, 10.5}, true}, {{52, 20}, true},    {{28, -3}, true},
                  {{66, 10}, false},    {{180, 0.3}, true}, {{177.5, 0}, false}, {{-140, -10}, true},
                  {{-138, -10}, false}, {{0, 89}, false},   {{100, -90}, false}, {{64.5, 34.5}, true}};

@@ -1,8 +1,8 @@
 #include "host/dialog/Theme.h"
 
-#include <gtest/gtest.h>
-
 #include <QApplication>
+
+#include <gtest/gtest.h>
 
 int main(int argc, char** argv)
 {

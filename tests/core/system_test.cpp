@@ -1,0 +1,200 @@
+#include "core_test.h"
+#include "host/observer/CommonCoordFormat.h"
+#include "host/observer/KPDateObs.h"
+#include "host/system/CommonFile.h"
+#include "host/system/Registry.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <QTimeZone>
+
+#include <cmath>
+#include <gtest/gtest.h>
+#include <limits>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+int Integer(const QString& section, const QString& name)
+{
+    int value = 0;
+    CRegistry::Read(section, name, -77, &value, CRegistry::Count);
+    return value;
+}
+
+QString Text(const QString& section, const QString& name)
+{
+    QString value;
+    CRegistry::Read(section, name, u"default"_s, &value);
+    return value;
+}
+} // namespace
+
+TEST(Registry, KeepsValuesAndSurvivesNonsense)
+{
+    QTemporaryDir folder;
+    const QString path = folder.filePath(u"s.ini"_s);
+    CRegistry::UseFile(path);
+    EXPECT_EQ(Integer(u"Dialog\\Obs"_s, u"ViewAngle"_s), -77);
+    EXPECT_EQ(Text(u"Default"_s, u"location"_s), u"default"_s);
+    const QStringList texts{u"location(139.691772, 35.689236, 39.000000)"_s,
+                            u""_s,
+                            u" a "_s,
+                            u"a,b"_s,
+                            u"@x"_s,
+                            u"\\\"'=;#%"_s,
+                            u"港\n見\0台"_s,
+                            u"12"_s};
+    for (int i = 0; i < texts.size(); ++i)
+        CRegistry::Write(u"Dialog\\MappleFind"_s, u"T%1"_s.arg(i), texts[i]);
+    for (const int value : {0, -1, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()})
+        CRegistry::Write(u"Dialog\\Obs"_s, u"I%1"_s.arg(value), value, CRegistry::Count);
+    CRegistry::Flush();
+    CRegistry::UseFile(path);
+    for (int i = 0; i < texts.size(); ++i)
+        EXPECT_EQ(Text(u"Dialog\\MappleFind"_s, u"T%1"_s.arg(i)), texts[i]);
+    for (const int value : {0, -1, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()})
+        EXPECT_EQ(Integer(u"Dialog\\Obs"_s, u"I%1"_s.arg(value)), value);
+
+    const QString written = folder.filePath(u"byhand.ini"_s);
+    WriteFile(written,
+              "[General]\nCorKiv=3\n[Default]\nlocation=location(1.5, 2, 3)\n"
+              "[Dialog]\nObs\\A=nonsense\nObs\\B=99999999999\nObs\\C=2.5\nObs\\D=\nObs\\E=1, 2\nObs\\F=@Invalid()\n"
+              "Obs\\G=@Variant(\\0\\0\\0\\x1)\nObs\\H=@Size(1 1)\n");
+    CRegistry::UseFile(written);
+    EXPECT_EQ(Integer(u"General"_s, u"CorKiv"_s), 3);
+    EXPECT_EQ(Text(u"Default"_s, u"location"_s), u"location(1.5, 2, 3)"_s);
+    for (const QString& name : {u"A"_s, u"B"_s, u"C"_s, u"D"_s, u"E"_s, u"F"_s, u"H"_s})
+        EXPECT_EQ(Integer(u"Dialog\\Obs"_s, name), -77) << name.toStdString();
+    for (const QString& name : {u"F"_s, u"H"_s})
+        EXPECT_EQ(Text(u"Dialog\\Obs"_s, name), u"default"_s) << name.toStdString();
+
+    const QString garbage = folder.filePath(u"garbage.ini"_s);
+    WriteFile(garbage, QByteArray(1, char(0)) + "\xFF[[[\n=\n]\n@@@(\n%zz\\x=\\x\n[a\nb");
+    CRegistry::UseFile(garbage);
+    EXPECT_EQ(Integer(u"Dialog\\Obs"_s, u"ViewAngle"_s), -77);
+    CRegistry::Write(u"Dialog\\Obs"_s, u"ViewAngle"_s, 5, CRegistry::Count);
+    EXPECT_EQ(Integer(u"Dialog\\Obs"_s, u"ViewAngle"_s), 5);
+    CRegistry::UseFile(folder.filePath(u"other.ini"_s));
+}
+
+TEST(CommonFile, ComparesAges)
+{
+    QTemporaryDir folder;
+    const QDateTime noon = QDateTime::fromSecsSinceEpoch(1'700'000'000);
+    const QString young = folder.filePath(u"young"_s);
+    const QString old = folder.filePath(u"old"_s);
+    const QString none = folder.filePath(u"none"_s);
+    WriteFile(young, "y", noon.addSecs(1));
+    WriteFile(old, "o", noon);
+    struct Row
+    {
+        QString First, Second;
+        bool IsNewer;
+    };
+    // clang-format off
+    for (const Row& row : {Row{young, old, true}, {old, young, false}, {old, old, false}, {old, none, true},
+         {none, old, false}, {none, none, false}, {folder.path(), old, false}})
+        // clang-format on
+        EXPECT_EQ(CCommonFile::IsFileNewerThan(row.First, row.Second), row.IsNewer) << row.First.toStdString();
+    EXPECT_FALSE(CCommonFile::DoesFileExist(folder.path()));
+}
+
+TEST(CommonFile, ShortPathLeadsToTheFileAndItsNeighbours)
+{
+    QTemporaryDir root;
+    qputenv("XDG_CACHE_HOME", root.filePath(u"cache"_s).toUtf8());
+    const QString folder = root.filePath(u"地形 data\u3000"_s);
+    ASSERT_TRUE(QDir().mkpath(folder));
+    for (const QString& name : {u"index.kti"_s, u"the index.kti"_s}) {
+        WriteFile(folder + u'/' + name, name.toUtf8());
+        WriteFile(folder + u"/tile.dem"_s, "tile");
+        for (int i = 0; i < 2; ++i) { // made, then found
+            const QString path = CCommonFile::GetShortPath(folder + u'/' + name);
+            EXPECT_FALSE(path.contains(u' ') || path.contains(u'\u3000')) << path.toStdString();
+            EXPECT_EQ(ReadFile(path), name.toUtf8());
+            EXPECT_EQ(ReadFile(QFileInfo(path).absolutePath() + u"/tile.dem"_s), "tile");
+        }
+    }
+    EXPECT_EQ(CCommonFile::GetShortPath(u"/no/blank"_s), u"/no/blank"_s);
+    const QString tooLong = folder + u'/' + QString(250, u'x');
+    EXPECT_EQ(CCommonFile::GetShortPath(tooLong), tooLong);
+    WriteFile(root.filePath(u"file"_s), "");
+    qputenv("XDG_CACHE_HOME", root.filePath(u"file"_s).toUtf8());
+    EXPECT_EQ(CCommonFile::GetShortPath(folder + u"/index.kti"_s), folder + u"/index.kti"_s);
+    qunsetenv("XDG_CACHE_HOME");
+}
+
+TEST(KPDateObs, TakesOnlyPlacesThatExist)
+{
+    CKPDateObs observer;
+    int told = 0;
+    observer.SetListener([&told](CKPDateObs::Change) { ++told; });
+    struct Row
+    {
+        double Longitude, Latitude, Altitude;
+        double ThenLongitude, ThenLatitude, ThenAltitude;
+    };
+    for (const Row& row : {Row{-74, 40, 10, -74, 40, 10},
+                           {Nan, Nan, Nan, -74, 40, 10},
+                           {Infinity, -Infinity, Infinity, -74, 40, 10},
+                           {720.5, 91, CKPDateObs::AltitudeLeftToHost, 0.5, 90, 10},
+                           {360, -1e300, -10, 360, -90, -10},
+                           {139, 35, 20, 139, 35, 20}}) {
+        observer.UpdateObsByUI(row.Longitude, row.Latitude, row.Altitude, row.Longitude);
+        EXPECT_EQ(observer.GetLongitude(), row.ThenLongitude);
+        EXPECT_EQ(observer.GetLatitude(), row.ThenLatitude);
+        EXPECT_EQ(observer.GetHeight(), row.ThenAltitude);
+    }
+    EXPECT_EQ(told, 6);
+    observer.UpdateLocationObjectByUI(5, 1);
+    observer.UpdateObsByUI(200, 10, 1);
+    EXPECT_EQ(observer.GetLongitude(), 200);
+    EXPECT_EQ(observer.GetLongitude(4), 139) << "each body keeps its own place";
+    for (const int body : {-1, 15, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()}) {
+        EXPECT_EQ(observer.GetLatitude(body), 0.0);
+        EXPECT_EQ(observer.IsSmallObject(body), 0);
+        observer.UpdateLocationObjectByUI(body, 1);
+        EXPECT_EQ(observer.GetBody(), CKPDateObs::Earth);
+    }
+}
+
+TEST(KPDateObs, KnowsTheTimeOfEverySystem)
+{
+    CKPDateObs observer;
+    observer.SetUT(QDateTime(QDate(2030, 1, 1), QTime(8, 59, 58), QTimeZone(9 * 3600)));
+    observer.SetUT(QDateTime());
+    int t[6] = {};
+    observer.GetUT(t, t + 1, t + 2, t + 3, t + 4, t + 5, 0);
+    EXPECT_EQ(std::vector<int>(t, t + 6), (std::vector<int>{2029, 12, 31, 23, 59, 58}));
+    EXPECT_EQ(observer.GetADate().Year, 2030);
+    observer.UpdateObsByUI(-75, 40, 0, -5);
+    const double offsets[] = {-5, 0, -5, 0, 0};
+    for (const int system : {0, 1, 2, 3, -1}) {
+        observer.SetTimeSys(system);
+        EXPECT_EQ(observer.GetTz(), offsets[system < 0 ? 4 : system]) << system;
+    }
+    EXPECT_EQ(observer.GetLMTTz(285), -5.0);
+    observer.SetTimeSys(0);
+    observer.SetUserTz(Nan);
+    EXPECT_EQ(observer.GetUserTz(), -5);
+    observer.SetUserTz(1e300); // nonsense has no date, and does no harm
+    (void)observer.GetADate();
+}
+
+TEST(CommonCoordFormat, ComparesAndTurnsAngles)
+{
+    EXPECT_TRUE(CCommonCoordFormat::IsEqualDeg(139.691772, 139.691773));
+    EXPECT_FALSE(CCommonCoordFormat::IsEqualDeg(0, 0.1 / 3600)) << "a displayed tenth of a second differs";
+    EXPECT_TRUE(CCommonCoordFormat::IsEqualDeg(-74, 286));
+    EXPECT_FALSE(CCommonCoordFormat::IsEqualDeg(Nan, Nan));
+    EXPECT_TRUE(CCommonCoordFormat::IsEqualAlt(10, 10.05));
+    EXPECT_FALSE(CCommonCoordFormat::IsEqualAlt(10, 11));
+    // clang-format off
+    for (const auto& [from, to] : {std::pair{-1.0, 359.0}, {360.0, 0.0}, {-720.0, 0.0}, {725.0, 5.0}, {-1e-20, 0.0},
+         {Nan, 0.0}, {Infinity, 0.0}})
+        // clang-format on
+        EXPECT_EQ(degmal(from), to) << from;
+    EXPECT_LT(degmal(-1e300), 360.0);
+}

@@ -1,0 +1,96 @@
+#pragma once
+
+#include "host/control/Control.h"
+#include "host/dialog/Prompts.h"
+
+#include <QHash>
+#include <QStringList>
+
+#include <deque>
+#include <vector>
+
+/// What happened at the dialog's seams, line by line in the order of time.
+class CTranscript
+{
+public:
+    void Add(const QString& line) { m_lines += line; }
+    /// The lines since the last call, joined by line feeds; the "Show Sky" lines of mere painting are left out.
+    std::string Take();
+    [[nodiscard]] int PaintCount() const { return static_cast<int>(m_lines.count(QStringLiteral("E Show Sky"))); }
+
+private:
+    QStringList m_lines;
+};
+
+/// What a recording control writes and answers; outlives the control.
+struct ControlScript
+{
+    ControlScript(QString tag, CTranscript& transcript) : Tag(std::move(tag)), Transcript(transcript) {}
+
+    QString Tag;
+    CTranscript& Transcript;
+    QHash<QString, QString> Answers; ///< by the text of the query
+    int FeatureCount = 8;
+    double CenterLongitude = 0.0;
+    double CenterLatitude = 0.0;
+    bool Refuses = false;                       ///< no control can be created
+    std::vector<int> Flags;                     ///< layer flags handed over last
+    class CRecordingControl* Control = nullptr; ///< the one created last
+
+    /// Registers the recording control under a class name.
+    void Register(const QString& className);
+};
+
+/// A sky engine or a globe map that writes down what it is told.
+class CRecordingControl : public IControl
+{
+public:
+    CRecordingControl(QWidget* parent, ControlScript& script) : m_window(new QWidget(parent)), m_script(script) {}
+    ~CRecordingControl() override { delete m_window; }
+
+    [[nodiscard]] QWidget* Window() override { return m_window; }
+    QVariant Invoke(int method, const QVariantList& arguments) override;
+    void SetControlProperty(int property, const QVariant& value) override;
+    void Raise(int event, const QVariantList& arguments) const { RaiseEvent(event, arguments); }
+
+private:
+    QWidget* m_window;
+    ControlScript& m_script;
+};
+
+/// Answers the prompts that a test expects, in their order. One that differs or that no one expects fails the test,
+/// and so does one that never came.
+class CExpectedPrompts : public IPrompts
+{
+public:
+    CExpectedPrompts() { Use(this); }
+    ~CExpectedPrompts() override;
+
+    void Expect(const char* text, Icon icon, Buttons buttons = Buttons::Ok, Answer answer = Answer::Ok);
+    Answer Show(QWidget* parent, const QString& text, Icon icon, Buttons buttons) override;
+    QString OpenFile(QWidget* parent) override;
+
+private:
+    struct Prompt
+    {
+        QString Text;
+        Icon ShownIcon;
+        Buttons ShownButtons;
+        Answer Reply;
+    };
+    std::deque<Prompt> m_expected;
+};
+
+/// A window of the host that writes down the messages it gets.
+class CMessageReceiver : public QWidget
+{
+public:
+    CMessageReceiver(QString name, QStringList& log) : m_name(std::move(name)), m_log(log) {}
+
+protected:
+    bool event(QEvent* event) override;
+
+private:
+    QString m_name;
+    QStringList& m_log;
+};

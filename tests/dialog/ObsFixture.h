@@ -1,0 +1,59 @@
+#pragma once
+
+#include "host/control/CorKiv.h"
+#include "host/observer/KPDateObs.h"
+#include "obs/ControlIds.h"
+#include "obs/DlgObs.h"
+#include "tests/dialog/Doubles.h"
+
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+/// The site dialog among doubles: tag E is the embedded engine, H the host's, M the globe map; O a change of the
+/// observer object, with longitude, latitude, altitude and time zone. Settings and data lie in a temporary folder.
+class CObsFixture : public ::testing::Test
+{
+protected:
+    CObsFixture();
+    ~CObsFixture() override;
+
+    /// Shows the dialog, "terrain" with a terrain index, and forgets the transcript of that.
+    void Open(bool terrain = false);
+    /// Moves the observer to another body from outside, as a host does it.
+    void StandOn(int body);
+    /// What a host does that follows its observer object: refills the dialog after each change.
+    void FollowObserver() { m_follows = true; }
+
+    template <typename Control = QWidget> Control* Item(int id) { return Dialog->Item<Control>(id); }
+    [[nodiscard]] std::string TextOf(int id) const;
+    void Click(int id);
+    /// Types over what a box holds, key by key; the transcript begins before the last key.
+    void Type(int id, const char* text);
+    /// Puts a text in place of what a box holds through the clipboard.
+    void Paste(int id, const char* text);
+    void ClickSpin(int id, bool up);
+    void Wheel(QPoint dialogPoint, int delta, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    [[nodiscard]] QPoint MapMiddle();
+    /// Degrees, minutes, seconds, hemispheres: "E 139 41 30.4 N 35 41 21.2".
+    [[nodiscard]] std::string Fields();
+    [[nodiscard]] static int Stored(const char* section, const char* name);
+    [[nodiscard]] static std::string StoredText(const char* section, const char* name);
+
+    QTemporaryDir Folder;
+    CTranscript Transcript;
+    ControlScript Embedded;
+    ControlScript Host;
+    ControlScript Map;
+    QStringList Messages;
+    CExpectedPrompts Prompts;
+    CMessageReceiver MainWindow;
+    CMessageReceiver Parent;
+    CCorKiv HostEngine;
+    CKPDateObs Observer;
+    std::unique_ptr<CDlgObs> Dialog;
+    QString TerrainPath;
+
+private:
+    bool m_follows = false;
+};

@@ -1,0 +1,345 @@
+#include "host/dialog/ThemedControls.h"
+#include "host/system/Registry.h"
+#include "tests/dialog/ObsFixture.h"
+
+#include <QDir>
+#include <QFile>
+#include <QRegularExpression>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+using ObsLifecycle = CObsFixture;
+
+constexpr char SetUpHead[] = R"(E #1 = true
+E View.Device = 3
+E Operation.MoveView = TRUE
+E System.Loop = FALSE
+E View.Projection = PlanetaryGlobe
+E View.Angle = 180
+E Solar.Planet.Surface.Name.Visible = TRUE
+E Solar.Planet.Surface.Name.Leadline.Visible = FALSE
+E Solar.Moon.Surface.Name.Visible = TRUE
+E Solar.Moon.Surface.Name.Leadline.Visible = FALSE
+E Solar.Moon.Brightness = 0.6
+E Solar.Sun.Disk.Grid.Visible = TRUE
+E Solar.Planet.Disk.Grid.Visible = TRUE
+E Solar.Planet.Earth.Satellite.Moon.Disk.Grid.Visible = TRUE
+E Solar.Planet.Earth.Borderline.Visible = FALSE
+)";
+
+/// %1 the terrain line, %2 the landmark list, %3 the word for automatic altitude.
+constexpr char SetUpTail[] = R"(%1E Location.Altitude.AutoGet = TRUE
+M 29(true)
+M 18(true)
+M 12(true)
+M 20(%2)
+M 16(false)
+M 22()
+M 23()
+E View.Angle = 2.000000; Solar.Planet.Earth.Borderline.Visible = TRUE; Show Sky
+M 9(1.000000)
+M 8()
+H ? Solar.Planet.Earth.SolarEclipse.Path.Visible
+M 31()
+H ? Solar.Planet.Earth.SolarEclipse.Path.Color
+M 33(0)
+H ? Solar.Planet.Earth.BesselElement.Apply
+M 32(false)
+M 8()
+M 8()
+M 4(139.691772, 35.689236)
+M 6(139.691772, 35.689236)
+M 8()
+E Location = Solar.Planet.Earth(139.69177200, 35.68923600, 39.0); Show Sky
+E View.PlanetaryGlobe.Center.Longitude = 139.691772; View.PlanetaryGlobe.Center.Latitude = 35.689236; Show Sky
+H Solar.Planet.Earth.Landscape.AutoGetAltitude = %3
+E Time = UT(2026, 1, 2, 3, 4, 5); Show Sky)";
+
+TEST_F(ObsLifecycle, OpeningSaysExactlyThis)
+{
+    const QString list = Folder.filePath(u"module/kivpel.obs"_s);
+    const QString expected = QString::fromUtf8(SetUpHead) + QString::fromUtf8(SetUpTail);
+    Transcript.Take();
+    EXPECT_EQ(Dialog->DoModeless(&HostEngine, {}), 1);
+    EXPECT_EQ(Transcript.Take(), expected.arg(QString(), list, u"FALSE"_s).toStdString());
+    EXPECT_EQ(Dialog->windowTitle().toStdString(), "場所");
+    EXPECT_EQ(Fields(), "E 139 41 30.4 N 35 41 21.2");
+    EXPECT_TRUE(Item<QAbstractButton>(ObsId::RadioAltManual)->isChecked());
+    EXPECT_EQ(TextOf(ObsId::LabelSliderTop) + TextOf(ObsId::LabelSliderBottom), "詳細広域");
+    EXPECT_EQ(Dialog->Create(&HostEngine), 0) << "the window exists already";
+}
+
+TEST_F(ObsLifecycle, TerrainIndexGoesOutWithoutBlanksAndStays)
+{
+    QDir(Folder.path()).mkdir(u"terrain data"_s);
+    TerrainPath = Folder.filePath(u"terrain data/earth.idx"_s);
+    QFile index(TerrainPath);
+    ASSERT_TRUE(index.open(QIODevice::WriteOnly));
+    Transcript.Take();
+    EXPECT_EQ(Dialog->DoModeless(&HostEngine, TerrainPath), 1);
+    const QString said = QString::fromStdString(Transcript.Take());
+    const QString line = said.section(u'\n', 15, 15);
+    const QString sent = line.section(u'"', 1, 1);
+    EXPECT_EQ(line, u"E Solar.Planet.Earth.Landscape.IndexFile = \""_s + sent + u'"');
+    EXPECT_FALSE(sent.contains(u' ')) << sent.toStdString();
+    EXPECT_EQ(QFileInfo(sent).canonicalFilePath(), QFileInfo(TerrainPath).canonicalFilePath());
+    const QString list = Folder.filePath(u"module/kivpel.obs"_s);
+    const QString expected = QString::fromUtf8(SetUpHead) + QString::fromUtf8(SetUpTail);
+    EXPECT_EQ(said.toStdString(), expected.arg(line + u'\n', list, u"TRUE"_s).toStdString());
+    EXPECT_TRUE(Item<QAbstractButton>(ObsId::RadioAltAuto)->isChecked());
+    // A later showing without a path keeps the first: the altitude stays automatic.
+    Dialog->DoModeless(&HostEngine, {});
+    EXPECT_NE(Transcript.Take().find("H Solar.Planet.Earth.Landscape.AutoGetAltitude = TRUE"), std::string::npos);
+}
+
+TEST_F(ObsLifecycle, RefusedControlsAreReportedAndTheRestStillShows)
+{
+    for (const bool engineRefuses : {true, false}) {
+        Embedded.Refuses = engineRefuses;
+        Map.Refuses = !engineRefuses;
+        CDlgObs dialog(&Parent, Folder.path() + u"/data/"_s, 0);
+        dialog.SetKPDateObs(&Observer);
+        Prompts.Expect(engineRefuses ? "Can't create map control" : "Can't create corkivmap control",
+                       IPrompts::Icon::None);
+        Transcript.Take();
+        EXPECT_EQ(dialog.DoModeless(&HostEngine, {}), 1);
+        EXPECT_TRUE(dialog.isVisible());
+        const std::string said = Transcript.Take();
+        EXPECT_EQ(said.find("M "), std::string::npos) << said;
+        EXPECT_EQ(said.find("E View.Device") != std::string::npos, !engineRefuses) << said;
+        dialog.RedrawEclipsePath();
+        EXPECT_EQ(Transcript.Take(), "") << "no map, no question";
+        dialog.InitLocation(0);
+        EXPECT_EQ(dialog.DoModeless(&HostEngine, TerrainPath), 1);
+        dialog.Item<QAbstractButton>(ObsId::CheckFeatureFirst)->click();
+        dialog.Item<CKivSlider>(ObsId::SliderMagnification)->setValue(50);
+    }
+}
+
+TEST_F(ObsLifecycle, LandmarkListIsChosenBeforeTheRefresh)
+{
+    struct Case
+    {
+        const char* Name;
+        bool Shipped, Newer, User, Module;
+        const char* List; ///< relative to the temporary folder
+        bool Exists, Rewritten;
+    };
+    const Case cases[]{{"nothing", false, false, false, false, "module/kivpel.obs", false, false},
+                       {"module only", false, false, false, true, "module/kivpel.obs", true, false},
+                       {"user list", false, false, true, true, "data/kivpel_user.obs", true, false},
+                       {"older shipped list", true, false, true, false, "data/kivpel_user.obs", true, false},
+                       {"newer shipped list", true, true, true, false, "data/kivpel_user.obs", true, true},
+                       {"first start", true, true, false, true, "module/kivpel.obs", true, true}};
+    const QDateTime now = QDateTime::currentDateTimeUtc();
+    const auto put = [this](const char* name, bool exists, const QDateTime& changed) {
+        QFile file(Folder.filePath(QString::fromLatin1(name)));
+        file.remove();
+        if (!exists)
+            return;
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("// head\r\n");
+        file.flush();
+        file.setFileTime(changed, QFileDevice::FileModificationTime);
+    };
+    for (const Case& c : cases) {
+        put("data/kivpel.obs", c.Shipped, c.Newer ? now : now.addDays(-2));
+        put("data/kivpel_user.obs", c.User, now.addDays(-1));
+        put("module/kivpel.obs", c.Module, now);
+        CDlgObs dialog(&Parent, Folder.path() + u"/data/"_s, 0);
+        dialog.SetKPDateObs(&Observer);
+        Transcript.Take();
+        EXPECT_EQ(dialog.Create(&HostEngine), 1);
+        const std::string told = "M 20(" + Folder.filePath(QString::fromLatin1(c.List)).toStdString() + ")\nM 16(" +
+                                 (c.Exists ? "true" : "false") + ")\nM 22()";
+        EXPECT_NE(Transcript.Take().find(told), std::string::npos) << c.Name;
+        const QFileInfo user(Folder.filePath(u"data/kivpel_user.obs"_s));
+        EXPECT_EQ(user.isFile(), c.User || c.Rewritten) << c.Name;
+        EXPECT_EQ(user.isFile() && user.lastModified() > now.addSecs(-3600), c.Rewritten) << c.Name;
+    }
+}
+
+TEST_F(ObsLifecycle, RefillTakesOnlyWhatDiffers)
+{
+    Open(true);
+    Host.Answers[u"? Solar.Planet.Earth.Landscape.AutoGetAltitude"_s] = u"TRUE"_s;
+    Embedded.Answers[u"? Location.Altitude"_s] = u"123.4 m"_s;
+    Item<QComboBox>(ObsId::ComboPlanet)->setCurrentIndex(5);
+    Dialog->InitLocation(0);
+    const std::string said = Transcript.Take();
+    EXPECT_NE(said.find("E ? Location.Altitude\nH Location.Altitude = 123.400000; show sky"), std::string::npos)
+        << said;
+    EXPECT_EQ(TextOf(ObsId::EditAlt), "123");
+    EXPECT_EQ(Item<QComboBox>(ObsId::ComboPlanet)->currentIndex(), 5) << "the body is unchanged: left alone";
+    EXPECT_FALSE(Item(ObsId::EditAlt)->isEnabled());
+
+    Host.Answers[u"? Solar.Planet.Earth.Landscape.AutoGetAltitude"_s] = u"true"_s;
+    Item<CKivEdit>(ObsId::EditLngSec)->setText(u"7"_s);
+    Dialog->InitLocation(0); // the height differs, so the fields are pushed; the longitude itself is not split anew
+    EXPECT_TRUE(Item<QAbstractButton>(ObsId::RadioAltManual)->isChecked());
+    EXPECT_EQ(Fields(), "E 139 41 30.4 N 35 41 21.2");
+    CRegistry::Write(u"Dialog\\Obs"_s, u"AutoAltitude"_s, 0, CRegistry::Flag);
+    Dialog->InitLocation(1);
+    EXPECT_NE(Transcript.Take().find("H Solar.Planet.Earth.Landscape.AutoGetAltitude = FALSE"), std::string::npos);
+    EXPECT_EQ(Item<QComboBox>(ObsId::ComboPlanet)->currentIndex(), 4);
+}
+
+TEST_F(ObsLifecycle, EachBodyHasItsMapItsHemisphereAndItsControls)
+{
+    struct Case
+    {
+        int Body, TimeSystem;
+        bool OnGlobeMap, Hemisphere, Earth, Zone;
+        const char* Fields;
+        const char* Unit;
+    };
+    const Case cases[]{{4, 0, true, true, true, true, "W 74 0 21.6 N 40 42 46.1", "m"},
+                       {4, 2, true, true, true, false, "W 74 0 21.6 N 40 42 46.1", "m"},
+                       {1, 0, false, true, false, false, "W 74 0 21.6 N 40 42 46.1", "m"},
+                       {5, 0, false, false, false, false, "W 285 59 38.4 N 40 42 46.1", "m"},
+                       {6, 0, false, false, false, false, "W 285 59 38.4 N 40 42 46.1", "km"},
+                       {3, 1, false, false, false, false, "E 285 59 38.4 N 40 42 46.1", "m"}};
+    Open();
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.Body);
+        Observer.SetTimeSys(c.TimeSystem);
+        Observer.UpdateLocationObjectByUI(c.Body, 1);
+        for (const double longitude : {-10.0, -74.006}) {
+            Observer.UpdateObsByUI(longitude, 40.712806, 10.0);
+            Dialog->InitLocation(0);
+        }
+        EXPECT_EQ(Dialog->MapOfDialog().isVisible(), c.OnGlobeMap);
+        EXPECT_EQ(Dialog->EngineOfDialog().isVisible(), !c.OnGlobeMap);
+        EXPECT_EQ(Transcript.Take().find("M 6(285.994000, 40.712806)") != std::string::npos, c.OnGlobeMap);
+        EXPECT_EQ(Fields(), c.Fields);
+        EXPECT_EQ(TextOf(ObsId::LabelAltUnit), c.Unit);
+        const auto expectEnabled = [this](std::initializer_list<int> ids, bool on) {
+            for (const int id : ids)
+                EXPECT_EQ(Item(id)->isEnabled(), on) << id;
+        };
+        expectEnabled({7013, 7014}, c.Hemisphere);
+        expectEnabled({7036, 7030, 7029, 7069, 7070, 7077}, c.Earth);
+        expectEnabled({7027, 7028, 7031, 7032, 7044, 7033, 7034, 7045}, c.Zone);
+        expectEnabled({7019, 7020, 7021, 7048, 7049, 7025, 7026, 7053, 1, 57670}, true);
+    }
+    EXPECT_EQ(Item<QComboBox>(ObsId::ComboPlanet)->count(), 15);
+    EXPECT_EQ(Item<QComboBox>(ObsId::ComboPlanet)->itemText(14).toStdString(), "エリス");
+}
+
+TEST_F(ObsLifecycle, ClosingTellsTheHostOnceAndSavesByButtonAndKeysOnly)
+{
+    const auto byKey = [this](Qt::Key key) { QTest::keyClick(Item(ObsId::EditLatMin), key); };
+    const std::pair<std::function<void()>, bool> ways[]{{[this] { Click(ObsId::ButtonClose); }, true},
+                                                        {[&] { byKey(Qt::Key_Return); }, true},
+                                                        {[&] { byKey(Qt::Key_Enter); }, true},
+                                                        {[&] { byKey(Qt::Key_Escape); }, true},
+                                                        {[this] { Dialog->close(); }, false}};
+    int position = 10;
+    for (const auto& [close, saves] : ways) {
+        CRegistry::Write(u"Dialog\\Obs"_s, u"ViewAngle"_s, 3, CRegistry::Count);
+        Open();
+        Item<CKivSlider>(ObsId::SliderMagnification)->setValue(++position);
+        Click(ObsId::CheckFeatureFirst + 1);
+        const int layer = Item<QAbstractButton>(ObsId::CheckFeatureFirst + 1)->isChecked() ? 1 : 0;
+        Messages.clear();
+        close();
+        EXPECT_EQ(Messages.join(u'|').toStdString(), "main 2034 0 0") << "the other one is posted";
+        QCoreApplication::processEvents();
+        EXPECT_EQ(Messages.join(u'|').toStdString(), "main 2034 0 0|parent 2024 0 7300");
+        EXPECT_FALSE(Dialog->isVisible());
+        EXPECT_EQ(Stored("Dialog\\Obs", "ViewAngle"), saves ? position : 3);
+        EXPECT_EQ(Stored("Dialog\\Obs", "FeatureCutcherry") == layer, saves);
+        EXPECT_EQ(Stored("Dialog\\Obs", "AutoAltitude"), 0) << "without terrain data it is manual";
+    }
+    Dialog->Show(1);
+    EXPECT_TRUE(Dialog->isVisible());
+    Dialog->Show(0);
+    EXPECT_FALSE(Dialog->isVisible());
+}
+
+TEST_F(ObsLifecycle, WithoutObserverOrEngineNothingBreaks)
+{
+    Dialog->Show(1);
+    EXPECT_FALSE(Dialog->isVisible()) << "there is no window to show yet";
+    for (const bool hasObserver : {false, true}) {
+        CDlgObs dialog(nullptr, Folder.path() + u"/data/"_s, 0);
+        dialog.SetKPDateObs(hasObserver ? &Observer : nullptr);
+        HostEngine.SetEventSink({});
+        EXPECT_EQ(dialog.DoModeless(nullptr, TerrainPath), 1);
+        dialog.UpdateTimeSys();
+        dialog.UpdateDate();
+        Transcript.Take();
+        for (const int id : {7013, 7014, 7019, 7020, 7027, 7028, 7048, 7049, 7070, 7053})
+            dialog.Item<QAbstractButton>(id)->click();
+        for (const int id : {7015, 7016, 7038, 7021, 7023, 7040, 7025, 7031, 7033}) {
+            dialog.Item<CKivEdit>(id)->selectAll();
+            QTest::keyClicks(dialog.Item<CKivEdit>(id), u"1"_s);
+        }
+        dialog.Item<QComboBox>(7042)->setCurrentIndex(5);
+        Embedded.Control->Raise(-607, {});
+        Map.Control->Raise(8, {10.0, 20.0});
+        Map.Control->Raise(9, {2.0});
+        EXPECT_EQ(Transcript.Take().find("H "), std::string::npos);
+        dialog.close();
+    }
+}
+
+TEST_F(ObsLifecycle, NonsenseInTheSettingsFallsBack)
+{
+    QFile file(Folder.filePath(u"settings.ini"_s));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("[Dialog]\nObs\\ViewAngle=99999\nObs\\FeatureObs=abc\nObs\\FeatureCity=-7\nObs\\FeatureOther=1e9\n"
+               "Obs\\AutoAltitude=99999999999\n");
+    file.close();
+    CRegistry::UseFile(file.fileName());
+    CRegistry::Write(u"General"_s, u"CorKiv"_s, 3, CRegistry::Count); // the class of the host's engine here
+    Transcript.Take();
+    EXPECT_EQ(Dialog->DoModeless(&HostEngine, TerrainPath), 1);
+    EXPECT_NE(Transcript.Take().find("H View.Device = 3"), std::string::npos);
+    EXPECT_EQ(Item<CKivSlider>(ObsId::SliderMagnification)->value(), 200);
+    EXPECT_EQ(Map.Flags, (std::vector<int>{1, 1, 1, 0, 0, 0, 0, 0}));
+    EXPECT_TRUE(Item<QAbstractButton>(ObsId::RadioAltAuto)->isChecked());
+}
+
+TEST_F(ObsLifecycle, TemplateHasEveryControlAndTabFollowsTheEye)
+{
+    // Number, class, label; the class goes on until the next one.
+    const QString rows =
+        u"7042 ComboBox|7035 =QGroupBox 経度(&O)：|7037 緯度(&A)：|7047 標高(&E)：|7036 タイムゾーン(&T)：|"
+        u"7069 ランドマーク表示(&L)：|7013 RadioButton 東経|7014 西経|7019 北緯|7020 南緯|7048 自動|7049 手動|7027 +|"
+        u"7028 -|7044 =QLabel 時|7045 分|7046 m|7000 map|7063 詳細|7064 広域|7070 CheckBox 観測地|7071 市区町村|"
+        u"7072 都市|7073 天文台|7074 山岳|7075 自然地形|7076 建造物|7077 その他|7043 Button cmd|"
+        u"7030 初期値として保存(&I)|7053 初期値に戻す(&R)|7029 都市名選択(&N)...|1 閉じる(&C)|57670 ヘルプ(&H)|"
+        u"7001 Slider|7015 Edit 139|7016 41|7038 30.4|7021 35|7023 41|7040 21.2|7025 39|7031 9|7033 0|"
+        u"7017 SpinButton|7018|7039|7022|7024|7041|7026|7032|7034"_s;
+    Open();
+    QString name;
+    for (const QString& row : rows.split(u'|')) {
+        QStringList parts = row.split(u' ');
+        const int id = parts.takeFirst().toInt();
+        if (!parts.isEmpty() && QRegularExpression(u"^=?[A-Z][A-Za-z]+$"_s).match(parts[0]).hasMatch()) {
+            name = parts.takeFirst();
+            name = name[0] == u'=' ? name.mid(1) : u"CKiv"_s + name;
+        }
+        ASSERT_NE(Item(id), nullptr) << id;
+        EXPECT_EQ(Item(id)->metaObject()->className(), name.toStdString()) << id;
+        EXPECT_EQ(TextOf(id), parts.join(u' ').toStdString()) << id;
+        EXPECT_EQ(Item(id)->isVisible(), id != 7043 && id != 7000) << id;
+    }
+    const int order[]{7001, 7042, 7013, 7014, 7015, 7016, 7038, 7019, 7020, 7021, 7023, 7040, 7048, 7049, 7025, 7027,
+                      7028, 7031, 7033, 7030, 7053, 7029, 7070, 7071, 7072, 7073, 7074, 7075, 7076, 7077, 1,    57670};
+    std::vector<QWidget*> chain;
+    for (QWidget* next = Item(7001); chain.empty() || next != Item(7001); next = next->nextInFocusChain()) {
+        if ((next->focusPolicy() & Qt::TabFocus) != 0 && next->isVisible())
+            chain.push_back(next);
+    }
+    ASSERT_EQ(chain.size(), std::size(order));
+    for (size_t i = 0; i < chain.size(); ++i) {
+        EXPECT_EQ(chain[i], Item(order[i])) << order[i];
+        EXPECT_FALSE(chain[i]->accessibleName().isEmpty() && TextOf(order[i]).empty()) << order[i];
+    }
+}
+} // namespace

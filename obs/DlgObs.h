@@ -159,6 +159,7 @@ private:
     void OnObsBtnSetInit();
     void SaveDefault(double longitude, double latitude, double altitude, double timeZone);
     void OnBnClickedObsBtnReset();
+    void OnBnClickedObsBtnCmd();
     void UpdateStatus();
     void SetKPDateObsToCorMap();
 

@@ -1,5 +1,6 @@
 // Body, eclipse path, landmark layers, initial values, time and status.
 
+#include "host/dialog/DlgCommand.h"
 #include "host/dialog/ThemedControls.h"
 #include "host/observer/KPDateObs.h"
 #include "host/text/Number.h"
@@ -126,6 +127,12 @@ void CDlgObs::OnBnClickedObsBtnReset()
     if (DateObs)
         DateObs->UpdateDateDisp(TimeZoneChanged);
     UpdateTimeSys();
+}
+
+void CDlgObs::OnBnClickedObsBtnCmd()
+{
+    CDlgCommand console(&EmbeddedEngine, this);
+    console.DoModal();
 }
 
 void CDlgObs::UpdateStatus()

@@ -36,6 +36,7 @@ private:
     void BuildTimeMenu();
     void BuildEclipseMenu();
     void AskInstant();
+    void OpenConsole();
     void Log(const QString& who, const QString& line, const QString& answer);
     void ShowProgress(int phase, const QVariant& value);
 

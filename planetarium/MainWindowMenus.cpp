@@ -1,5 +1,6 @@
 // The menu: every call that the module offers, and the changes that come from outside it.
 
+#include "host/dialog/DlgCommand.h"
 #include "host/dialog/Help.h"
 #include "obs/core/BodyTable.h"
 #include "planetarium/MainWindow.h"
@@ -62,6 +63,7 @@ void CMainWindow::BuildSiteMenu()
     site->addAction(u"隠す(&H)"_s, this, [this] { m_host->SiteDialog().Show(0); });
     site->addAction(u"観測者から読み直す(&I)"_s, this, [this] { m_host->SiteDialog().InitLocation(0); });
     site->addAction(u"エンジンを渡し直す(&E)"_s, this, [this] { m_host->HandOverEngine(); });
+    site->addAction(u"エンジンに命令する(&C)..."_s, this, &CMainWindow::OpenConsole);
     site->addSeparator();
     QMenu* outside = site->addMenu(u"外から移す(&M)"_s);
     for (const Place& place : Places) {
@@ -108,6 +110,12 @@ void CMainWindow::BuildEclipseMenu()
     };
     addSwitch(u"2035年9月2日の経路を表示(&P)"_s, false, &CHost::ShowEclipse);
     addSwitch(u"ベッセル要素を適用(&B)"_s, true, &CHost::ApplyBesselElements);
+}
+
+void CMainWindow::OpenConsole()
+{
+    CDlgCommand console(&m_host->Engine(), this);
+    console.DoModal();
 }
 
 void CMainWindow::AskInstant()

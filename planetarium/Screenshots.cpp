@@ -1,16 +1,20 @@
 #include "planetarium/Screenshots.h"
 
+#include "host/dialog/CommandIds.h"
+#include "host/dialog/DlgCommand.h"
 #include "obs/core/BodyTable.h"
 #include "planetarium/MainWindow.h"
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QComboBox>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QMouseEvent>
 #include <QSaveFile>
 #include <QSlider>
 #include <QTextStream>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -92,6 +96,20 @@ void ClickMap(CControlWindow& map, double right, double down)
     QWidget& target = *map.Control()->Window();
     Click(target, QPointF(target.width() * (0.5 + right), target.height() * (0.5 + down)));
 }
+
+/// The command window with an answer of the engine; it is driven from inside its own modal loop.
+void ShootConsole(CCamera& camera, CMainWindow& window)
+{
+    CDlgCommand console(&window.Host().Engine(), &window);
+    QTimer::singleShot(0, &console, [&] {
+        if (auto* command = console.Item<QComboBox>(CommandId::ComboCommand))
+            command->setEditText(u"? Location"_s);
+        console.accept();
+        camera.Shoot(console, u"console.png"_s);
+        console.reject();
+    });
+    console.DoModal();
+}
 } // namespace
 
 bool CScreenshots::Take(CMainWindow& window, const QString& folder)
@@ -145,5 +163,6 @@ bool CScreenshots::Take(CMainWindow& window, const QString& folder)
     shootBody(sun, u"site-sun.png"_s);
     host.SetBody(BodyTable::Earth);
     dialog.Show(0);
+    ShootConsole(camera, window);
     return camera.AllWritten();
 }

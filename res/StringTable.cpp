@@ -13,6 +13,10 @@ struct Entry
 
 constexpr std::array Entries{
     Entry{StringTable::SectionObs, u"Dialog\\Obs"},
+    Entry{StringTable::ConsoleCommands, u"Commands"},
+    Entry{StringTable::ConsoleCommand, u"Command"},
+    Entry{StringTable::ConsoleEnable, u"Enable"},
+    Entry{StringTable::SectionCommand, u"Dialog\\Command"},
     Entry{StringTable::AltitudeRange, u"%sの標高には %.0f から %.0f までの値を入力してください。"},
     Entry{StringTable::LongitudeRange, u"経度には %d から %d までの値を入力してください。"},
 };

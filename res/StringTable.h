@@ -6,6 +6,10 @@
 namespace StringTable
 {
 inline constexpr int SectionObs = 7219;
+inline constexpr int ConsoleCommands = 7227; ///< this and the next three belong to the host's command window
+inline constexpr int ConsoleCommand = 7228;
+inline constexpr int ConsoleEnable = 7229;
+inline constexpr int SectionCommand = 7230;
 inline constexpr int AltitudeRange = 7232;  ///< %s body, %.0f lower bound, %.0f upper bound
 inline constexpr int LongitudeRange = 7233; ///< %d lower bound, %d upper bound
 

@@ -29,6 +29,14 @@ CKivDialog::~CKivDialog() = default;
 
 bool CKivDialog::Create(CCorKiv* hostEngine)
 {
+    if (!CreateWindow(hostEngine))
+        return false;
+    OnInitDialog();
+    return true;
+}
+
+bool CKivDialog::CreateWindow(CCorKiv* hostEngine)
+{
     m_hostEngine = hostEngine;
     if (m_isWindow || !LoadTemplate())
         return false;
@@ -37,8 +45,21 @@ bool CKivDialog::Create(CCorKiv* hostEngine)
     m_events = GetEventSinkMap();
     ConnectMessages();
     BindSpinButtons();
-    OnInitDialog();
     return true;
+}
+
+int CKivDialog::DoModal(CCorKiv* engine)
+{
+    constexpr int failed = -1;
+    if (!m_isWindow && !CreateWindow(engine))
+        return failed;
+    m_hostEngine = engine;
+    bool placesFocus = true;
+    Guarded([this, &placesFocus] { placesFocus = OnInitDialog(); });
+    // A window without a focused control gives the focus to the first one when it becomes active.
+    if (QWidget* last = focusWidget(); placesFocus && last)
+        last->clearFocus();
+    return exec();
 }
 
 bool CKivDialog::LoadTemplate()

@@ -63,6 +63,10 @@ public:
         return qobject_cast<Control*>(m_items.value(id));
     }
 
+    /// Runs the dialog modally on the engine, null for none; the first run creates the window, and every run begins
+    /// with OnInitDialog. Answers the dialog's result, or -1 when there is no template of its number.
+    int DoModal(CCorKiv* engine);
+
     void done(int result) override;
     void accept() override;
     void reject() override;
@@ -155,6 +159,7 @@ private:
         return {kind, id, [this, handler](int) { (static_cast<Dialog*>(this)->*handler)(); }};
     }
 
+    [[nodiscard]] bool CreateWindow(CCorKiv* hostEngine);
     [[nodiscard]] bool LoadTemplate();
     void ConnectMessages();
     void BindSpinButtons();

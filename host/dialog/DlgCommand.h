@@ -1,0 +1,50 @@
+#pragma once
+
+#include "console/CommandHistory.h"
+#include "host/dialog/KivDialog.h"
+
+class CKivCheckBox;
+class CKivComboBox;
+class CKivEdit;
+
+/// The command window: a line typed here goes to a sky engine as it stands, and the engine's answer is shown. OK sends
+/// and keeps the window open for the next line. When asked, the lines sent are kept in the settings (section
+/// "Dialog\Command") for the next time.
+class CDlgCommand : public CKivDialog
+{
+    Q_OBJECT
+
+public:
+    static constexpr int LongestHistory = 100;  ///< entries
+    static constexpr int LongestCommand = 4096; ///< characters of a line
+
+    /// The engine is not owned; without one every line is answered with nothing.
+    CDlgCommand(CCorKiv* engine, QWidget* parent);
+
+    /// The window's title from the next run on; empty for the template's.
+    void SetTitle(const QString& title) { TitleText = title; }
+
+    /// Runs the window on the engine given at construction; answers the dialog's result, -1 when it has no template.
+    int DoModal() { return CKivDialog::DoModal(HostEngine()); }
+
+protected:
+    bool OnInitDialog() override;
+    void OnOK() override;
+    void OnCancel() override;
+    void OnClose() override;
+
+private:
+    void AttachControls();
+    [[nodiscard]] QString TypedLine() const;
+    void Remember(const QString& line);
+    void ShowHistory(const QString& line);
+    void ShowAnswer(const QString& answer);
+    [[nodiscard]] QString ReadHistory();
+    void SaveHistory() const;
+
+    QString TitleText;
+    CCommandHistory CommandHistory; ///< newest first, no line twice
+    CKivComboBox* CommandCombo = nullptr;
+    CKivCheckBox* SaveCheck = nullptr;
+    CKivEdit* AnswerEdit = nullptr;
+};

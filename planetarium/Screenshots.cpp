@@ -2,6 +2,7 @@
 
 #include "host/dialog/CommandIds.h"
 #include "host/dialog/DlgCommand.h"
+#include "obs/ControlIds.h"
 #include "obs/core/BodyTable.h"
 #include "planetarium/MainWindow.h"
 
@@ -10,19 +11,22 @@
 #include <QComboBox>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMessageBox>
 #include <QMouseEvent>
+#include <QPushButton>
 #include <QSaveFile>
 #include <QSlider>
 #include <QTextStream>
 #include <QTimer>
 
+#include <functional>
+
 using namespace Qt::StringLiterals;
 
 namespace
 {
-constexpr int Slider = 7001; // numbers of the dialog's template
-constexpr int FirstLayer = 7070;
-constexpr int LayerCount = 8;
 constexpr int SettleMilliseconds = 150;
 
 /// Lets the windows lay themselves out and paint.
@@ -78,14 +82,14 @@ void Click(QWidget& widget, const QPointF& at)
 
 void SetSlider(const CDlgObs& dialog, int position)
 {
-    if (auto* slider = dialog.Item<QSlider>(Slider))
+    if (auto* slider = dialog.Item<QSlider>(ObsId::SliderMagnification))
         slider->setValue(position);
 }
 
 void ClickLayers(const CDlgObs& dialog, int first, int last)
 {
     for (int layer = first; layer <= last; ++layer) {
-        if (auto* box = dialog.Item<QAbstractButton>(FirstLayer + layer))
+        if (auto* box = dialog.Item<QAbstractButton>(ObsId::CheckFeatureFirst + layer))
             box->click();
     }
 }
@@ -95,6 +99,110 @@ void ClickMap(CControlWindow& map, double right, double down)
 {
     QWidget& target = *map.Control()->Window();
     Click(target, QPointF(target.width() * (0.5 + right), target.height() * (0.5 + down)));
+}
+
+/// Types over the text of a box, key by key, as a person does.
+void Type(const CDlgObs& dialog, int id, const QString& text)
+{
+    auto* edit = dialog.Item<QLineEdit>(id);
+    if (!edit)
+        return;
+    edit->setFocus();
+    edit->selectAll();
+    for (const QChar c : text) {
+        QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, QString(c));
+        QApplication::sendEvent(edit, &press);
+    }
+}
+
+void Press(const CDlgObs& dialog, int id)
+{
+    if (auto* button = dialog.Item<QAbstractButton>(id))
+        button->click();
+}
+
+/// Takes the picture of the next message box and presses its first button, from inside the box's own loop.
+void AnswerNextBox(CCamera& camera, const QString& picture)
+{
+    QTimer::singleShot(0, qApp, [&camera, picture] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (!box)
+            return;
+        camera.Shoot(*box, picture);
+        box->defaultButton()->click();
+    });
+}
+
+/// What the engines and the map are told while the action runs.
+void Record(CCamera& camera, CMainWindow& window, const QString& name, const std::function<void()>& action)
+{
+    window.ClearLog();
+    action();
+    Settle();
+    camera.Write(u"transcript-"_s + name + u".txt"_s, window.LogText());
+}
+
+void ShootEarth(CCamera& camera, CMainWindow& window)
+{
+    CHost& host = window.Host();
+    CDlgObs& dialog = host.SiteDialog();
+    Record(camera, window, u"opening"_s, [&host] { host.OpenSiteDialog(); });
+    SetSlider(dialog, 200);
+    camera.Shoot(window, u"planetarium.png"_s);
+    camera.Shoot(dialog, u"site-earth-wide.png"_s);
+
+    SetSlider(dialog, 64);
+    camera.Shoot(dialog, u"site-earth-japan.png"_s);
+    ClickLayers(dialog, 3, ObsSettings::LayerCount - 1);
+    SetSlider(dialog, 48);
+    camera.Shoot(dialog, u"site-earth-japan-layers.png"_s);
+    ClickLayers(dialog, 3, ObsSettings::LayerCount - 1);
+
+    SetSlider(dialog, 110);
+    Record(camera, window, u"click"_s, [&dialog] {
+        if (dialog.MapOfDialog().IsCreated())
+            ClickMap(dialog.MapOfDialog(), -0.15, -0.12);
+    });
+    camera.Shoot(dialog, u"site-earth-clicked.png"_s);
+
+    SetSlider(dialog, 130);
+    host.MoveObserver(139.691772, 35.689236, 39.0);
+    host.ShowEclipse(true);
+    camera.Shoot(dialog, u"site-earth-eclipse.png"_s);
+    host.ShowEclipse(false);
+}
+
+/// Entries that a person makes in the fields, and the boxes that answer them.
+void RecordEntries(CCamera& camera, CMainWindow& window)
+{
+    CDlgObs& dialog = window.Host().SiteDialog();
+    SetSlider(dialog, 150);
+    Record(camera, window, u"typed-degree"_s, [&dialog] { Type(dialog, ObsId::EditLngDeg, u"9"_s); });
+    Record(camera, window, u"corrected-degree"_s, [&] {
+        AnswerNextBox(camera, u"box-latitude.png"_s);
+        Type(dialog, ObsId::EditLatDeg, u"91"_s);
+    });
+    Record(camera, window, u"hemisphere"_s, [&dialog] { Press(dialog, ObsId::RadioSouth); });
+    Record(camera, window, u"zone-minus"_s, [&dialog] { Press(dialog, ObsId::RadioTzMinus); });
+    Record(camera, window, u"reset"_s, [&dialog] { Press(dialog, ObsId::ButtonReset); });
+    AnswerNextBox(camera, u"box-initial-place.png"_s);
+    Press(dialog, ObsId::ButtonSetInit);
+}
+
+void ShootBodies(CCamera& camera, CHost& host)
+{
+    struct Body
+    {
+        int Index;
+        const char16_t* Picture;
+    };
+    SetSlider(host.SiteDialog(), 200);
+    for (const Body& body : {Body{BodyTable::Moon, u"site-moon.png"}, Body{5, u"site-mars.png"},
+                             Body{6, u"site-jupiter.png"}, Body{0, u"site-sun.png"}}) {
+        host.SetBody(body.Index);
+        camera.Shoot(host.SiteDialog(), QString::fromUtf16(body.Picture));
+    }
+    host.SetBody(BodyTable::Earth);
 }
 
 /// The command window with an answer of the engine; it is driven from inside its own modal loop.
@@ -117,52 +225,11 @@ bool CScreenshots::Take(CMainWindow& window, const QString& folder)
     if (!QDir().mkpath(folder))
         return false;
     CCamera camera(folder);
-    CHost& host = window.Host();
-    CDlgObs& dialog = host.SiteDialog();
-
-    host.SetInstant(QDateTime(QDate(2026, 11, 22), QTime(3, 0), Qt::UTC));
-    window.ClearLog();
-    host.OpenSiteDialog();
-    SetSlider(dialog, 200);
-    Settle();
-    camera.Write(u"transcript-opening.txt"_s, window.LogText());
-    camera.Shoot(window, u"planetarium.png"_s);
-    camera.Shoot(dialog, u"site-earth-wide.png"_s);
-
-    SetSlider(dialog, 64);
-    camera.Shoot(dialog, u"site-earth-japan.png"_s);
-    ClickLayers(dialog, 3, LayerCount - 1);
-    SetSlider(dialog, 48);
-    camera.Shoot(dialog, u"site-earth-japan-layers.png"_s);
-    ClickLayers(dialog, 3, LayerCount - 1);
-
-    SetSlider(dialog, 110);
-    window.ClearLog();
-    if (dialog.MapOfDialog().IsCreated())
-        ClickMap(dialog.MapOfDialog(), -0.15, -0.12);
-    camera.Shoot(dialog, u"site-earth-clicked.png"_s);
-    camera.Write(u"transcript-click.txt"_s, window.LogText());
-
-    SetSlider(dialog, 130);
-    host.MoveObserver(139.691772, 35.689236, 39.0);
-    host.ShowEclipse(true);
-    camera.Shoot(dialog, u"site-earth-eclipse.png"_s);
-    host.ShowEclipse(false);
-
-    SetSlider(dialog, 200);
-    const auto shootBody = [&](int body, const QString& name) {
-        host.SetBody(body);
-        camera.Shoot(dialog, name);
-    };
-    constexpr int sun = 0;
-    constexpr int mars = 5;
-    constexpr int jupiter = 6;
-    shootBody(BodyTable::Moon, u"site-moon.png"_s);
-    shootBody(mars, u"site-mars.png"_s);
-    shootBody(jupiter, u"site-jupiter.png"_s);
-    shootBody(sun, u"site-sun.png"_s);
-    host.SetBody(BodyTable::Earth);
-    dialog.Show(0);
+    window.Host().SetInstant(QDateTime(QDate(2026, 11, 22), QTime(3, 0), Qt::UTC));
+    ShootEarth(camera, window);
+    RecordEntries(camera, window);
+    ShootBodies(camera, window.Host());
+    window.Host().SiteDialog().Show(0);
     ShootConsole(camera, window);
     return camera.AllWritten();
 }

@@ -21,7 +21,7 @@ QByteArray Serialised(const CCommandHistory& history)
 struct Reading
 {
     QStringList Entries;
-    bool IsWhole;
+    bool IsWhole = false;
 };
 
 Reading Read(const QByteArray& bytes)

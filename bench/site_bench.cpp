@@ -33,6 +33,17 @@ namespace
 {
 const QString DataFolder = QStringLiteral(KIV_SOURCE_DATA);
 
+/// Machines that other work goes on beside are noisy; a figure half as bad again as promised is no noise.
+constexpr double NoiseAllowance = 1.5;
+bool AreAllPromisesKept = true;
+
+void Hold(benchmark::State& state, double figure, double promise)
+{
+    state.counters["promise"] = promise;
+    if (figure > promise * NoiseAllowance)
+        AreAllPromisesKept = false;
+}
+
 double Milliseconds(const std::function<void()>& work)
 {
     const auto start = std::chrono::steady_clock::now();
@@ -62,7 +73,7 @@ void Compare(benchmark::State& state, double promise, const std::function<void()
     state.counters["floor_ms"] = Median(floors);
     state.counters["median_ms"] = Median(works);
     state.counters["ratio"] = Median(works) / Median(floors);
-    state.counters["promise"] = promise;
+    Hold(state, Median(works) / Median(floors), promise);
 }
 
 void MeasureMedian(benchmark::State& state, double promise, const std::function<void()>& prepare,
@@ -75,7 +86,7 @@ void MeasureMedian(benchmark::State& state, double promise, const std::function<
         state.SetIterationTime(times.back() / 1000.0);
     }
     state.counters["median_ms"] = Median(times);
-    state.counters["promise"] = promise;
+    Hold(state, Median(times), promise);
 }
 
 QByteArray ReadFile(const QString& path)
@@ -256,5 +267,5 @@ int main(int argc, char** argv)
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
-    return 0;
+    return AreAllPromisesKept ? 0 : 1;
 }

@@ -229,11 +229,13 @@ void CDlgObs::RefreshUserList()
     list.SetProgress([](int phase, const QVariant& value) {
         HostWindow::Send(HostWindow::Main(), HostWindow::MessageListProgress, phase, value);
     });
-    Guarded([&list] {
+    bool isLoaded = false;
+    Guarded([&list, &isLoaded] {
         list.LoadCityList();
+        isLoaded = true;
         list.RefreshUserObs();
     });
-    if (!list.IsComplete()) // the load broke off before its own report of the end
+    if (!isLoaded) // the load broke off before its own report of the end
         HostWindow::Send(HostWindow::Main(), HostWindow::MessageListProgress, CPlaceList::PhaseEnd, 0);
 }
 

@@ -138,6 +138,7 @@ private:
     void SliderValToVal();
     void MoveSlider();
     void SendViewAngle();
+    [[nodiscard]] bool TakesWheelStep(int turned);
     void OnMouseWheel(int direction, Qt::KeyboardModifiers modifiers);
     void TurnGlobeMap(int direction, Qt::KeyboardModifiers modifiers);
     void TurnEmbeddedGlobe(int direction, Qt::KeyboardModifiers modifiers);

@@ -9,6 +9,7 @@
 #include "obs/core/BodyTable.h"
 #include "obs/core/EngineLines.h"
 
+#include <QPaintEvent>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -66,17 +67,25 @@ void CDlgObs::SendViewAngle()
 
 void CDlgObs::wheelEvent(QWheelEvent* event)
 {
-    // Touch pads and fine wheels report parts of a notch; Alt turns the wheel sideways.
+    // With Alt the toolkit reports the wheel sideways.
     const QPoint delta = event->angleDelta();
-    const int turned = delta.y() != 0 ? delta.y() : delta.x();
-    if (IsWindow() && MapRect.contains(event->position().toPoint())) {
-        if ((turned < 0) != (WheelRest < 0))
-            WheelRest = 0;
-        WheelRest += turned;
-        for (; std::abs(WheelRest) >= WheelNotch; WheelRest -= WheelRest > 0 ? WheelNotch : -WheelNotch)
-            OnMouseWheel(WheelRest > 0 ? 1 : -1, event->modifiers());
-    }
+    const int turned = (event->modifiers() & Qt::AltModifier) != 0 && delta.y() == 0 ? delta.x() : delta.y();
+    if (IsWindow() && turned != 0 && MapRect.contains(event->position().toPoint()) && TakesWheelStep(turned))
+        OnMouseWheel(turned > 0 ? 1 : -1, event->modifiers());
     CKivDialog::wheelEvent(event);
+}
+
+/// Whether a turn of the wheel is a step: each full notch is, and as many parts as make one up, which touch pads and
+/// fine wheels report.
+bool CDlgObs::TakesWheelStep(int turned)
+{
+    if ((turned < 0) != (WheelRest < 0))
+        WheelRest = 0;
+    WheelRest += turned;
+    if (std::abs(WheelRest) < WheelNotch)
+        return false;
+    WheelRest = std::abs(turned) < WheelNotch ? WheelRest % WheelNotch : 0;
+    return true;
 }
 
 void CDlgObs::OnMouseWheel(int direction, Qt::KeyboardModifiers modifiers)
@@ -195,6 +204,7 @@ void CDlgObs::SetCenterOfProjection(double longitude, double latitude)
 void CDlgObs::paintEvent(QPaintEvent* event)
 {
     CKivDialog::paintEvent(event);
-    if (BodyIndex != BodyTable::Earth)
+    // A blinking caret or a moving slider paints its own small part only; the globe is no part of that.
+    if (BodyIndex != BodyTable::Earth && event->rect().contains(MapRect))
         EmbeddedEngine.Command(QString::fromUtf16(EngineLines::ShowSky));
 }

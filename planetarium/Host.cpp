@@ -94,11 +94,23 @@ CHost::CHost(QWidget* mainWindow, DataFolders folders)
     if (!path.isEmpty())
         TellEngine(u"Solar.Planet.Earth.SolarEclipse.Path.Data = \""_s + path + u'"');
 
+    PlaceOnOtherBodies();
     m_observer.SetListener([this](CKPDateObs::Change change) { OnObserverChange(change); });
     m_dialog->SetKPDateObs(&m_observer);
     LogControls();
     PlaceEngine();
     OnObserverChange(CKPDateObs::Change::Time);
+}
+
+/// Where the observer stands on a body that is chosen for the first time.
+void CHost::PlaceOnOtherBodies()
+{
+    constexpr int mars = 5;
+    m_observer.UpdateLocationObjectByUI(BodyTable::Moon, 1);
+    m_observer.UpdateObsByUI(23.473, 0.674, 0.0); // where people first landed
+    m_observer.UpdateLocationObjectByUI(mars, 1);
+    m_observer.UpdateObsByUI(222.56, -4.59, 0.0); // the crater Gale; longitude counted west
+    m_observer.UpdateLocationObjectByUI(BodyTable::Earth, 1);
 }
 
 CHost::~CHost()
@@ -145,7 +157,7 @@ void CHost::OnObserverChange(CKPDateObs::Change change)
     case CKPDateObs::Change::Location:
     case CKPDateObs::Change::Body:
         PlaceEngine();
-        m_dialog->InitLocation(0);
+        RefillDialog();
         break;
     case CKPDateObs::Change::Time: {
         const QDateTime ut = m_observer.GetInstant();
@@ -158,9 +170,24 @@ void CHost::OnObserverChange(CKPDateObs::Change change)
         break;
     }
     case CKPDateObs::Change::DateDisplay:
+        TellEngine(Number::Format("time.timezone = %f; Show Sky", m_observer.GetUserTz()));
+        RefillDialog();
         break;
     }
     Q_EMIT ObserverChanged();
+}
+
+void CHost::RefillDialog()
+{
+    m_dialog->InitLocation(0);
+    ShowTimeSystem();
+}
+
+/// A refill shows the user's zone; in another time system the offset in force takes its place.
+void CHost::ShowTimeSystem()
+{
+    if (m_dialog->IsWindow() && m_observer.GetTimeSys() != static_cast<int>(TimeSystem::Zone))
+        m_dialog->UpdateTimeSys();
 }
 
 /// A line that the module sent to the main engine; when it moves the engine, the observer object follows.
@@ -194,6 +221,7 @@ void CHost::TakeOverEngineLocation()
 void CHost::OpenSiteDialog()
 {
     m_dialog->DoModeless(&m_engine, m_folders.TerrainIndex);
+    ShowTimeSystem();
 }
 
 void CHost::SetInstant(const QDateTime& instant)

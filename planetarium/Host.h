@@ -43,11 +43,14 @@ Q_SIGNALS:
 
 private:
     void OnObserverChange(CKPDateObs::Change change);
+    void RefillDialog();
+    void ShowTimeSystem();
     void OnEngineLine(const QString& line);
     void TakeOverEngineLocation();
     void PlaceEngine();
     void TellEngine(const QString& line);
     void LogControls();
+    void PlaceOnOtherBodies();
 
     DataFolders m_folders;
     CKPDateObs m_observer;

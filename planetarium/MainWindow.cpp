@@ -57,7 +57,7 @@ CMainWindow::CMainWindow(const DataFolders& folders)
     statusBar()->addWidget(m_note, 1);
     statusBar()->addPermanentWidget(m_progress);
 
-    m_host = std::make_unique<CHost>(center, folders);
+    m_host = std::make_unique<CHost>(this, folders);
     m_host->Engine().setMinimumSize(380, 380);
     m_host->Engine().show();
 
@@ -113,6 +113,9 @@ bool CMainWindow::event(QEvent* event)
         break;
     case HostWindow::MessageObsClosed:
         m_note->setText(u"「場所」を閉じました。"_s);
+        break;
+    case HostWindow::MessageDialogClosed:
+        activateWindow(); // the user goes on here
         break;
     case HostWindow::MessageModalLoop:
         menuBar()->setEnabled(message.First.toInt() == 0);

@@ -133,6 +133,20 @@ void AnswerNextBox(CCamera& camera, const QString& picture)
     });
 }
 
+/// Answers the boxes that nobody waits for, so that a picture run never stands still.
+void AnswerEveryBox(QTimer& timer)
+{
+    constexpr int patience = 2000; // milliseconds
+    timer.callOnTimeout([] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (!box)
+            return;
+        QTextStream(stdout) << "answered: " << box->text() << '\n';
+        box->defaultButton()->click();
+    });
+    timer.start(patience);
+}
+
 /// What the engines and the map are told while the action runs.
 void Record(CCamera& camera, CMainWindow& window, const QString& name, const std::function<void()>& action)
 {
@@ -197,8 +211,8 @@ void ShootBodies(CCamera& camera, CHost& host)
         const char16_t* Picture;
     };
     SetSlider(host.SiteDialog(), 200);
-    for (const Body& body : {Body{BodyTable::Moon, u"site-moon.png"}, Body{5, u"site-mars.png"},
-                             Body{6, u"site-jupiter.png"}, Body{0, u"site-sun.png"}}) {
+    for (const Body& body : {Body{BodyTable::Moon, u"site-moon.png"}, Body{0, u"site-sun.png"},
+                             Body{6, u"site-jupiter.png"}, Body{5, u"site-mars.png"}}) {
         host.SetBody(body.Index);
         camera.Shoot(host.SiteDialog(), QString::fromUtf16(body.Picture));
     }
@@ -225,6 +239,8 @@ bool CScreenshots::Take(CMainWindow& window, const QString& folder)
     if (!QDir().mkpath(folder))
         return false;
     CCamera camera(folder);
+    QTimer boxes;
+    AnswerEveryBox(boxes);
     window.Host().SetInstant(QDateTime(QDate(2026, 11, 22), QTime(3, 0), Qt::UTC));
     ShootEarth(camera, window);
     RecordEntries(camera, window);

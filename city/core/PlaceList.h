@@ -45,7 +45,7 @@ public:
     /// empty. Throws CInvalidArgument when a table is full: what was read until then stays, and IsComplete is false.
     void LoadCityList();
 
-    /// Whether the last load took in the whole file. An incomplete list must not be saved.
+    /// Whether the last load took in the whole file. What could not be read, or not wholly, must not be saved.
     [[nodiscard]] bool IsComplete() const { return m_isComplete; }
 
     /// Replaces the user list by what the tree holds now. False, with the old file in place, when it cannot be

@@ -41,13 +41,13 @@ class CPlaceList::Loader
 public:
     explicit Loader(CPlaceList& list) : m_list(list) {}
 
-    /// Whether the whole file was taken in; a file that is not there counts as an empty one.
+    /// Whether the whole file was taken in.
     [[nodiscard]] bool Load()
     {
         m_list.Report(PhaseStart, u"都市データの読み込み中"_s);
         AddRoot();
         if (!m_file.OpenRead(m_list.ListFilePath))
-            return true; // without the report of the end: the host relies on a start alone for a missing list
+            return false; // without the report of the end: the host relies on a start alone for a missing list
         ReadHeader();
         QByteArray line;
         while (m_file.ReadLine(line)) {

@@ -23,10 +23,8 @@ using Line = std::vector<UnitVector>;
 std::optional<double> NumberOf(QStringView text, double limit)
 {
     const QStringView head = text.trimmed().left(LongestNumber);
-    const bool isNumber = !head.isEmpty() && (head.front().isDigit() || head.front() == u'-' || head.front() == u'+' ||
-                                              head.front() == u'.');
-    const double value = isNumber ? Number::LeadingDouble(head) : limit + 1;
-    if (!(std::abs(value) <= limit))
+    const std::optional<double> value = Number::FindLeadingDouble(head);
+    if (!value || std::abs(*value) > limit)
         return std::nullopt;
     return value;
 }

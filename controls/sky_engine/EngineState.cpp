@@ -152,7 +152,7 @@ bool CEngineState::SetLocation(QStringView value)
     const auto latitude = StatementReader::ReadNumber(constructor->Arguments[1]);
     const bool keepsAltitude = constructor->Arguments[2] == u"*";
     const auto altitude =
-        keepsAltitude ? std::optional(m_ownAltitude) : StatementReader::ReadNumber(constructor->Arguments[2]);
+        keepsAltitude ? std::optional(Altitude()) : StatementReader::ReadNumber(constructor->Arguments[2]);
     if (!body || !longitude || !latitude || !altitude)
         return false;
     m_body = *body;

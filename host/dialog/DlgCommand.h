@@ -1,6 +1,6 @@
 #pragma once
 
-#include "console/CommandHistory.h"
+#include "host/dialog/CommandHistory.h"
 #include "host/dialog/KivDialog.h"
 
 class CKivCheckBox;

@@ -126,6 +126,7 @@ void CKivDialog::BindSpinButtons()
             continue;
         if (auto* edit = Item<QLineEdit>(spin->property(BuddyProperty).toInt())) {
             spin->SetCaption(edit->accessibleName());
+            edit->setInputMethodHints(Qt::ImhPreferLatin); // a number: full-width digits would not be read
             edit->installEventFilter(this);
         }
     }

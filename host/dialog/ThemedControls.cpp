@@ -2,17 +2,20 @@
 
 #include "host/text/Number.h"
 
+#include <QPainter>
 #include <QResizeEvent>
 #include <QToolButton>
 #include <QWheelEvent>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
-void CKivButton::SetColors(quint32 border, quint32 face, quint32 text)
+void CKivButton::SetColors(quint32 text, quint32 disabled, quint32 highlighted)
 {
-    // Only the resting look: hover, focus and disabled states stay the theme's, so that they can be told apart.
-    setStyleSheet(Number::Format("CKivButton:enabled { border-color: #%06x; background: #%06x; color: #%06x; }", border,
-                                 face, text));
+    setStyleSheet(Number::Format("CKivButton { color: #%06x; } CKivButton:disabled { color: #%06x; } "
+                                 "CKivButton:hover { color: #%06x; }",
+                                 text, disabled, highlighted));
 }
 
 void CKivEdit::SetText(const QString& newText)
@@ -30,6 +33,23 @@ CKivSlider::CKivSlider(QWidget* parent) : QSlider(Qt::Vertical, parent)
 {
     setInvertedAppearance(true);
     setInvertedControls(true);
+}
+
+void CKivSlider::paintEvent(QPaintEvent* event)
+{
+    if (tickInterval() > 0) {
+        constexpr int handleHalf = 7;
+        constexpr int tickLength = 4;
+        QPainter painter(this);
+        painter.setPen(palette().color(QPalette::Disabled, QPalette::WindowText));
+        const int span = height() - 2 * handleHalf;
+        for (int tick = minimum(); tick <= maximum(); tick += tickInterval()) {
+            const int y = handleHalf + span * (tick - minimum()) / std::max(maximum() - minimum(), 1);
+            painter.drawLine(0, y, tickLength, y);
+            painter.drawLine(width() - 1 - tickLength, y, width() - 1, y);
+        }
+    }
+    QSlider::paintEvent(event);
 }
 
 CKivSpinButton::CKivSpinButton(QWidget* parent) : QWidget(parent)

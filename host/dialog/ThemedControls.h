@@ -36,7 +36,7 @@ public:
     using QComboBox::QComboBox;
 };
 
-/// A push button; its colours can be set apart from the theme's.
+/// A push button; its text colours can be set apart from the theme's.
 class CKivButton : public QPushButton
 {
     Q_OBJECT
@@ -44,8 +44,8 @@ class CKivButton : public QPushButton
 public:
     using QPushButton::QPushButton;
 
-    /// Colours of the border, the face and the text, 0xRRGGBB each.
-    void SetColors(quint32 border, quint32 face, quint32 text);
+    /// Colours of the text at rest, disabled and under the pointer, 0xRRGGBB each.
+    void SetColors(quint32 text, quint32 disabled, quint32 highlighted);
 };
 
 /// A one-line text box with the caret rules of its dialogs.
@@ -70,6 +70,10 @@ class CKivSlider : public QSlider
 
 public:
     explicit CKivSlider(QWidget* parent = nullptr);
+
+protected:
+    /// The theme's slider has no ticks of its own.
+    void paintEvent(QPaintEvent* event) override;
 };
 
 /// A pair of arrows without a value of its own: each click, or each repeat of a held one, reports a step.

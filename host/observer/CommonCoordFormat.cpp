@@ -6,7 +6,9 @@ namespace
 {
 constexpr double FullTurn = 360.0;
 constexpr double EqualDegrees = 1.0e-5; // well below the displayed tenth of an arc-second
-constexpr double EqualMetres = 0.1;     // well below the displayed metre
+// Below the displayed metre, but above its rounding: a shown altitude equals the terrain's that it was rounded from,
+// so that fields are not filled anew under the user's hand.
+constexpr double EqualMetres = 0.75;
 } // namespace
 
 int CCommonCoordFormat::IsEqualDeg(double a, double b)

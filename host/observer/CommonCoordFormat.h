@@ -7,7 +7,7 @@ public:
     /// Whether two angles in degrees point the same way to within 0.036 arc-seconds; whole turns do not count.
     [[nodiscard]] static int IsEqualDeg(double a, double b);
 
-    /// Whether two altitudes in metres agree to within a decimetre.
+    /// Whether two altitudes in metres agree to within 0.75 m.
     [[nodiscard]] static int IsEqualAlt(double a, double b);
 };
 

@@ -30,10 +30,13 @@ bool HasBlank(const QString& text)
 /// Where aliases are kept; empty when there is no such folder.
 QString AliasFolder()
 {
-    QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) + u"/planetarium-site"_s;
-    if (HasBlank(folder))
-        folder = QDir::tempPath();
-    return QDir().mkpath(folder) ? folder : QString();
+    const QString name = u"/planetarium-site"_s;
+    for (const QString& place : {QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation),
+                                 QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation)}) {
+        if (!place.isEmpty() && !HasBlank(place) && QDir().mkpath(place + name))
+            return place + name;
+    }
+    return {};
 }
 
 QString AliasName(const QString& target)
@@ -101,9 +104,9 @@ QString CCommonFile::GetShortPath(const QString& path)
         return path;
     const QString aliases = AliasFolder();
     if (aliases.isEmpty())
-        return path;
+        return {};
     const QFileInfo info(path);
     const QString result =
         HasBlank(info.fileName()) ? AmongLinkedNeighbours(info, aliases) : ThroughFolderLink(info, aliases);
-    return !result.isEmpty() && result.size() < MaxShortPath ? result : path;
+    return !result.isEmpty() && result.size() < MaxShortPath ? result : QString();
 }

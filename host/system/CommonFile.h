@@ -20,8 +20,7 @@ public:
     /// one is newer than a missing second.
     [[nodiscard]] static bool IsFileNewerThan(const QString& first, const QString& second);
 
-    /// A path without blanks for the same file, with the files beside it beside it: the path itself when it has no
-    /// blank, else one through links in the user's cache folder. The path itself when no link can be made or the
-    /// result would exceed 260 characters.
+    /// A path without blanks for the same file, with its neighbours beside it: the path itself when it has none, else
+    /// one through links in a folder of the user's. Empty when there is no such path of less than 260 characters.
     [[nodiscard]] static QString GetShortPath(const QString& path);
 };

@@ -1,5 +1,6 @@
 #include "host/text/CodePage932.h"
 
+#include <array>
 #include <cerrno>
 #include <iconv.h>
 #include <memory>
@@ -34,6 +35,33 @@ iconv_t Encoder()
     return handle.get();
 }
 
+/// Single bytes that Windows gives a character and the C library refuses.
+struct SingleByte
+{
+    unsigned char Byte;
+    char16_t Character;
+};
+constexpr std::array SingleBytes{SingleByte{0x80, 0x0080}, SingleByte{0xA0, 0x00A0}, SingleByte{0xFD, 0xF8F1},
+                                 SingleByte{0xFE, 0xF8F2}, SingleByte{0xFF, 0xF8F3}};
+
+char16_t OfSingleByte(unsigned char byte)
+{
+    for (const SingleByte& single : SingleBytes) {
+        if (single.Byte == byte)
+            return single.Character;
+    }
+    return QChar::ReplacementCharacter;
+}
+
+char ToSingleByte(char16_t character)
+{
+    for (const SingleByte& single : SingleBytes) {
+        if (single.Character == character)
+            return static_cast<char>(single.Byte);
+    }
+    return '?';
+}
+
 template <typename Container> bool IsAscii(const Container& text)
 {
     for (const auto unit : text) {
@@ -60,7 +88,7 @@ QString CodePage932::Decode(QByteArrayView bytes)
     while (inLeft > 0) {
         if (iconv(Decoder(), &in, &inLeft, &out, &outLeft) != static_cast<size_t>(-1))
             break;
-        *reinterpret_cast<char16_t*>(out) = QChar::ReplacementCharacter;
+        *reinterpret_cast<char16_t*>(out) = OfSingleByte(static_cast<unsigned char>(*in));
         out += sizeof(QChar);
         outLeft -= sizeof(QChar);
         ++in;
@@ -86,7 +114,7 @@ QByteArray CodePage932::Encode(QStringView text)
         const bool isPair = inLeft >= 2 * sizeof(QChar) && reinterpret_cast<const QChar*>(in)->isHighSurrogate() &&
                             (reinterpret_cast<const QChar*>(in) + 1)->isLowSurrogate();
         const size_t skipped = (isPair ? 2 : 1) * sizeof(QChar);
-        *out++ = '?';
+        *out++ = ToSingleByte(*reinterpret_cast<const char16_t*>(in));
         --outLeft;
         in += skipped;
         inLeft -= skipped;

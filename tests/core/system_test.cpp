@@ -119,10 +119,10 @@ TEST(CommonFile, ShortPathLeadsToTheFileAndItsNeighbours)
     }
     EXPECT_EQ(CCommonFile::GetShortPath(u"/no/blank"_s), u"/no/blank"_s);
     const QString tooLong = folder + u'/' + QString(250, u'x');
-    EXPECT_EQ(CCommonFile::GetShortPath(tooLong), tooLong);
+    EXPECT_EQ(CCommonFile::GetShortPath(tooLong), QString());
     WriteFile(root.filePath(u"file"_s), "");
     qputenv("XDG_CACHE_HOME", root.filePath(u"file"_s).toUtf8());
-    EXPECT_EQ(CCommonFile::GetShortPath(folder + u"/index.kti"_s), folder + u"/index.kti"_s);
+    EXPECT_FALSE(CCommonFile::GetShortPath(folder + u"/index.kti"_s).contains(u' '));
     qunsetenv("XDG_CACHE_HOME");
 }
 

@@ -1,6 +1,6 @@
-#include "console/CommandHistory.h"
 #include "host/control/ControlNumbers.h"
 #include "host/control/ControlRegister.h"
+#include "host/dialog/CommandHistory.h"
 #include "host/dialog/CommandIds.h"
 #include "host/dialog/DlgCommand.h"
 #include "host/system/Registry.h"

@@ -1,4 +1,4 @@
-#include "console/CommandHistory.h"
+#include "host/dialog/CommandHistory.h"
 
 #include <QDataStream>
 #include <QIODevice>

@@ -21,6 +21,7 @@ namespace
 {
 const QString ShippedListName = u"kivpel.obs"_s;
 const QString UserListName = u"kivpel_user.obs"_s;
+constexpr int RoomForMap = 90; // pixels more than the map's least width, which makes it square
 } // namespace
 
 CDlgObs::CDlgObs(QWidget* parent, const QString& dataFolder, int dialogTag)
@@ -123,6 +124,7 @@ int CDlgObs::Create(CCorKiv* hostEngine)
         return 0;
     AttachControls();
     SetUpSlider();
+    resize(sizeHint() + QSize(RoomForMap, 0));
     PlaceMaps();
     if (!CreateEmbeddedEngine())
         return 0;

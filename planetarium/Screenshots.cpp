@@ -15,6 +15,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QMouseEvent>
+#include <QPointer>
 #include <QPushButton>
 #include <QSaveFile>
 #include <QSlider>
@@ -137,10 +138,12 @@ void AnswerNextBox(CCamera& camera, const QString& picture)
 void AnswerEveryBox(QTimer& timer)
 {
     constexpr int patience = 2000; // milliseconds
-    timer.callOnTimeout([] {
+    timer.callOnTimeout([seen = QPointer<QMessageBox>()]() mutable {
         auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        if (!box)
+        if (!box || seen != box) {
+            seen = box; // its turn comes when it still stands there the next time
             return;
+        }
         QTextStream(stdout) << "answered: " << box->text() << '\n';
         box->defaultButton()->click();
     });

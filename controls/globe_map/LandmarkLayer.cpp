@@ -158,6 +158,26 @@ QImage CLandmarkLayer::NameImage(std::size_t place, double scale)
     return image;
 }
 
+/// The named place nearest to the marker's middle, of those that it covers.
+std::optional<std::size_t> CLandmarkLayer::PlaceBeneath(const CSphereView& view, double viewAngle, double lowest,
+                                                        QPointF marker) const
+{
+    std::optional<std::size_t> nearest;
+    double reach = BeneathReach;
+    for (std::size_t index = 0; index < m_places.size(); ++index) {
+        const Landmark& place = m_places[index];
+        const auto kind = static_cast<std::size_t>(place.Kind);
+        if (!m_kinds[kind] || viewAngle > Looks[kind].NameAngle || Dot(place.Direction, view.Viewer()) < lowest)
+            continue;
+        const double distance = (view.Project(place.Direction).Screen - marker).manhattanLength();
+        if (distance < reach) {
+            reach = distance;
+            nearest = index;
+        }
+    }
+    return nearest;
+}
+
 void CLandmarkLayer::Draw(QPainter& painter, const CSphereView& view, QSize size, double viewAngle,
                           const QList<QRectF>& keptFree, std::optional<QPointF> marker)
 {
@@ -180,7 +200,7 @@ void CLandmarkLayer::Draw(QPainter& painter, const CSphereView& view, QSize size
     if (marker)
         grid.Block(QRectF(*marker - QPointF(MarkerReach, MarkerReach), QSizeF(2 * MarkerReach, 2 * MarkerReach)));
     std::vector<Shown> shown;
-    bool isMarkerNamed = false;
+    const auto beneath = marker ? PlaceBeneath(view, viewAngle, lowest, *marker) : std::nullopt;
     const QRectF area(QPointF(0, 0), size);
     for (std::size_t index = 0; index < m_places.size(); ++index) {
         const Landmark& place = m_places[index];
@@ -190,9 +210,9 @@ void CLandmarkLayer::Draw(QPainter& painter, const CSphereView& view, QSize size
         const QPointF screen = view.Project(place.Direction).Screen;
         const double half = MarkSize / 2.0 - 1;
         const QRectF box(screen.x() - half, screen.y() - half, 2 * half, 2 * half);
-        // The marker stands for the mark of the place beneath it, and only one place is named there.
+        // The marker stands for the mark of the place beneath it, and only the nearest is named there.
         const bool isBeneathMarker = marker && (screen - *marker).manhattanLength() < BeneathReach;
-        if (!area.contains(box) || (isBeneathMarker ? isMarkerNamed : !grid.IsFree(box)))
+        if (!area.contains(box) || (isBeneathMarker ? index != beneath : !grid.IsFree(box)))
             continue;
         // The more important place takes its name's room before lesser marks are set.
         const bool hasName = m_isNamesVisible && namesLeft > 0 && viewAngle <= Looks[kind].NameAngle;
@@ -202,7 +222,6 @@ void CLandmarkLayer::Draw(QPainter& painter, const CSphereView& view, QSize size
         if (corner)
             --namesLeft;
         if (isBeneathMarker) {
-            isMarkerNamed = corner.has_value();
             if (corner)
                 shown.push_back({index, screen, corner, false});
             continue;

@@ -41,6 +41,8 @@ public:
               std::optional<QPointF> marker);
 
 private:
+    [[nodiscard]] std::optional<std::size_t> PlaceBeneath(const CSphereView& view, double viewAngle, double lowest,
+                                                          QPointF marker) const;
     struct Shown
     {
         std::size_t Place = 0;

@@ -7,6 +7,6 @@ class QWidget;
 /// The user guide in a window of its own.
 namespace Guide
 {
-/// Makes the help of all dialogs open this guide, a Markdown file; the template's number is the anchor of its page.
+/// Makes the help of all dialogs open this guide, a Markdown file, at the heading of the dialog.
 void Install(const QString& file);
 } // namespace Guide

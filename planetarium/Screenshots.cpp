@@ -2,6 +2,7 @@
 
 #include "host/dialog/CommandIds.h"
 #include "host/dialog/DlgCommand.h"
+#include "host/dialog/Help.h"
 #include "obs/ControlIds.h"
 #include "obs/core/BodyTable.h"
 #include "planetarium/MainWindow.h"
@@ -19,6 +20,7 @@
 #include <QPushButton>
 #include <QSaveFile>
 #include <QSlider>
+#include <QTextBrowser>
 #include <QTextStream>
 #include <QTimer>
 
@@ -206,6 +208,18 @@ void RecordEntries(CCamera& camera, CMainWindow& window)
     Press(dialog, ObsId::ButtonSetInit);
 }
 
+/// The user guide as the dialog's help button opens it.
+void ShootGuide(CCamera& camera, CDlgObs& dialog)
+{
+    Help::Show(&dialog, dialog.TemplateNumber());
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (auto* guide = qobject_cast<QTextBrowser*>(window)) {
+            camera.Shoot(*guide, u"guide.png"_s);
+            guide->close();
+        }
+    }
+}
+
 void ShootBodies(CCamera& camera, CHost& host)
 {
     struct Body
@@ -247,6 +261,7 @@ bool CScreenshots::Take(CMainWindow& window, const QString& folder)
     window.Host().SetInstant(QDateTime(QDate(2026, 11, 22), QTime(3, 0), Qt::UTC));
     ShootEarth(camera, window);
     RecordEntries(camera, window);
+    ShootGuide(camera, window.Host().SiteDialog());
     ShootBodies(camera, window.Host());
     window.Host().SiteDialog().Show(0);
     ShootConsole(camera, window);

@@ -1,8 +1,11 @@
+#include "FillingFile.h"
 #include "city/core/PlaceList.h"
 #include "core_test.h"
 #include "host/text/CodePage932.h"
 #include "host/text/Number.h"
 
+#include <QDir>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <random>
@@ -310,6 +313,40 @@ TEST(PlaceList, ASecondLoadAppendsRecordsAndKeepsOneHeader)
     EXPECT_EQ(f.Saved(), Example);
     f.List.UserListFilePath += u"/x"_s;
     EXPECT_EQ(f.Saved(), "(refused)");
+}
+
+TEST(PlaceList, AFullDiskLeavesTheUserList)
+{
+    CListInFolder f;
+    f.Load(Example);
+    const QDir folder = QFileInfo(f.List.UserListFilePath).dir();
+    WriteFile(f.List.UserListFilePath, "old");
+    for (qint64 room = 0; room < Example.size(); ++room) {
+        f.List.SetSaveFileFactory([room](const QString& path) { return std::make_unique<CFillingFile>(path, room); });
+        EXPECT_EQ(f.Saved(), "(refused)") << room;
+        EXPECT_EQ(ReadFile(f.List.UserListFilePath), "old") << room;
+        EXPECT_EQ(folder.entryList(QDir::Files | QDir::Hidden).size(), 2) << "nothing is left beside the two, " << room;
+    }
+    f.List.SetSaveFileFactory([](const QString& path) { return std::make_unique<CFillingFile>(path, Example.size()); });
+    EXPECT_EQ(f.Saved(), Example);
+    f.List.SetSaveFileFactory([](const QString&) { return std::unique_ptr<QSaveFile>(); });
+    EXPECT_EQ(f.Saved(), "(refused)");
+}
+
+TEST(PlaceList, AListCutAnywhereIsReadToItsLastWholeLine)
+{
+    for (qsizetype cut = 0; cut <= Example.size(); ++cut) {
+        CListInFolder f;
+        f.Load(Example.first(cut));
+        EXPECT_TRUE(f.List.IsComplete()) << cut;
+        const QByteArray saved = f.Saved();
+        // Whatever the cut leaves of its own line, the lines before it are there unchanged.
+        EXPECT_TRUE(saved.startsWith(Example.first(Example.first(cut).lastIndexOf('\n') + 1))) << cut;
+        CListInFolder again;
+        again.Load(saved);
+        EXPECT_EQ(again.Saved(), saved) << cut;
+        EXPECT_EQ(again.TreeText(), f.TreeText()) << cut;
+    }
 }
 
 TEST(PlaceList, SurvivesNoise)

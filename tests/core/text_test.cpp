@@ -1,3 +1,4 @@
+#include "FillingFile.h"
 #include "core_test.h"
 #include "host/text/CodePage932.h"
 #include "host/text/KivFile.h"
@@ -17,24 +18,6 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-/// A device that takes only so many bytes, like a disk that fills up.
-class CFillingFile : public QSaveFile
-{
-public:
-    CFillingFile(const QString& path, qint64 room) : QSaveFile(path), m_room(room) {}
-
-protected:
-    qint64 writeData(const char* data, qint64 length) override
-    {
-        const qint64 taken = std::min(length, m_room);
-        m_room -= taken;
-        return taken > 0 || length == 0 ? QSaveFile::writeData(data, taken) : -1;
-    }
-
-private:
-    qint64 m_room;
-};
-
 /// Codes that Windows decodes but encodes to another code of the same character.
 bool IsDuplicate(unsigned lead, unsigned trail)
 {

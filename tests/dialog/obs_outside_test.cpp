@@ -1,0 +1,211 @@
+#include "host/dialog/HostMessage.h"
+#include "host/dialog/ThemedControls.h"
+#include "host/system/Registry.h"
+#include "planetarium/DataFolders.h"
+#include "tests/core/core_test.h"
+#include "tests/dialog/ObsFixture.h"
+
+#include <QAbstractButton>
+#include <QDir>
+
+#include <limits>
+
+using namespace Qt::StringLiterals;
+
+// What comes into the site dialog from outside: files, settings and engines' answers of any size and content.
+namespace
+{
+constexpr int Megabyte = 1 << 20;
+
+/// The phases and values of the list's progress that the host's main window was told.
+class CProgressReceiver : public QObject
+{
+public:
+    QList<std::pair<int, QVariant>> Reports;
+
+    bool event(QEvent* event) override
+    {
+        if (event->type() != CHostMessage::EventType())
+            return QObject::event(event);
+        if (const auto* message = static_cast<CHostMessage*>(event); message->Number == 0x470)
+            Reports.append({message->First.toInt(), message->Second});
+        return true;
+    }
+
+    /// A start with its text, percentages that never fall, and an end.
+    void ExpectOneLoad() const
+    {
+        ASSERT_GE(Reports.size(), 3);
+        EXPECT_EQ(Reports.first(), std::make_pair(0, QVariant(u"都市データの読み込み中"_s)));
+        EXPECT_EQ(Reports.last(), std::make_pair(2, QVariant(0)));
+        int percent = 0;
+        for (const auto& [phase, value] : Reports.sliced(1, Reports.size() - 2)) {
+            EXPECT_EQ(phase, 1);
+            EXPECT_TRUE(value.toInt() >= percent && value.toInt() <= 100) << value.toInt();
+            percent = value.toInt();
+        }
+    }
+};
+
+class ObsOutside : public CObsFixture
+{
+protected:
+    /// A shipped list newer than the user's.
+    void PutLists(const QByteArray& shipped, const QByteArray& user) const
+    {
+        const QDateTime now = QDateTime::currentDateTimeUtc();
+        WriteFile(Folder.filePath(u"data/kivpel.obs"_s), shipped, now.addDays(-1));
+        WriteFile(UserList, user, now.addDays(-2));
+    }
+
+    const QString UserList = Folder.filePath(u"data/kivpel_user.obs"_s);
+};
+
+TEST_F(ObsOutside, AListTooLongForTheTablesLeavesTheUsersAndOpensAllTheSame)
+{
+    const QByteArray old = "@Old\r\nkept as it is,1E,2N,3,9,0,0,0\n";
+    for (const QByteArray& shipped :
+         {"@A\r\n" + QByteArray("p,1E,2N,3,+9,0,0,0\r\n").repeated(20'000), QByteArray("@f\r\n").repeated(3000)}) {
+        PutLists(shipped, old);
+        CProgressReceiver host;
+        HostWindow::SetMain(&host);
+        CDlgObs dialog(&Parent, Folder.path() + u"/data/"_s, 0);
+        dialog.SetKPDateObs(&Observer);
+        Prompts.Expect("無効な引数が検出されました。", IPrompts::Icon::Exclamation);
+        Transcript.Take();
+        EXPECT_EQ(dialog.DoModeless(&HostEngine, {}), 1);
+        EXPECT_TRUE(dialog.isVisible());
+        EXPECT_NE(Transcript.Take().find("M 20(" + UserList.toStdString() + ")\nM 16(true)\nM 22()"),
+                  std::string::npos);
+        EXPECT_EQ(ReadFile(UserList), old);
+        host.ExpectOneLoad();
+    }
+}
+
+TEST_F(ObsOutside, ANewerShippedListIsTakenOverWithoutAWord)
+{
+    const QByteArray shipped = ReadFile(QStringLiteral(KIV_SOURCE_DATA "kivpel.obs"));
+    ASSERT_GT(shipped.size(), 100'000);
+    PutLists(shipped, "@Old\r\n#\r\n");
+    CProgressReceiver host;
+    HostWindow::SetMain(&host);
+    Open();
+    host.ExpectOneLoad();
+    EXPECT_TRUE(ReadFile(UserList) == shipped) << "the files differ";
+    EXPECT_EQ(QDir(Folder.filePath(u"data"_s)).entryList(QDir::Files | QDir::Hidden).size(), 2);
+}
+
+TEST_F(ObsOutside, SettingsOfAnySize)
+{
+    const QString location = u"location(1, 2, 3) \"日本\"; "_s + QString(Megabyte, u'x');
+    const QString zone = u"-3.5"_s + QString(Megabyte, u'日');
+    const std::pair<QString, int> angles[]{
+        {QString(Megabyte, u'9'), 0}, {u"2147483647"_s, 200}, {u"-2147483648"_s, 0}, {u"137"_s, 137}};
+    CRegistry::Write(u"Default"_s, u"location"_s, location);
+    CRegistry::Write(u"Default"_s, u"time.timezone"_s, zone);
+    CRegistry::Write(u"Dialog\\Obs"_s, u"FeatureAstro"_s, -7, CRegistry::Flag);
+    CRegistry::Write(u"Dialog\\Obs"_s, u"FeatureOther"_s, std::numeric_limits<int>::max(), CRegistry::Flag);
+    for (const auto& [angle, position] : angles) {
+        CRegistry::Write(u"Dialog\\Obs"_s, u"ViewAngle"_s, angle);
+        CRegistry::Flush();
+        CRegistry::UseFile(Folder.filePath(u"settings.ini"_s)); // read anew from the disk
+        Dialog = std::make_unique<CDlgObs>(&Parent, Folder.path() + u"/data/"_s, 0);
+        Dialog->SetKPDateObs(&Observer);
+        Open();
+        EXPECT_EQ(Item<CKivSlider>(ObsId::SliderMagnification)->value(), position);
+        EXPECT_EQ(Map.Flags, (std::vector<int>{1, 1, 1, 1, 0, 0, 0, 1}));
+        StandOn(5);
+        Click(ObsId::ButtonReset);
+        const QString said = u"\nH location = "_s + location + u"\nH time.timezone = "_s + zone + u"; Show Sky\n"_s;
+        EXPECT_NE(Transcript.Take().find(said.toStdString()), std::string::npos);
+        EXPECT_EQ(Observer.GetUserTz(), -3.5);
+    }
+}
+
+TEST_F(ObsOutside, EngineAnswersOfAnySizeAndContent)
+{
+    const QString noise = (QString(QChar(0)) + QChar(0xD800) + u"日9"_s + QChar(0xDC00)).repeated(Megabyte / 5);
+    const std::pair<QString, const char*> altitudes[]{{u"123.4"_s + noise, "123.400000"},
+                                                      {u" \t-5e2"_s + noise, "-500.000000"},
+                                                      {QString(Megabyte, u' ') + u"+7.5"_s, "7.500000"},
+                                                      {QString(Megabyte, u'0') + u"7.5"_s, "7.500000"},
+                                                      {QString(Megabyte, u'9'), "0.000000"},
+                                                      {noise, "0.000000"},
+                                                      {QChar(0xDC00) + u"5"_s, "0.000000"}};
+    Open(true);
+    Host.Answers[u"? Solar.Planet.Earth.Landscape.AutoGetAltitude"_s] = u"TRUE"_s;
+    for (const auto& [answer, height] : altitudes) {
+        Embedded.Answers[u"? Location.Altitude"_s] = answer;
+        Dialog->InitLocation(0);
+        EXPECT_NE(Transcript.Take().find(std::string("\nH Location.Altitude = ") + height + "; show sky"),
+                  std::string::npos)
+            << height;
+    }
+    Host.Answers[u"? Solar.Planet.Earth.Landscape.AutoGetAltitude"_s] = u"TRUE"_s + noise;
+    Dialog->InitLocation(0);
+    EXPECT_TRUE(Item<QAbstractButton>(ObsId::RadioAltManual)->isChecked());
+
+    const QString path = u"? Solar.Planet.Earth.SolarEclipse.Path."_s;
+    const std::pair<QString, const char*> colors[]{
+        {u"RGB(255"_s + noise + u", 128"_s + noise + u", 1"_s + noise + u')', "98559"},
+        {u"RGB(1"_s + QString(Megabyte, u',') + u"2,3)"_s, "197121"},
+        {u"RGB("_s + QString(Megabyte, u'9'), "255"},
+        {noise, "0"}};
+    Host.Answers[path + u"Data"_s] = noise;
+    Host.Answers[u"? Solar.Planet.Earth.BesselElement.Apply"_s] = u"TRUE"_s + noise;
+    for (const auto& [answer, color] : colors) {
+        Host.Answers[path + u"Color"_s] = answer;
+        for (const bool isVisible : {true, false}) {
+            Host.Answers[path + u"Visible"_s] = isVisible ? u"true"_s : u"TRUE"_s + noise;
+            Transcript.Take();
+            Dialog->RedrawEclipsePath();
+            const std::string said = Transcript.Take();
+            const QString data = u"\nM 31("_s + (isVisible ? noise : QString()) + u")\n"_s;
+            EXPECT_NE(said.find(data.toStdString()), std::string::npos) << color;
+            EXPECT_NE(said.find(std::string("\nM 33(") + color + ")\n"), std::string::npos) << color;
+            EXPECT_NE(said.find("\nM 32(false)\n"), std::string::npos) << color;
+        }
+    }
+}
+
+TEST_F(ObsOutside, PlaceListIsInstalledWhereItCanBe)
+{
+    const QDateTime now = QDateTime::currentDateTimeUtc();
+    DataFolders folders;
+    folders.UseShipped(Folder.path() + u"/shipped/"_s);
+    folders.User = Folder.path() + u"/new/user/"_s;
+    EXPECT_EQ(folders.TerrainIndex, QString());
+    folders.InstallPlaceList();
+    EXPECT_FALSE(QFile::exists(folders.User + u"kivpel.obs"_s)) << "nothing is shipped";
+
+    QDir().mkpath(folders.Shipped);
+    const QString shipped = folders.Shipped + u"kivpel.obs"_s;
+    const QByteArray bytes("any\0bytes\r\n\xFF", 12);
+    WriteFile(shipped, bytes, now.addDays(-2));
+    folders.InstallPlaceList();
+    const QString copy = folders.User + u"kivpel.obs"_s;
+    EXPECT_EQ(ReadFile(copy), bytes);
+    WriteFile(shipped, "changed", now.addDays(-1)); // still older than the copy made just now
+    folders.InstallPlaceList();
+    EXPECT_EQ(ReadFile(copy), bytes);
+    WriteFile(shipped, "changed", now.addDays(1));
+    folders.InstallPlaceList();
+    EXPECT_EQ(ReadFile(copy), "changed");
+    QFile::remove(shipped);
+    folders.InstallPlaceList();
+    EXPECT_EQ(ReadFile(copy), "changed") << "the copy outlives what was shipped";
+
+    WriteFile(shipped, "new", now.addDays(2));
+    folders.User = copy + u"/below/a/file/"_s;
+    folders.InstallPlaceList();
+    EXPECT_EQ(ReadFile(copy), "changed");
+    WriteFile(Folder.filePath(u"module/kivpel.obs"_s), "@A\r\n#\r\n");
+    CDlgObs dialog(&Parent, folders.User, 0);
+    dialog.SetKPDateObs(&Observer);
+    Transcript.Take();
+    EXPECT_EQ(dialog.DoModeless(&HostEngine, {}), 1);
+    EXPECT_TRUE(dialog.isVisible());
+    EXPECT_NE(Transcript.Take().find("M 20(" + Folder.path().toStdString() + "/module/kivpel.obs)\nM 16(true)"),
+              std::string::npos);
+}
+} // namespace

@@ -250,6 +250,22 @@ void TypeDigit(benchmark::State& state)
             QApplication::processEvents();
         });
 }
+/// One step of a held spin button; the toolkit repeats it every 100 ms.
+void SpinStep(benchmark::State& state)
+{
+    CStage stage;
+    stage.Open();
+    CDlgObs& dialog = stage.Host().SiteDialog();
+    dialog.Item<QSlider>(ObsId::SliderMagnification)->setValue(64);
+    QApplication::processEvents();
+    auto* arrow = dialog.Item(ObsId::SpinLngDeg)->findChildren<QAbstractButton*>().constFirst();
+    MeasureMedian(
+        state, 100.0, [] {},
+        [&] {
+            arrow->click();
+            QApplication::processEvents();
+        });
+}
 } // namespace
 
 BENCHMARK(LoadShippedList)->UseManualTime()->Unit(benchmark::kMillisecond);
@@ -257,6 +273,7 @@ BENCHMARK(LoadTwiceTheLines)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(WriteUserList)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(RedrawGlobe)->ArgName("zoom")->Arg(0)->Arg(40)->Arg(70)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(OpenDialog)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(SpinStep)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(TypeDigit)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 int main(int argc, char** argv)

@@ -205,6 +205,6 @@ void CDlgObs::paintEvent(QPaintEvent* event)
 {
     CKivDialog::paintEvent(event);
     // A blinking caret or a moving slider paints its own small part only; the globe is no part of that.
-    if (BodyIndex != BodyTable::Earth && event->rect().contains(MapRect))
+    if (BodyIndex != BodyTable::Earth && event->rect().intersects(MapRect))
         EmbeddedEngine.Command(QString::fromUtf16(EngineLines::ShowSky));
 }

@@ -157,6 +157,7 @@ void CHost::OnObserverChange(CKPDateObs::Change change)
     case CKPDateObs::Change::Location:
     case CKPDateObs::Change::Body:
         PlaceEngine();
+        TellZone();
         RefillDialog();
         break;
     case CKPDateObs::Change::Time: {
@@ -170,11 +171,20 @@ void CHost::OnObserverChange(CKPDateObs::Change change)
         break;
     }
     case CKPDateObs::Change::DateDisplay:
-        TellEngine(Number::Format("time.timezone = %f; Show Sky", m_observer.GetUserTz()));
-        RefillDialog();
+        TellZone();
+        ShowTimeSystem();
         break;
     }
     Q_EMIT ObserverChanged();
+}
+
+/// Hands the user's zone to the engine when it is another than the engine was told last.
+void CHost::TellZone()
+{
+    if (m_toldZone == m_observer.GetUserTz())
+        return;
+    m_toldZone = m_observer.GetUserTz();
+    TellEngine(Number::Format("time.timezone = %f; Show Sky", m_toldZone));
 }
 
 void CHost::RefillDialog()
@@ -204,6 +214,8 @@ void CHost::OnEngineLine(const QString& line)
         Q_EMIT ObserverChanged();
     } else if (path == u"location"_s)
         TakeOverEngineLocation();
+    else if (path == u"time.timezone"_s)
+        m_toldZone = Number::LeadingDouble(line.section(u'=', 1).trimmed());
 }
 
 void CHost::TakeOverEngineLocation()

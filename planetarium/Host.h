@@ -43,6 +43,7 @@ Q_SIGNALS:
 
 private:
     void OnObserverChange(CKPDateObs::Change change);
+    void TellZone();
     void RefillDialog();
     void ShowTimeSystem();
     void OnEngineLine(const QString& line);
@@ -56,6 +57,7 @@ private:
     CKPDateObs m_observer;
     CCorKiv m_engine;
     std::unique_ptr<CDlgObs> m_dialog;
-    int m_own = 0;        ///< lines of the host itself are under way
-    bool m_quiet = false; ///< the observer object only catches up with the engine
+    double m_toldZone = 9.0; ///< hours; the zone that the engine was told last
+    int m_own = 0;           ///< lines of the host itself are under way
+    bool m_quiet = false;    ///< the observer object only catches up with the engine
 };

@@ -41,12 +41,18 @@ int main(int argc, char** argv)
     DataFolders folders = DataFolders::Default();
     if (parser.isSet(data))
         folders.UseShipped(AsFolder(parser.value(data)));
-    if (parser.isSet(user))
-        folders.User = AsFolder(parser.value(user));
     if (parser.isSet(terrain))
         folders.TerrainIndex = parser.value(terrain);
+    // A picture run keeps its hands off the user's own places and settings.
+    const QString own = parser.isSet(pictures) ? AsFolder(parser.value(pictures)) + u"user/"_s : QString();
+    if (parser.isSet(user))
+        folders.User = AsFolder(parser.value(user));
+    else if (!own.isEmpty())
+        folders.User = own;
     if (parser.isSet(settings))
         CRegistry::UseFile(parser.value(settings));
+    else if (!own.isEmpty())
+        CRegistry::UseFile(own + u"settings.ini"_s);
 
     CCommonFile::SetModulePath(folders.Shipped);
     folders.InstallPlaceList();

@@ -73,6 +73,8 @@ void CExpectedPrompts::Expect(const char* text, Icon icon, Buttons buttons, Answ
 
 IPrompts::Answer CExpectedPrompts::Show(QWidget* /*parent*/, const QString& text, Icon icon, Buttons buttons)
 {
+    if (m_answersAll)
+        return Answer::Ok;
     if (m_expected.empty()) {
         ADD_FAILURE() << "unexpected: " << text.toStdString();
         return Answer::Cancel;

@@ -66,6 +66,8 @@ public:
     CExpectedPrompts() { Use(this); }
     ~CExpectedPrompts() override;
 
+    /// From now on any prompt may come and gets OK.
+    void AnswerAll() { m_answersAll = true; }
     void Expect(const char* text, Icon icon, Buttons buttons = Buttons::Ok, Answer answer = Answer::Ok);
     Answer Show(QWidget* parent, const QString& text, Icon icon, Buttons buttons) override;
     QString OpenFile(QWidget* parent) override;
@@ -79,6 +81,7 @@ private:
         Answer Reply;
     };
     std::deque<Prompt> m_expected;
+    bool m_answersAll = false;
 };
 
 /// A window of the host that writes down the messages it gets.

@@ -6,6 +6,7 @@
 #include "host/system/Registry.h"
 #include "obs/ControlIds.h"
 #include "obs/DlgObs.h"
+#include "res/StringTable.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -129,6 +130,14 @@ protected:
     CCorKiv m_engine;
 };
 } // namespace
+
+TEST(StringTable, HoldsTheCommandWindowsNames)
+{
+    EXPECT_EQ(StringTable::Load(7227), u"Commands"_s);
+    EXPECT_EQ(StringTable::Load(7228), u"Command"_s);
+    EXPECT_EQ(StringTable::Load(7229), u"Enable"_s);
+    EXPECT_EQ(StringTable::Load(7230), u"Dialog\\Command"_s);
+}
 
 TEST_F(CommandTest, EnterSendsAndTheNextLineIsTypedAtOnce)
 {

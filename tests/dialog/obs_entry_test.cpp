@@ -2,8 +2,10 @@
 #include "host/text/Number.h"
 #include "tests/dialog/ObsFixture.h"
 
+#include <QAbstractButton>
 #include <QTest>
 
+#include <cmath>
 #include <cstdlib>
 
 using namespace Qt::StringLiterals;
@@ -107,6 +109,51 @@ TEST_F(ObsEntry, TypingFollowsTheRulesOfEachBox)
             EXPECT_EQ(Fields(), entry.Fields);
         }
     }
+}
+
+TEST_F(ObsEntry, NoTextInAnyBoxMovesTheObserverOutOfRange)
+{
+    using namespace ObsId;
+    Open();
+    Prompts.AnswerAll();
+    for (const int id :
+         {EditLngDeg, EditLngMin, EditLngSec, EditLatDeg, EditLatMin, EditLatSec, EditAlt, EditTzHour, EditTzMin}) {
+        for (const char* text : {"abc", "１２", "-", ".", "", "1e9", "-1e9", "12abc", "9999999999999999999999999"}) {
+            SCOPED_TRACE(text);
+            Observer.UpdateObsByUI(10.5, 20.0, 39.0);
+            Dialog->InitLocation(1);
+            Paste(id, text);
+            EXPECT_LE(std::fabs(Observer.GetLongitude()), 181.0) << id; // 180 degrees take minutes beside them
+            EXPECT_LE(std::fabs(Observer.GetLatitude()), 90.0) << id;
+            EXPECT_LE(std::fabs(Observer.GetHeight()), 999999.0) << id;
+            EXPECT_LE(std::fabs(Observer.GetUserTz()), 15.0) << id;
+        }
+    }
+}
+
+TEST_F(ObsEntry, AHeldSpinStopsAtItsEnds)
+{
+    Open();
+    for (const auto& [start, arrow, shown] : {std::tuple(88.0, 0, "90"), std::tuple(1.0, 1, "0")}) {
+        Observer.UpdateObsByUI(10.5, start, 39.0);
+        Dialog->InitLocation(1);
+        auto* button = Item(ObsId::SpinLatDeg)->findChildren<QAbstractButton*>().at(arrow);
+        QTest::mousePress(button, Qt::LeftButton);
+        QTest::qWait(900); // the button repeats some times past the end
+        QTest::mouseRelease(button, Qt::LeftButton);
+        EXPECT_EQ(TextOf(ObsId::EditLatDeg), shown);
+        EXPECT_EQ(std::fabs(Observer.GetLatitude()), arrow == 0 ? 90.0 : 0.0);
+    }
+}
+
+TEST_F(ObsEntry, TheUsersZoneOutlivesAnotherTimeSystem)
+{
+    Open();
+    Observer.SetTimeSys(static_cast<int>(TimeSystem::Universal));
+    Dialog->UpdateTimeSys();
+    Paste(ObsId::EditAlt, "77");
+    EXPECT_EQ(Observer.GetHeight(), 77.0);
+    EXPECT_EQ(Observer.GetUserTz(), 9.0);
 }
 
 TEST_F(ObsEntry, StrangeTextsKeepTheValueOrAreCutAndCorrected)

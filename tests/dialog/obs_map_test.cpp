@@ -201,7 +201,27 @@ TEST_F(ObsMap, PaintingRedrawsTheGlobeOfOtherBodiesOnly)
         StandOn(body);
         Dialog->repaint();
         EXPECT_EQ(Transcript.PaintCount(), paints) << body;
+        Transcript.Take();
+        Dialog->repaint(QRect(Item(ObsId::EditLatDeg)->mapTo(Dialog.get(), QPoint()), QSize(4, 12)));
+        EXPECT_EQ(Transcript.PaintCount(), 0) << "a blinking caret on " << body;
     }
+}
+
+TEST_F(ObsMap, PartsOfAWheelNotchAddUp)
+{
+    Open();
+    StandOn(4);
+    auto* slider = Item<CKivSlider>(ObsId::SliderMagnification);
+    const auto after = [&](std::initializer_list<int> deltas, Qt::KeyboardModifiers keys = Qt::NoModifier) {
+        slider->setValue(100);
+        for (const int delta : deltas)
+            Wheel(MapMiddle(), delta, keys);
+        return slider->value();
+    };
+    EXPECT_EQ(after({60, 60}), 97);
+    EXPECT_EQ(after({240}), 97) << "one message is one step";
+    EXPECT_EQ(after({60, -60, -60}), 103) << "a change of direction starts anew";
+    EXPECT_EQ(after({40, 40, 40, 40}), 97);
 }
 
 TEST_F(ObsMap, EclipsePathFollowsTheHostEngine)

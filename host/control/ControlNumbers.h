@@ -40,6 +40,20 @@ inline constexpr int SetEclipsePathColor = 33;   ///< quint32 0x00BBGGRR
 inline constexpr int EventObsPosition = 8;       ///< double longitude, double latitude
 inline constexpr int EventMagnification = 9;     ///< double magnification, 180 / view angle in degrees
 } // namespace GlobeMap
+
+/// The road map. Positions are in milliseconds of arc, longitude first.
+namespace RoadMap
+{
+inline constexpr int SetPosition = 1;        ///< bool mark, double x, double y
+inline constexpr int Search = 2;             ///< bool facility, QString text -> bool started
+inline constexpr int GetSearchResult = 3;    ///< -> qint64 number of a CRoadMapResults, 0 for none
+inline constexpr int SetScale = 4;           ///< int denominator of the scale
+inline constexpr int CenterMark = 5;         ///< no argument
+inline constexpr int OpenFile = 6;           ///< QString path of a file of marks
+inline constexpr int EventMouseUp = 1;       ///< double latitude, double longitude (degrees, in this order)
+inline constexpr int EventLandMarkEnd = 2;   ///< int status of a facility search; 0 and 2: finished
+inline constexpr int EventAddressKeyEnd = 3; ///< int status of an address search; 0 and 2: finished
+} // namespace RoadMap
 } // namespace ControlNumber
 
 /// One touch of a touch event, as the engine hands it over.

@@ -38,4 +38,5 @@ inline constexpr char16_t SkyEngine[] = u"Kiv.SkyEngine";    ///< the default sk
 inline constexpr char16_t SkyEngine3[] = u"Kiv.SkyEngine.3"; ///< the engine of variant 3
 inline constexpr char16_t SkyEngine4[] = u"Kiv.SkyEngine.4"; ///< the engine of variant 4
 inline constexpr char16_t GlobeMap[] = u"Kiv.GlobeMap";
+inline constexpr char16_t RoadMap[] = u"Kiv.RoadMap";
 } // namespace ControlClass

@@ -9,6 +9,7 @@
 #include <array>
 #include <cmath>
 #include <numbers>
+#include <ranges>
 #include <vector>
 
 namespace
@@ -166,9 +167,9 @@ void DrawGraticule(QPainter& painter, const CSphereView& view, QSizeF size, cons
         longitudes = {center.Longitude - width, center.Longitude + width, spacing};
     }
     // Around a pole a view shows every longitude, however small it is.
-    for (auto coarser = Spacings.rbegin(); coarser != Spacings.rend(); ++coarser) {
-        if ((longitudes.Last - longitudes.First) / longitudes.Spacing > MostMeridians && *coarser > longitudes.Spacing)
-            longitudes.Spacing = *coarser;
+    for (const double coarser : Spacings | std::views::reverse) {
+        if ((longitudes.Last - longitudes.First) / longitudes.Spacing > MostMeridians)
+            longitudes.Spacing = std::max(longitudes.Spacing, coarser);
     }
     // About eight pixels from point to point, on the visible part only.
     const double step = std::clamp(8 / view.Radius() / RadiansPerDegree, 1e-5, 3.0);

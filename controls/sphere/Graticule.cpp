@@ -9,7 +9,6 @@
 #include <array>
 #include <cmath>
 #include <numbers>
-#include <ranges>
 #include <vector>
 
 namespace
@@ -167,9 +166,9 @@ void DrawGraticule(QPainter& painter, const CSphereView& view, QSizeF size, cons
         longitudes = {center.Longitude - width, center.Longitude + width, spacing};
     }
     // Around a pole a view shows every longitude, however small it is.
-    for (const double coarser : Spacings | std::views::reverse) {
+    for (std::size_t index = Spacings.size(); index-- > 0;) {
         if ((longitudes.Last - longitudes.First) / longitudes.Spacing > MostMeridians)
-            longitudes.Spacing = std::max(longitudes.Spacing, coarser);
+            longitudes.Spacing = std::max(longitudes.Spacing, Spacings[index]);
     }
     // About eight pixels from point to point, on the visible part only.
     const double step = std::clamp(8 / view.Radius() / RadiansPerDegree, 1e-5, 3.0);

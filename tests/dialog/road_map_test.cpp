@@ -29,13 +29,13 @@ constexpr double Infinity = std::numeric_limits<double>::infinity();
 constexpr double Unit = CCorMpp::MillisecondsPerDegree;
 const QString Shipped = QStringLiteral(KIV_SOURCE_DATA);
 
-constexpr char Addresses[] = "# address,name,rank,latitude,longitude\n"
-                             "東京都三鷹市,三鷹市,1,35.6836,139.5596\r\n"
-                             "東京都港区,港区,1,35.6581,139.7515\n"
-                             "山形県飽海郡遊佐町,遊佐町,2,39.0157,139.9291\n"
-                             "千葉県鎌ケ谷市,鎌ケ谷市,1,35.7769,140.0008\n"
-                             "東京都三鷹市上連雀,上連雀,3,35.6969,139.5561\n"
-                             ",nowhere,1,1,1\nfar,far,1,91,0\nword,word,1,x,1\nshort,row\nrank,rank,9,1,1\n";
+constexpr char Addresses[] = "# address,name,rank,population,latitude,longitude\n"
+                             "東京都三鷹市,三鷹市,1,180000,35.6836,139.5596\r\n"
+                             "東京都港区,港区,1,0,35.6581,139.7515\n"
+                             "山形県飽海郡遊佐町,遊佐町,2,0,39.0157,139.9291\n"
+                             "千葉県鎌ケ谷市,鎌ケ谷市,1,-5,35.7769,140.0008\n"
+                             "東京都三鷹市上連雀,上連雀,3,x,35.6969,139.5561\n"
+                             ",nowhere,1,0,1,1\nfar,far,1,0,91,0\nword,word,1,0,x,1\nshort,row\nrank,rank,9,0,1,1\n";
 constexpr char Facilities[] = "国立天文台三鷹,東京都三鷹市大沢,天文・宇宙,天文台,研究天文台,35.6756,139.5381\n"
                               "ＪＡＸＡ筑波,,天文・宇宙,宇宙機関,研究,36.0650,140.1281\n"
                               "富士山,静岡県・山梨県,自然,山岳,山,35.3606,138.7274\n"
@@ -294,7 +294,7 @@ TEST_F(RoadMapTest, LaterSearchCancelsTheEarlierOne)
 
 TEST_F(RoadMapTest, DamagedDataLeaveAMap)
 {
-    const QByteArray garbage = QByteArray("\0\xFF,,,,\n,\xE3\x81,1,9e999,nan\n", 20) + QByteArray(300, ',') + "KOL1";
+    const QByteArray garbage = QByteArray("\0\xFF,,,,\n,\xE3\x81,1,0,9e999,nan\n", 22) + QByteArray(300, ',') + "KOL1";
     for (const QByteArray& bytes : {QByteArray(), garbage, garbage.repeated(20000), QByteArray(9 << 20, 'x')}) {
         for (const QString& name : {u"roadmap/addresses.csv"_s, u"roadmap/facilities.csv"_s, u"roadmap/coast.kol"_s,
                                     u"roadmap/rivers.kol"_s, u"roadmap/prefectures.kol"_s, u"earth/coast10.kol"_s})

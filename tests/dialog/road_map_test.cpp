@@ -10,6 +10,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QSet>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -297,7 +298,8 @@ TEST_F(RoadMapTest, DamagedDataLeaveAMap)
     const QByteArray garbage = QByteArray("\0\xFF,,,,\n,\xE3\x81,1,0,9e999,nan\n", 22) + QByteArray(300, ',') + "KOL1";
     for (const QByteArray& bytes : {QByteArray(), garbage, garbage.repeated(20000), QByteArray(9 << 20, 'x')}) {
         for (const QString& name : {u"roadmap/addresses.csv"_s, u"roadmap/facilities.csv"_s, u"roadmap/coast.kol"_s,
-                                    u"roadmap/rivers.kol"_s, u"roadmap/prefectures.kol"_s, u"earth/coast10.kol"_s})
+                                    u"roadmap/coastwide.kol"_s, u"roadmap/relief.png"_s, u"roadmap/rivers.kol"_s,
+                                    u"roadmap/prefectures.kol"_s, u"earth/coast10.kol"_s})
             WriteFile(m_folder.filePath(name), bytes);
         CMapStage stage(m_folder.path() + u'/');
         EXPECT_FALSE(stage.Map.Invoke(Method::Search, {false, u"東"_s}).toBool()) << "there is nothing to search in";
@@ -387,6 +389,21 @@ TEST(ShippedRoadMap, KnowsTheLandAndTheSeaAtEveryScale)
             }
         }
     }
+}
+
+TEST(ShippedRoadMap, MountainsHaveLightAndShadowFromAfar)
+{
+    CMapStage stage(Shipped);
+    const auto countTones = [&stage](int scale) {
+        stage.Show(138.2, 35.55, scale); // between high ridges
+        const QImage picture = stage.Picture().copy(190, 140, 20, 20);
+        QSet<QRgb> tones;
+        for (int index = 0; index < 400; ++index)
+            tones.insert(picture.pixel(index % 20, index / 20));
+        return tones.size();
+    };
+    EXPECT_GT(countTones(4000000), 30);
+    EXPECT_LT(countTones(4000), 6);
 }
 
 TEST(ShippedRoadMap, TablesAreWholeAndInJapan)

@@ -119,7 +119,7 @@ private:
     QString Name(bool isFresh)
     {
         const QStringList endings{u"山"_s, u"ソ"_s, u"\"/\\"_s, u"Spot"_s, u" "_s, u"～－"_s};
-        const QString name = endings[static_cast<qsizetype>(Number(6))];
+        const QString& name = endings[static_cast<qsizetype>(Number(6))];
         return isFresh ? QString::number(++m_count) + name : name;
     }
 

@@ -123,10 +123,10 @@ void CDlgMapple::PlaceMap()
     if (!help || !site || !ZoomSlider)
         return;
     adjustSize();
-    for (QWidget* widget : {static_cast<QWidget*>(this), site->parentWidget()->parentWidget(),
-                            ZoomSlider->parentWidget(), site->parentWidget()}) {
-        if (widget->layout())
-            widget->layout()->activate(); // before the first showing nothing has its place yet
+    QWidget* const content = site->parentWidget()->parentWidget();
+    for (QWidget* panel : {static_cast<QWidget*>(this), content, ZoomSlider->parentWidget(), site->parentWidget()}) {
+        if (panel->layout())
+            panel->layout()->activate(); // before the first showing nothing has its place yet
     }
     const auto corner = [this](const QWidget* item) { return item->mapTo(this, QPoint()); };
     const int margin = height() - (corner(help).y() + help->height());
@@ -265,8 +265,11 @@ void CDlgMapple::OnBnClickedCenter()
 
 void CDlgMapple::OnBnClickedFind()
 {
-    if (MapCreated && FindCreated)
-        FindDlg->setVisible(!FindDlg->isVisible());
+    if (!MapCreated || !FindCreated)
+        return;
+    FindDlg->setVisible(!FindDlg->isVisible());
+    if (FindDlg->isVisible())
+        FindDlg->activateWindow();
 }
 
 void CDlgMapple::OnBnClickedRead()

@@ -284,7 +284,9 @@ TEST_F(MappleFindTest, EnterSearchesOrHidesAndNeverReachesTheRoadMap)
         [this] { FindItem<QAbstractButton>(ButtonClose)->click(); },
         [this] { QTest::keyClick(&Edit(), Qt::Key_C, Qt::AltModifier); },
     };
+    Press(Qt::Key_Escape);
     for (const auto& hide : ways) {
+        Dialog->activateWindow();
         Click(Item(MappleId::ButtonFind));
         WaitForFind();
         Edit().setFocus();

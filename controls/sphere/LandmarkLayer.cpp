@@ -1,4 +1,4 @@
-#include "controls/globe_map/LandmarkLayer.h"
+#include "controls/sphere/LandmarkLayer.h"
 
 #include <QFontMetricsF>
 #include <QPainter>
@@ -167,7 +167,8 @@ std::optional<std::size_t> CLandmarkLayer::PlaceBeneath(const CSphereView& view,
     for (std::size_t index = 0; index < m_places.size(); ++index) {
         const Landmark& place = m_places[index];
         const auto kind = static_cast<std::size_t>(place.Kind);
-        if (!m_kinds[kind] || viewAngle > Looks[kind].NameAngle || Dot(place.Direction, view.Viewer()) < lowest)
+        if (!m_kinds[kind] || viewAngle > std::min(Looks[kind].NameAngle, place.WidestAngle) ||
+            Dot(place.Direction, view.Viewer()) < lowest)
             continue;
         const double distance = (view.Project(place.Direction).Screen - marker).manhattanLength();
         if (distance < reach) {
@@ -205,7 +206,8 @@ void CLandmarkLayer::Draw(QPainter& painter, const CSphereView& view, QSize size
     for (std::size_t index = 0; index < m_places.size(); ++index) {
         const Landmark& place = m_places[index];
         const auto kind = static_cast<std::size_t>(place.Kind);
-        if (!m_kinds[kind] || viewAngle > Looks[kind].MarkAngle || Dot(place.Direction, view.Viewer()) < lowest)
+        if (!m_kinds[kind] || viewAngle > std::min(Looks[kind].MarkAngle, place.WidestAngle) ||
+            Dot(place.Direction, view.Viewer()) < lowest)
             continue;
         const QPointF screen = view.Project(place.Direction).Screen;
         const double half = MarkSize / 2.0 - 1;

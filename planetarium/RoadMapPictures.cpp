@@ -52,6 +52,7 @@ void ShootSearch(CCamera& camera, CMainWindow& window, CDlgMapple& dialog)
     if (!find)
         return;
     auto& picture = *dialog.FindOfDialog();
+    CCamera::Settle(); // it takes the focus
     camera.Record(window, u"road-map-search"_s, [&] { Search(*find, MappleFindId::RadioLandMark, u"天文台"_s); });
     camera.Shoot(picture, u"road-map-search-facility.png"_s);
     camera.Record(window, u"road-map-result"_s, [&] { Press(*find, MappleFindId::ButtonSetObs); });

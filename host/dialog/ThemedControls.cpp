@@ -93,13 +93,16 @@ void CKivSlider::paintEvent(QPaintEvent* event)
     if (tickInterval() > 0) {
         constexpr int handleHalf = 7;
         constexpr int tickLength = 4;
+        constexpr int tickDistance = 12; // from the groove to the outer end of a tick
         QPainter painter(this);
         painter.setPen(palette().color(QPalette::Disabled, QPalette::WindowText));
         const int span = height() - 2 * handleHalf;
+        const int left = width() / 2 - tickDistance;
+        const int right = width() / 2 + tickDistance - 1;
         for (int tick = minimum(); tick <= maximum(); tick += tickInterval()) {
             const int y = handleHalf + span * (tick - minimum()) / std::max(maximum() - minimum(), 1);
-            painter.drawLine(0, y, tickLength, y);
-            painter.drawLine(width() - 1 - tickLength, y, width() - 1, y);
+            painter.drawLine(left, y, left + tickLength, y);
+            painter.drawLine(right - tickLength, y, right, y);
         }
     }
     QSlider::paintEvent(event);

@@ -4,14 +4,21 @@
 #include "city/core/PlaceDocument.h"
 #include "controls/globe_map/GlobeMap.h"
 #include "host/control/ControlNumbers.h"
+#include "host/control/ControlRegister.h"
+#include "host/control/RoadMapResults.h"
 #include "host/dialog/Theme.h"
+#include "host/dialog/ThemedControls.h"
 #include "host/system/CommonFile.h"
+#include "host/system/ComponentStore.h"
 #include "host/system/Registry.h"
 #include "host/text/CodePage932.h"
 #include "obs/ControlIds.h"
 #include "obs/DlgObs.h"
 #include "planetarium/ControlClasses.h"
 #include "planetarium/Host.h"
+#include "roadmap/ControlIds.h"
+#include "roadmap/DlgMapple.h"
+#include "roadmap/DlgMappleFind.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -406,6 +413,89 @@ void SpinStep(benchmark::State& state)
             QApplication::processEvents();
         });
 }
+
+/// A road map that has found a great many facilities.
+class CFullRoadMap : public IControl
+{
+public:
+    explicit CFullRoadMap(QWidget* parent) : m_window(new QWidget(parent)), m_results(MakeRows()) {}
+    ~CFullRoadMap() override { delete m_window; }
+
+    [[nodiscard]] QWidget* Window() override { return m_window; }
+    QVariant Invoke(int method, const QVariantList& /*arguments*/) override
+    {
+        return method == ControlNumber::RoadMap::GetSearchResult ? QVariant(m_results.Handle()) : QVariant();
+    }
+    void SetControlProperty(int /*property*/, const QVariant& /*value*/) override {}
+    void EndSearch() const { RaiseEvent(ControlNumber::RoadMap::EventLandMarkEnd, {0}); }
+
+private:
+    static std::vector<CRoadMapResult> MakeRows()
+    {
+        constexpr int count = 50'000;
+        std::vector<CRoadMapResult> rows;
+        for (int i = 0; i < count; ++i)
+            rows.push_back({1.0 * i, 2.0 * i, u"施設 %1"_s.arg(i), u"東京都三鷹市大沢 %1"_s.arg(i), u"大分類"_s,
+                            u"中分類"_s, u"小分類"_s});
+        return rows;
+    }
+
+    QWidget* m_window;
+    CRoadMapResults m_results;
+};
+
+/// The search window over such a map.
+class CSearchStage
+{
+public:
+    CSearchStage()
+    {
+        CRegistry::UseFile(m_folder.filePath(u"settings.ini"_s));
+        CRegistry::Write(u"Dialog\\Mapple"_s, u"CreateWait"_s, 0, CRegistry::Count);
+        CComponentStore::UseFile(m_folder.filePath(u"components.xml"_s));
+        CComponentStore store;
+        store.SetValue(CComponentStore::Root::LocalMachine, u"SOFTWARE\\Super Mapple\\version 12.0.0\\Mapple\\App",
+                       u"path"_s, {CComponentStore::ValueType::String, m_folder.path()});
+        static_cast<void>(store.Save());
+        CControlRegister::Instance().Register(QString::fromUtf16(ControlClass::RoadMap),
+                                              [](QWidget* parent) { return std::make_unique<CFullRoadMap>(parent); });
+        m_dialog.Create(nullptr);
+        m_dialog.FindOfDialog()->show();
+        QApplication::processEvents();
+    }
+
+    void EndSearch()
+    {
+        static_cast<CFullRoadMap*>(m_dialog.MapOfDialog().Control())->EndSearch();
+        QApplication::processEvents();
+    }
+    CKivListCtrl& List() { return *m_dialog.FindOfDialog()->Item<CKivListCtrl>(MappleFindId::ListResult); }
+
+private:
+    QTemporaryDir m_folder;
+    CDlgMapple m_dialog{nullptr};
+};
+
+/// From the end of a search until its 50,000 matches are on screen.
+void FillResults(benchmark::State& state)
+{
+    CSearchStage stage;
+    MeasureMedian(
+        state, 200.0, [] {}, [&] { stage.EndSearch(); });
+}
+
+/// A page further down the 50,000 matches.
+void ScrollResults(benchmark::State& state)
+{
+    CSearchStage stage;
+    stage.EndSearch();
+    MeasureMedian(
+        state, 16.0, [] {},
+        [&] {
+            QTest::keyClick(&stage.List(), Qt::Key_PageDown);
+            QApplication::processEvents();
+        });
+}
 } // namespace
 
 BENCHMARK(LoadShippedList)->UseManualTime()->Unit(benchmark::kMillisecond);
@@ -419,6 +509,8 @@ BENCHMARK(RedrawGlobe)->ArgName("zoom")->Arg(0)->Arg(40)->Arg(70)->UseManualTime
 BENCHMARK(OpenDialog)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(SpinStep)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(TypeDigit)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(FillResults)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(ScrollResults)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 int main(int argc, char** argv)
 {

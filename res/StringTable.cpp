@@ -19,6 +19,8 @@ constexpr std::array Entries{
     Entry{StringTable::SectionCommand, u"Dialog\\Command"},
     Entry{StringTable::AltitudeRange, u"%sの標高には %.0f から %.0f までの値を入力してください。"},
     Entry{StringTable::LongitudeRange, u"経度には %d から %d までの値を入力してください。"},
+    Entry{StringTable::SectionMapple, u"Dialog\\Mapple"},
+    Entry{StringTable::SectionMappleFind, u"Dialog\\MappleFind"},
 };
 } // namespace
 

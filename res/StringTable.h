@@ -12,6 +12,8 @@ inline constexpr int ConsoleEnable = 7229;
 inline constexpr int SectionCommand = 7230;
 inline constexpr int AltitudeRange = 7232;  ///< %s body, %.0f lower bound, %.0f upper bound
 inline constexpr int LongitudeRange = 7233; ///< %d lower bound, %d upper bound
+inline constexpr int SectionMapple = 7242;
+inline constexpr int SectionMappleFind = 7243;
 
 /// The text of a number; empty when there is none.
 [[nodiscard]] QString Load(int id);

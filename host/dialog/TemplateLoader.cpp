@@ -39,6 +39,8 @@ private:
             return new CKivComboBox(parent);
         if (className == u"CKivSlider"_s)
             return new CKivSlider(parent);
+        if (className == u"CKivListCtrl"_s)
+            return new CKivListCtrl(parent);
         return nullptr;
     }
 };

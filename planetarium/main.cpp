@@ -60,6 +60,7 @@ int main(int argc, char** argv)
 
     CCommonFile::SetModulePath(folders.Shipped);
     folders.InstallPlaceList();
+    folders.InstallRoadMap();
     ControlClasses::Register(folders.Shipped);
     Components::Install(folders.Shipped);
     Guide::Install(folders.Shipped + u"../docs/guide.ja.md"_s);

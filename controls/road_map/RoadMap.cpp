@@ -109,7 +109,8 @@ void CRoadMap::EndSearch(quint64 number, bool isFacility, const QString& text)
     if (number != m_searchNumber)
         return RaiseEvent(event, {StatusCancelled});
     const CRoadMapData& tables = m_painter.Data();
-    m_results = std::make_unique<CRoadMapResults>(isFacility ? tables.FindFacilities(text) : tables.FindAddresses(text));
+    m_results =
+        std::make_unique<CRoadMapResults>(isFacility ? tables.FindFacilities(text) : tables.FindAddresses(text));
     RaiseEvent(event, {StatusFinished});
 }
 

@@ -99,13 +99,14 @@ double Milliseconds(double degrees)
 // How a kind of facility is drawn: its layer, its weight beside others, and the widest view that shows it.
 struct FacilityLook
 {
-    const char16_t* MiddleCategory;
+    const char16_t* Category; // middle or small
     int Kind;
     double Importance;
     double WidestAngle;
 };
-constexpr std::array<FacilityLook, 11> FacilityLooks = {{
-    {u"天文台", 3, 1.2, 7},
+constexpr std::array<FacilityLook, 12> FacilityLooks = {{
+    {u"公開天文台", 3, 2.4, 2.6},
+    {u"天文台", 3, 1.2, 6},
     {u"宇宙機関", 6, 2.6, 2.2},
     {u"プラネタリウム", 3, 3.2, 1.2},
     {u"科学館・博物館", 6, 3.4, 1.2},
@@ -118,10 +119,11 @@ constexpr std::array<FacilityLook, 11> FacilityLooks = {{
     {u"史跡", 6, 3.3, 0.8},
 }};
 
-FacilityLook LookOf(const QString& middleCategory)
+FacilityLook LookOf(const RoadMapFacility& facility)
 {
     for (const FacilityLook& look : FacilityLooks) {
-        if (middleCategory == QStringView(look.MiddleCategory))
+        const QStringView category = look.Category;
+        if (facility.MiddleCategory == category || facility.SmallCategory == category)
             return look;
     }
     return {u"", LandmarkKind::Other, 4, 1};
@@ -230,7 +232,7 @@ std::vector<Landmark> CRoadMapData::Landmarks() const
         places.push_back(MakeLandmark(address.Name, address.Position, look.Kind, importance, look.WidestAngle));
     }
     for (const RoadMapFacility& facility : m_facilities) {
-        const FacilityLook look = LookOf(facility.MiddleCategory);
+        const FacilityLook look = LookOf(facility);
         places.push_back(MakeLandmark(facility.Name, facility.Position, look.Kind, look.Importance, look.WidestAngle));
     }
     std::stable_sort(places.begin(), places.end(),

@@ -28,16 +28,18 @@ const QColor Shallows(70, 130, 180, 38); // along the coast
 const QColor CoastColor(142, 176, 204, 190);
 const QColor BorderColor(255, 226, 170, 170);
 const QColor PrefectureColor(214, 196, 160, 120);
+const QColor RiverColor(86, 128, 168, 120);
 const QColor WayColor(96, 214, 232, 230);
 
 constexpr double LongestBar = 130;         // pixels
 constexpr double SurroundingsReach = 0.35; // degrees to the nearest municipal office that is told
 constexpr double SurroundingsAngle = 0.6;  // degrees of view from which the area has too many of them
 constexpr double PrefectureAngle = 0.12;   // from nearer, the borders' own inaccuracy would show
+constexpr double RiverAngle = 4;
 constexpr double Margin = 6;
 // What the finer coast covers; its edge is a line of its own, which must stay out of sight.
 constexpr double NearWest = 122.2;
-constexpr double NearEast = 148.8;
+constexpr double NearEast = 153.8;
 constexpr double NearSouth = 20.2;
 constexpr double NearNorth = 45.8;
 
@@ -66,6 +68,7 @@ void CRoadMapPainter::LoadOnce()
     m_coast.Load(m_dataFolder + u"earth/coast10.kol"_s);
     m_borders.Load(m_dataFolder + u"earth/borders10.kol"_s);
     m_nearCoast.Load(m_dataFolder + u"roadmap/coast.kol"_s);
+    m_rivers.Load(m_dataFolder + u"roadmap/rivers.kol"_s);
     m_prefectures.Load(m_dataFolder + u"roadmap/prefectures.kol"_s);
     m_data.Load(m_dataFolder + u"roadmap/"_s);
     ShowPlaces();
@@ -138,6 +141,10 @@ void CRoadMapPainter::PaintGround(QPainter& painter, const RoadMapScene& scene, 
         // Hard edges: ten times as quick, and the coastline drawn on them is smooth.
         painter.fillPath(coast.Inside(view, size), Land);
         painter.setRenderHint(QPainter::Antialiasing);
+        if (view.VisibleAngle(size) < RiverAngle) {
+            painter.setPen(QPen(RiverColor, 0));
+            m_rivers.Draw(painter, view, size, 1);
+        }
         painter.setPen(QPen(CoastColor, 0));
         coast.Draw(painter, view, size, 1);
     }
@@ -211,16 +218,17 @@ void CRoadMapPainter::Paint(QImage& picture, const RoadMapScene& scene)
 
     const double lineHeight = QFontMetricsF(m_smallFont).height();
     const ScaleBar bar = ScaleBar::For(scene.MetersPerPixel, LongestBar);
-    // Above the labels of the meridians.
-    const QPointF barCorner(Margin, size.height() - lineHeight - 2 * Margin);
-    const QRectF barPlace(barCorner - QPointF(0, bar.Size(painter, scene.Denominator).height()),
-                          bar.Size(painter, scene.Denominator));
+    // On the right, above the labels of the meridians and clear of those of the parallels.
+    const QSizeF barSize = bar.Size(painter, scene.Denominator);
+    const QPointF barCorner(size.width() - barSize.width() - Margin, size.height() - lineHeight - 2 * Margin);
+    const QRectF barPlace(barCorner - QPointF(0, barSize.height()), barSize);
     const double angle = std::min(size.width(), size.height()) / scene.View.Radius() * DegreesPerRadian;
     const QString surroundings = angle < SurroundingsAngle ? Surroundings(scene) : QString();
-    QRectF surroundingsPlace;
-    if (!surroundings.isEmpty())
-        surroundingsPlace =
-            QRectF(Margin, Margin, QFontMetricsF(m_smallFont).horizontalAdvance(surroundings) + 10, lineHeight + 6);
+    // In the middle of the upper edge, clear of the labels on the left; a window too narrow for it does without.
+    const double width = QFontMetricsF(m_smallFont).horizontalAdvance(surroundings) + 10;
+    QRectF surroundingsPlace((size.width() - width) / 2, Margin, width, lineHeight + 6);
+    if (surroundings.isEmpty() || surroundingsPlace.intersects(scene.ReadOut) || surroundingsPlace.left() < Margin)
+        surroundingsPlace = QRectF();
     const QRectF labels(0, size.height() - lineHeight - Margin, size.width(), lineHeight + Margin);
     const auto site = scene.Site ? scene.View.ToScreen(scene.Site->Longitude, scene.Site->Latitude) : std::nullopt;
     m_places.Draw(painter, scene.View, size.toSize(), angle, {scene.ReadOut, barPlace, surroundingsPlace, labels},
@@ -229,6 +237,6 @@ void CRoadMapPainter::Paint(QImage& picture, const RoadMapScene& scene)
         MapFurniture::DrawObserver(painter, *site);
     painter.setFont(m_smallFont);
     bar.Draw(painter, barCorner, scene.Denominator);
-    if (!surroundings.isEmpty())
+    if (!surroundingsPlace.isEmpty())
         MapFurniture::DrawPlate(painter, surroundingsPlace, surroundings);
 }

@@ -53,6 +53,7 @@ private:
     bool m_isLoaded = false;
     CLineSet m_coast;
     CLineSet m_nearCoast; // of Japan and around, finer
+    CLineSet m_rivers;
     CLineSet m_borders;
     CLineSet m_prefectures;
     CRoadMapData m_data;

@@ -123,7 +123,8 @@ QPainterPath CLineSet::Inside(const CSphereView& view, QSizeF size) const
         line = LineEnd(line);
         const auto first = m_pieces.begin() + static_cast<std::ptrdiff_t>(begin);
         const auto last = m_pieces.begin() + static_cast<std::ptrdiff_t>(line);
-        if (std::none_of(first, last, isSeen))
+        // Neither what is out of sight nor islands too small to see.
+        if ((line == begin + 1 && first->CapAngle * view.Radius() < Tolerance / 2) || std::none_of(first, last, isSeen))
             continue;
         QPolygonF outline;
         for (auto piece = first; piece != last; ++piece) {

@@ -329,11 +329,10 @@ bool CDlgMapple::PreTranslateMessage(QKeyEvent& key)
 
 bool CDlgMapple::event(QEvent* event)
 {
-    if (event->type() != CHostMessage::EventType())
+    const auto* message = event->type() == CHostMessage::EventType() ? static_cast<CHostMessage*>(event) : nullptr;
+    if (!message || message->Number != MappleId::MessageFindSelectPos)
         return CKivDialog::event(event);
-    const auto& message = *static_cast<const CHostMessage*>(event);
-    if (message.Number == MappleId::MessageFindSelectPos)
-        OnFindSelectPos(message.First.toUInt(), message.Second.value<double*>());
+    OnFindSelectPos(message->First.toUInt(), message->Second.value<double*>());
     return true;
 }
 

@@ -143,11 +143,13 @@ bool CDlgMapple::CreateMap()
         return false;
     }
     MapCreated = 1;
-    MapCtrl.setAccessibleName(u"道路地図"_s);
     MapCtrl.lower(); // under the other controls, which stay usable when it covers the whole window
     MapCtrl.show();
     ConnectEvents(MapCtrl);
     QWidget* const map = MapCtrl.Control()->Window();
+    map->setAccessibleName(u"道路地図"_s);
+    // Enter, which a map may take elsewhere, closes this window.
+    map->setAccessibleDescription(u"矢印キーで地図を動かし、スペースキーで中央の地点を観測地にします。"_s);
     setTabOrder(map, ZoomSlider); // as the eye goes
     map->setFocus();
     return true;

@@ -31,6 +31,7 @@ struct ControlScript
     CTranscript& Transcript;
     QHash<QString, QString> Answers; ///< by the text of the query
     int FeatureCount = 8;
+    QStringList FeatureNames; ///< of the kinds, empty beyond them
     double CenterLongitude = 0.0;
     double CenterLatitude = 0.0;
     bool Refuses = false;                       ///< no control can be created

@@ -1,6 +1,6 @@
 #include "obs/DlgObs.h"
 
-#include "city/core/PlaceList.h"
+#include "city/core/PlaceDocument.h"
 #include "host/control/ControlNumbers.h"
 #include "host/dialog/HostMessage.h"
 #include "host/dialog/ThemedControls.h"
@@ -19,8 +19,6 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-const QString ShippedListName = u"kivpel.obs"_s;
-const QString UserListName = u"kivpel_user.obs"_s;
 constexpr int RoomForMap = 90; // pixels more than the map's least width, which makes it square
 } // namespace
 
@@ -210,24 +208,24 @@ bool CDlgObs::CreateGlobeMap()
 
 void CDlgObs::SetUpLandmarks()
 {
-    QString listPath = DataFolder + UserListName;
+    const CPlacePaths paths = CPlacePaths::InFolder(DataFolder);
+    QString listPath = paths.UserListFilePath;
     bool exists = CCommonFile::DoesFileExist(listPath);
     if (!exists) {
-        listPath = CCommonFile::GetModulePath() + ShippedListName;
+        listPath = CCommonFile::GetModulePath() + QString::fromUtf16(CPlacePaths::ListName);
         exists = CCommonFile::DoesFileExist(listPath);
     }
-    if (CCommonFile::IsFileNewerThan(DataFolder + ShippedListName, DataFolder + UserListName))
+    if (CCommonFile::IsFileNewerThan(paths.ListFilePath, paths.UserListFilePath))
         RefreshUserList();
     GlobeMap.SetLandmarkFile(listPath);
     GlobeMap.SetLandmarkFileExists(exists);
 }
 
-/// Writes the user list anew from a newer shipped list, without showing anything.
+/// Writes the user list anew from a newer shipped list and the user's changes, without showing anything.
 void CDlgObs::RefreshUserList()
 {
-    CPlaceList list;
-    list.ListFilePath = DataFolder + ShippedListName;
-    list.UserListFilePath = DataFolder + UserListName;
+    CPlaceDocument list;
+    list.SetPaths(CPlacePaths::InFolder(DataFolder));
     list.SetProgress([](int phase, const QVariant& value) {
         HostWindow::Send(HostWindow::Main(), HostWindow::MessageListProgress, phase, value);
     });
@@ -235,6 +233,7 @@ void CDlgObs::RefreshUserList()
     Guarded([&list, &isLoaded] {
         list.LoadCityList();
         isLoaded = true;
+        list.LoadLocationTreeContext();
         list.RefreshUserObs();
     });
     if (!isLoaded) // the load broke off before its own report of the end

@@ -12,37 +12,50 @@ template <typename Table> auto& At(Table& table, int index)
         throw CInvalidArgument("index outside the place list's table");
     return table[static_cast<size_t>(index)];
 }
+
+CPlaceList::CTables EmptyTables()
+{
+    CPlaceList::CTables tables;
+    tables.Folders.resize(CPlaceList::FolderTableSize);
+    tables.Places.resize(CPlaceList::PlaceTableSize);
+    return tables;
+}
 } // namespace
 
 CPlaceList::CPlaceList()
-    : m_folderTable(FolderTableSize), m_placeTable(PlaceTableSize),
-      m_saveFileFactory([](const QString& path) { return std::make_unique<QSaveFile>(path); })
+    : m_tables(EmptyTables()), m_saveFileFactory([](const QString& path) { return std::make_unique<QSaveFile>(path); })
 {
 }
 
 const CTagList& CPlaceList::Folder(int index) const
 {
-    return At(m_folderTable, index);
+    return At(m_tables.Folders, index);
 }
 
 CCityList& CPlaceList::Place(int index)
 {
-    return At(m_placeTable, index);
+    return At(m_tables.Places, index);
 }
 
 const CCityList& CPlaceList::Place(int index) const
 {
-    return At(m_placeTable, index);
+    return At(m_tables.Places, index);
 }
 
 CTagList& CPlaceList::NextFolder()
 {
-    return At(m_folderTable, m_folderCount);
+    return At(m_tables.Folders, m_tables.FolderCount);
 }
 
 CCityList& CPlaceList::NextPlace()
 {
-    return At(m_placeTable, m_placeCount);
+    return At(m_tables.Places, m_tables.PlaceCount);
+}
+
+int CPlaceList::AddPlaceRecord(const CCityList& place)
+{
+    NextPlace() = place;
+    return m_tables.PlaceCount++;
 }
 
 void CPlaceList::Report(int phase, const QVariant& value) const
@@ -54,7 +67,12 @@ void CPlaceList::Report(int phase, const QVariant& value) const
 void CPlaceList::ClearTree()
 {
     m_tree.Clear();
-    m_folderCount = 0;
+    m_tables.FolderCount = 0;
+}
+
+CPlaceList::CTables CPlaceList::TakeTables()
+{
+    return std::exchange(m_tables, EmptyTables());
 }
 
 void CPlaceList::GetCityString(const CPlaceItem* item, QString& out) const
@@ -76,7 +94,7 @@ void CPlaceList::SetLocationData(int placeIndex, const QString& data)
 
 bool CPlaceList::RefreshUserObs()
 {
-    if (!m_isComplete)
+    if (!m_tables.IsComplete)
         return false;
     CKivFile file(m_saveFileFactory);
     if (!file.OpenCreate(UserListFilePath))
@@ -91,7 +109,7 @@ QByteArray CPlaceList::UserListBytes() const
     constexpr int usualLineLength = 96;
     QByteArray bytes = m_listHeader;
     bytes.replace("\n", "\r\n");
-    bytes.reserve(bytes.size() + qsizetype(m_placeCount) * usualLineLength);
+    bytes.reserve(bytes.size() + qsizetype(m_tables.PlaceCount) * usualLineLength);
 
     int depth = 0;
     const CPlaceItem* item = m_tree.Root();

@@ -46,7 +46,7 @@ public:
     void LoadCityList();
 
     /// Whether the last load took in the whole file. What could not be read, or not wholly, must not be saved.
-    [[nodiscard]] bool IsComplete() const { return m_isComplete; }
+    [[nodiscard]] bool IsComplete() const { return m_tables.IsComplete; }
 
     /// Replaces the user list by what the tree holds now. False, with the old file in place, when it cannot be
     /// written or the list is incomplete.
@@ -55,14 +55,33 @@ public:
     /// Empties the tree and the folder table; place records and the header stay, and the next load appends.
     void ClearTree();
 
+    /// Counts the list as not wholly loaded.
+    void SetIncomplete() { m_tables.IsComplete = false; }
+
+    /// The folder and place records, apart from the tree.
+    struct CTables
+    {
+        std::vector<CTagList> Folders;
+        int FolderCount = 0;
+        std::vector<CCityList> Places;
+        int PlaceCount = 0;
+        bool IsComplete = true;
+    };
+    /// Takes the tables out and leaves empty ones; the header stays.
+    [[nodiscard]] CTables TakeTables();
+    void PutTables(CTables tables) { m_tables = std::move(tables); }
+
     [[nodiscard]] CPlaceTree& Tree() { return m_tree; }
     [[nodiscard]] const CPlaceTree& Tree() const { return m_tree; }
-    [[nodiscard]] int FolderCount() const { return m_folderCount; }
-    [[nodiscard]] int PlaceCount() const { return m_placeCount; }
+    [[nodiscard]] int FolderCount() const { return m_tables.FolderCount; }
+    [[nodiscard]] int PlaceCount() const { return m_tables.PlaceCount; }
     /// Records by index; CInvalidArgument outside the table.
     [[nodiscard]] const CTagList& Folder(int index) const;
     [[nodiscard]] CCityList& Place(int index);
     [[nodiscard]] const CCityList& Place(int index) const;
+    /// Takes the next record of the place table and answers its index; CInvalidArgument when the table is full.
+    int AddPlaceRecord(const CCityList& place);
+    void RemoveLastPlaceRecord() { --m_tables.PlaceCount; }
     /// The lines at the head of the shipped list, each ending with LF, in code page 932.
     [[nodiscard]] const QByteArray& ListHeader() const { return m_listHeader; }
 
@@ -79,13 +98,9 @@ private:
     CCityList& NextPlace();
     void Report(int phase, const QVariant& value) const;
 
-    std::vector<CTagList> m_folderTable;
-    int m_folderCount = 0;
-    std::vector<CCityList> m_placeTable;
-    int m_placeCount = 0;
+    CTables m_tables;
     CPlaceTree m_tree;
     QByteArray m_listHeader;
-    bool m_isComplete = true;
     Progress m_progress;
     CKivFile::SaveFileFactory m_saveFileFactory;
 };

@@ -70,8 +70,8 @@ private:
         CTagList& root = m_list.NextFolder();
         root = {nullptr, 0, QString::fromUtf16(RootName)};
         CPlaceItem* item = m_list.m_tree.Append(nullptr, root.Name, CPlaceItem::FolderData);
-        m_levels[0] = {item, m_list.m_folderCount};
-        m_list.m_folderCount += 1;
+        m_levels[0] = {item, m_list.m_tables.FolderCount};
+        m_list.m_tables.FolderCount += 1;
     }
 
     /// Reads the comment lines at the head and estimates from the first line after them how many lines follow.
@@ -109,7 +109,7 @@ private:
         if (m_progressStep > 0 && m_lineCount % m_progressStep == 0) {
             // Divided before it is multiplied, so the figure stays 0 until the estimate is reached; displays rely on
             // it.
-            const qint64 share = (m_list.m_placeCount + m_list.m_folderCount) / m_estimate;
+            const qint64 share = (m_list.m_tables.PlaceCount + m_list.m_tables.FolderCount) / m_estimate;
             m_list.Report(PhasePercent, static_cast<int>(std::clamp<qint64>(share * 100, 0, 100)));
         }
     }
@@ -124,8 +124,8 @@ private:
         const QString name = WithoutTrailingBlanks(CodePage932::Decode(text.sliced(marks)));
         CPlaceItem* item = m_list.m_tree.Append(LastUpTo(level - 1).Item, name, CPlaceItem::FolderData);
         folder = {item, level, name};
-        m_levels[level] = {item, m_list.m_folderCount};
-        m_list.m_folderCount += 1;
+        m_levels[level] = {item, m_list.m_tables.FolderCount};
+        m_list.m_tables.FolderCount += 1;
         m_level = level;
     }
 
@@ -137,9 +137,9 @@ private:
         CCityList& record = m_list.NextPlace();
         place.TagIndex = LastUpTo(m_level).Index;
         // The root's record holds no item, so a place outside all folders stands beside the root, not in it.
-        place.Item = m_list.m_tree.Append(m_list.Folder(place.TagIndex).Item, place.Name, m_list.m_placeCount);
+        place.Item = m_list.m_tree.Append(m_list.Folder(place.TagIndex).Item, place.Name, m_list.m_tables.PlaceCount);
         record = place;
-        m_list.m_placeCount += 1;
+        m_list.m_tables.PlaceCount += 1;
     }
 
     /// The last folder seen at this level, or at the deepest level above it that has had one.
@@ -156,6 +156,6 @@ private:
 
 void CPlaceList::LoadCityList()
 {
-    m_isComplete = false;
-    m_isComplete = Loader(*this).Load();
+    m_tables.IsComplete = false;
+    m_tables.IsComplete = Loader(*this).Load();
 }

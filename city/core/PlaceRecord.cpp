@@ -63,6 +63,17 @@ std::vector<QByteArrayView> Pieces(QByteArrayView line)
 }
 } // namespace
 
+void CCityList::SetValues(const CCityList& other)
+{
+    Longitude = other.Longitude;
+    Latitude = other.Latitude;
+    Altitude = other.Altitude;
+    TimeZone = other.TimeZone;
+    IsAutoAltitude = other.IsAutoAltitude;
+    IsUserEdited = other.IsUserEdited;
+    Kind = other.Kind;
+}
+
 void PlaceFormat::AppendListLine(QByteArray& lines, const QString& name, const CCityList& place)
 {
     lines.append(CodePage932::Encode(name).leftJustified(NameWidth, ' ', true)).append(',');

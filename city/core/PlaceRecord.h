@@ -17,6 +17,9 @@ struct CCityList
     int IsAutoAltitude = 0;     ///< 1: with a terrain model the altitude is the terrain's
     int IsUserEdited = 0;       ///< 1 once the user added or changed the place
     int Kind = 0;               ///< index in the globe map's list of landmark kinds
+
+    /// Takes over Longitude to Kind; who the place is stays.
+    void SetValues(const CCityList& other);
 };
 
 /// A folder of the list.

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "city/core/OverlayJson.h"
+
+#include <QHash>
+#include <QString>
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <set>
+#include <unordered_map>
+#include <vector>
+
+/// Finds node objects by name in arrays of any length without walking them twice. An array is read from its front only
+/// as far as a search must go, exactly as a plain scan would, so a key that is missing there gains its null.
+class COverlayIndex
+{
+public:
+    /// A key that a search added to the element at that position.
+    struct CAddedKey
+    {
+        size_t Position = 0;
+        std::string Key;
+    };
+
+    /// Position of the first element of the array that stands for the item of that name: an update by its latest name,
+    /// anything else but a deletion by its original name.
+    [[nodiscard]] std::optional<size_t> Find(picojson::array& nodes, const QString& name,
+                                             std::vector<CAddedKey>& added);
+
+    /// To be told after an element was appended, before one is erased, and around a change of an element's keys.
+    void Appended(const picojson::array& nodes);
+    void BeforeErase(const picojson::array& nodes, size_t position);
+    void BeforeChange(const picojson::array& nodes, size_t position);
+    void AfterChange(const picojson::array& nodes, size_t position);
+
+    /// Forgets all arrays inside the value.
+    void Drop(const picojson::value& value);
+    void Clear() { m_arrays.clear(); }
+
+private:
+    struct CArrayIndex
+    {
+        std::vector<quint64> Numbers; ///< ascending, one for each element
+        quint64 LastNumber = 0;
+        size_t ReadCount = 0; ///< elements from the front that ByName knows
+        std::unordered_map<QString, std::set<quint64>> ByName;
+    };
+
+    [[nodiscard]] CArrayIndex& Of(const picojson::array& nodes);
+    [[nodiscard]] static std::optional<QString> NameOf(const picojson::value& element);
+
+    QHash<const picojson::array*, std::shared_ptr<CArrayIndex>> m_arrays;
+};

@@ -1,0 +1,153 @@
+#include "city/core/PlaceDocument.h"
+
+#include "city/core/PlaceEdits.h"
+
+#include <memory>
+#include <utility>
+
+namespace
+{
+std::unique_ptr<QSaveFile> MakeSaveFile(const QString& path)
+{
+    return std::make_unique<QSaveFile>(path);
+}
+} // namespace
+
+CPlacePaths CPlacePaths::InFolder(const QString& dataFolder)
+{
+    return {dataFolder + QString::fromUtf16(ListName), dataFolder + QString::fromUtf16(UserListName),
+            dataFolder + QString::fromUtf16(OverlayName)};
+}
+
+CPlaceDocument::CPlaceDocument() : m_overlayFile(MakeSaveFile) {}
+
+CPlaceDocument::~CPlaceDocument() = default;
+
+void CPlaceDocument::SetPaths(const CPlacePaths& paths)
+{
+    m_list.ListFilePath = paths.ListFilePath;
+    m_list.UserListFilePath = paths.UserListFilePath;
+    m_overlayFilePath = paths.OverlayFilePath;
+}
+
+void CPlaceDocument::SetSaveFileFactory(const CKivFile::SaveFileFactory& factory)
+{
+    m_list.SetSaveFileFactory(factory);
+    m_overlayFile = COverlayFile(factory);
+}
+
+void CPlaceDocument::LoadCityList()
+{
+    m_list.Tree().BeginReset();
+    try {
+        m_list.LoadCityList();
+    } catch (...) {
+        m_list.Tree().EndReset();
+        throw;
+    }
+    m_list.Tree().EndReset();
+}
+
+void CPlaceDocument::LoadLocationTreeContext()
+{
+    const QByteArray bytes = COverlayFile::Read(m_overlayFilePath);
+    if (bytes.isEmpty()) {
+        m_overlay.SetDefault();
+        return;
+    }
+    OverlayJson::CParsed parsed = OverlayJson::Parse(bytes);
+    if (parsed.IsWhole)
+        m_overlayFile.KnowAsWhole(bytes);
+    m_overlay.Take(std::move(parsed.Document));
+    m_list.Tree().BeginReset();
+    try {
+        m_overlay.Replay();
+    } catch (...) {
+        m_list.SetIncomplete();
+        m_list.Tree().EndReset();
+        throw;
+    }
+    m_list.Tree().EndReset();
+}
+
+CPlaceDocument::CSaved CPlaceDocument::SaveCityList()
+{
+    CSaved saved;
+    saved.UserList = m_list.RefreshUserObs();
+    // An overlay that was never read is not known, and what is not known must not be replaced.
+    if (m_overlay.Overlay().is<picojson::array>())
+        saved.Overlay = m_overlayFile.Save(m_overlayFilePath, m_overlay.Bytes());
+    return saved;
+}
+
+bool CPlaceDocument::IsDuplicateItemName(const CPlaceItem* parent, const QString& newName, const QString& oldName) const
+{
+    if (!parent)
+        return true;
+    if (parent->FirstChild() && parent->FirstChild()->Text() == newName)
+        return true;
+    return newName != oldName && m_list.Tree().SearchNodeItem(parent, newName) != nullptr;
+}
+
+CPlaceItem* CPlaceDocument::AddPlace(CPlaceItem* parent, CPlaceItem* after, const QString& name,
+                                     const CCityList& values)
+{
+    return Run(std::make_unique<CAddEdit>(m_list, m_overlay, parent, after, name, values));
+}
+
+CPlaceItem* CPlaceDocument::AddFolder(CPlaceItem* parent, CPlaceItem* after, const QString& name)
+{
+    return Run(std::make_unique<CAddEdit>(m_list, m_overlay, parent, after, name, std::nullopt));
+}
+
+void CPlaceDocument::UpdatePlace(CPlaceItem* item, const QString& newName, const CCityList& values)
+{
+    Run(std::make_unique<CUpdateEdit>(m_list, m_overlay, item, newName, values));
+}
+
+void CPlaceDocument::UpdateFolder(CPlaceItem* item, const QString& newName)
+{
+    Run(std::make_unique<CUpdateEdit>(m_list, m_overlay, item, newName, std::nullopt));
+}
+
+void CPlaceDocument::Delete(CPlaceItem* item)
+{
+    Run(std::make_unique<CDeleteEdit>(m_list, m_overlay, item));
+}
+
+CPlaceItem* CPlaceDocument::Move(CPlaceItem* item, CPlaceItem* newParent, CPlaceItem* after)
+{
+    return Run(std::make_unique<CMoveEdit>(m_list, m_overlay, item, newParent, after));
+}
+
+bool CPlaceDocument::Reset()
+{
+    auto edit = std::make_unique<CResetEdit>(m_list, m_overlay);
+    CResetEdit& reset = *edit;
+    Run(std::move(edit));
+    if (!reset.IsWhole()) {
+        Undo();
+        m_edits.pop_back();
+    }
+    return reset.IsWhole();
+}
+
+/// Does the edit; only when it succeeds, it takes the place of those that were undone.
+CPlaceItem* CPlaceDocument::Run(std::unique_ptr<CPlaceEdit> edit)
+{
+    CPlaceItem* item = edit->Do();
+    m_edits.resize(m_doneCount);
+    m_edits.push_back(std::move(edit));
+    ++m_doneCount;
+    return item;
+}
+
+CPlaceItem* CPlaceDocument::Undo()
+{
+    return CanUndo() ? m_edits[--m_doneCount]->Undo() : nullptr;
+}
+
+CPlaceItem* CPlaceDocument::Redo()
+{
+    return CanRedo() ? m_edits[m_doneCount++]->Do() : nullptr;
+}

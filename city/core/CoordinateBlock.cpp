@@ -1,9 +1,12 @@
 #include "city/core/CoordinateBlock.h"
 
+#include "host/text/Number.h"
 #include "obs/core/BodyTable.h"
 
 #include <algorithm>
 #include <cmath>
+
+using namespace Qt::StringLiterals;
 
 namespace
 {
@@ -62,4 +65,15 @@ bool PlaceCoordinates::IsSamePosition(const CoordinateBlock& one, const Coordina
            one.LongitudeMinutes == other.LongitudeMinutes && one.LongitudeSeconds == other.LongitudeSeconds &&
            one.LatitudeHemisphere == other.LatitudeHemisphere && one.LatitudeDegrees == other.LatitudeDegrees &&
            one.LatitudeMinutes == other.LatitudeMinutes && one.LatitudeSeconds == other.LatitudeSeconds;
+}
+
+QString PlaceCoordinates::InitialPlaceText(const CoordinateBlock& block)
+{
+    // Blanks where the site dialog's question has zeros, on purpose.
+    return Number::Format("%s %3d度%2d分%4.1f秒\n%s %3d度%2d分%4.1f秒\n標高 %.0fm\nタイムゾーン %s%2d時間%2d分",
+                          block.LongitudeHemisphere ? "西経" : "東経", block.LongitudeDegrees, block.LongitudeMinutes,
+                          block.LongitudeSeconds, block.LatitudeHemisphere ? "南緯" : "北緯", block.LatitudeDegrees,
+                          block.LatitudeMinutes, block.LatitudeSeconds, block.Altitude, block.TimeZoneSign ? "-" : "+",
+                          block.TimeZoneHours, block.TimeZoneMinutes) +
+           u"\n\nを初期値として設定します。"_s;
 }

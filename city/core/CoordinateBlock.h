@@ -2,6 +2,8 @@
 
 #include "obs/core/SiteLocation.h"
 
+#include <QString>
+
 /// The position of a place as the city list and the place editor show it: twelve values.
 struct CoordinateBlock : CoordinateFields
 {
@@ -25,4 +27,7 @@ void SplitTimeZone(double timeZone, CoordinateBlock& block);
 
 /// Whether two blocks stand at the same point of the globe; altitude and time zone do not count.
 [[nodiscard]] bool IsSamePosition(const CoordinateBlock& one, const CoordinateBlock& other);
+
+/// The question before the block becomes the application's initial place.
+[[nodiscard]] QString InitialPlaceText(const CoordinateBlock& block);
 } // namespace PlaceCoordinates

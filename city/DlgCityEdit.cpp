@@ -147,6 +147,7 @@ void CDlgCity::OnBnClickedCityReset()
                    IPrompts::Icon::Warning, IPrompts::Buttons::OkCancel) != IPrompts::Answer::Ok)
         return;
     if (!Quietly([this] { return Document.Reset(); })) {
+        Quietly([this] { Tree->Select(Model.Index(SelectedItem)); }); // the same items, but the view has forgotten
         MessageBox(u"観測地ファイルを読み込めないため、初期化できません。"_s, IPrompts::Icon::Exclamation);
         return;
     }

@@ -78,9 +78,11 @@ int CCityFixture::Run(const std::function<void()>& steps)
 
 void CCityFixture::Key(Qt::Key key, Qt::KeyboardModifiers modifiers)
 {
-    QWidget* focus = QApplication::focusWidget();
-    ASSERT_NE(focus, nullptr);
-    QTest::keyClick(focus, key, modifiers);
+    if (!QApplication::focusWidget() && QApplication::activeModalWidget()) // after a child has closed
+        QApplication::activeModalWidget()->activateWindow();
+    EXPECT_TRUE(QTest::qWaitFor([] { return QApplication::focusWidget() != nullptr; }, 500));
+    ASSERT_NE(QApplication::focusWidget(), nullptr);
+    QTest::keyClick(QApplication::focusWidget(), key, modifiers);
 }
 
 void CCityFixture::Click(int id)
@@ -159,7 +161,7 @@ void CCityFixture::Mouse(QEvent::Type type, QPoint dialogPoint, Qt::MouseButton 
 
 void CCityFixture::Drag(const char* from, const char* to, bool cancel)
 {
-    PointOf(to); // opens its folders before the points are taken
+    (void)PointOf(to); // opens its folders before the points are taken
     const QPoint start = PointOf(from);
     const QPoint end = PointOf(to);
     Mouse(QEvent::MouseButtonPress, start, Qt::LeftButton, Qt::LeftButton);

@@ -80,7 +80,7 @@ TEST_F(ObsCity, TakesThePlaceOver)
     });
     EXPECT_EQ(Fields(), "W 10 30 0.0 S 20 30 0.0");
     EXPECT_EQ(TextOf(ObsId::EditAlt), "456");
-    EXPECT_NEAR(Observer.GetLongitude(), 349.5, 1e-9);
+    EXPECT_NEAR(Observer.GetLongitude(), -10.5, 1e-9);
     EXPECT_EQ(Observer.GetHeight(), 456.0);
     EXPECT_EQ(Observer.GetUserTz(), -8.0);
     EXPECT_EQ(Dialog->findChildren<CDlgCity*>().size(), 0);

@@ -1,6 +1,7 @@
 #include "planetarium/ControlClasses.h"
 
 #include "controls/globe_map/GlobeMap.h"
+#include "controls/road_map/RoadMap.h"
 #include "controls/sky_engine/SkyEngine.h"
 #include "host/control/ControlRegister.h"
 
@@ -13,4 +14,6 @@ void ControlClasses::Register(const QString& dataFolder)
     }
     classes.Register(QString::fromUtf16(ControlClass::GlobeMap),
                      [dataFolder](QWidget* parent) { return std::make_unique<CGlobeMap>(parent, dataFolder); });
+    classes.Register(QString::fromUtf16(ControlClass::RoadMap),
+                     [dataFolder](QWidget* parent) { return std::make_unique<CRoadMap>(parent, dataFolder); });
 }

@@ -1,6 +1,7 @@
 #include "planetarium/DataFolders.h"
 
 #include "host/system/CommonFile.h"
+#include "host/system/ComponentStore.h"
 #include "host/text/KivFile.h"
 
 #include <QCoreApplication>
@@ -12,6 +13,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 const QString ListName = u"kivpel.obs"_s;
+const QString RoadMapClassId = u"{6F2B7C10-4D5A-4E0B-9A57-3C0B1E0D8F41}"_s;
 
 QString FindShipped()
 {
@@ -53,4 +55,19 @@ void DataFolders::InstallPlaceList() const
     const QByteArray bytes = shipped.ReadAll();
     if (!shipped.HasReadError() && copy.WriteBytes(bytes))
         copy.Close();
+}
+
+void DataFolders::InstallRoadMap() const
+{
+    using Root = CComponentStore::Root;
+    using Type = CComponentStore::ValueType;
+    CComponentStore::UseFile(User + u"components.xml"_s);
+    CComponentStore store;
+    store.SetValue(Root::Classes, u"CORMPP.CorMppCtrl.2\\CLSID", QString(), {Type::String, RoadMapClassId});
+    store.SetValue(Root::Classes, u"CLSID\\"_s + RoadMapClassId + u"\\InprocServer32"_s, QString(),
+                   {Type::String, QCoreApplication::applicationFilePath()});
+    store.SetValue(Root::LocalMachine, u"SOFTWARE\\Super Mapple\\Version 10.00.1\\Mapple\\App", u"path"_s,
+                   {Type::String, Shipped + u"roadmap"_s});
+    // Where the folder cannot be written the checks find no road map; the program goes on without it.
+    (void)store.Save();
 }

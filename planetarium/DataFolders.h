@@ -18,4 +18,8 @@ struct DataFolders
     /// Copies the shipped place list into the user's folder when it is newer than the copy there. What fails is left
     /// as it was: the module then uses the shipped list itself.
     void InstallPlaceList() const;
+
+    /// Makes the store of components one of the user's folder, and tells there that the road map is installed: its
+    /// control in this program, its data in the shipped folder.
+    void InstallRoadMap() const;
 };

@@ -22,7 +22,8 @@ struct Page
     int Template;
     const char16_t* Heading;
 };
-constexpr std::array Pages{Page{7300, u"場所"}, Page{7306, u"コマンド入力"}};
+constexpr std::array Pages{Page{7300, u"場所"}, Page{7306, u"コマンド入力"}, Page{7307, u"スーパーマップル・デジタル"},
+                           Page{7308, u"スーパーマップル・デジタル検索"}};
 
 constexpr int PageWidth = 760; // pixels
 constexpr int Margin = 16;

@@ -28,6 +28,8 @@ constexpr std::array Entries{
     Entry{StringTable::MoveAfterFolder, u"[%s] フォルダの後ろに挿入"},
     Entry{StringTable::MoveIntoFolder, u"[%s] フォルダの中に移動"},
     Entry{StringTable::NewPlaceName, u"新規"},
+    Entry{StringTable::SectionMapple, u"Dialog\\Mapple"},
+    Entry{StringTable::SectionMappleFind, u"Dialog\\MappleFind"},
 };
 } // namespace
 

@@ -21,6 +21,8 @@ inline constexpr int LongitudeRange = 7233;  ///< %d lower bound, %d upper bound
 inline constexpr int MoveAfterFolder = 7234; ///< %s the folder
 inline constexpr int MoveIntoFolder = 7235;  ///< %s the folder
 inline constexpr int NewPlaceName = 7236;
+inline constexpr int SectionMapple = 7242;
+inline constexpr int SectionMappleFind = 7243;
 
 /// The text of a number; empty when there is none.
 [[nodiscard]] QString Load(int id);

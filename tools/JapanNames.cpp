@@ -4,6 +4,7 @@
 #include <QRegularExpression>
 #include <QStringList>
 
+#include <algorithm>
 #include <cstdint>
 #include <iconv.h>
 #include <stdexcept>
@@ -66,8 +67,9 @@ void CJapanNames::AddPrefecture(const QString& prefecture, QStringList addresses
     static const QRegularExpression ward(u"^(.{1,5}市)(.{1,5}区)$"_s);
     static const QRegularExpression district(u"^(?:.{1,4}?郡|三宅島|八丈島)(.+[町村])$"_s);
     static const QRegularExpression suffix(u"[市町村区]$"_s);
-    QSet<QString>& names = m_municipalities[prefecture];
+    QHash<QString, QString>& names = m_municipalities[prefecture];
     addresses.sort();
+    m_addresses.insert(prefecture, addresses);
     QString last;
     for (const QString& address : addresses) {
         if (!last.isEmpty() && address.startsWith(last)) {
@@ -75,11 +77,11 @@ void CJapanNames::AddPrefecture(const QString& prefecture, QStringList addresses
         }
         last = address;
         if (const QRegularExpressionMatch match = ward.match(address); match.hasMatch()) {
-            names.insert(match.captured(1));
+            names.insert(match.captured(1), match.captured(1));
         } else if (const QRegularExpressionMatch rural = district.match(address); rural.hasMatch()) {
-            names.insert(rural.captured(1));
+            names.insert(rural.captured(1), address);
         } else if (suffix.match(address).hasMatch()) {
-            names.insert(address);
+            names.insert(address, address);
         }
     }
 }
@@ -99,10 +101,42 @@ QString CJapanNames::Official(const QString& prefecture, const QString& name) co
     return {};
 }
 
+QString CJapanNames::InAddress(const QString& prefecture, const QString& municipality) const
+{
+    return m_municipalities.value(prefecture).value(municipality);
+}
+
+QString CJapanNames::TownAddress(const QString& prefecture, const QString& municipality, const QString& town) const
+{
+    const QString begin = InAddress(prefecture, municipality);
+    const auto addresses = m_addresses.constFind(prefecture);
+    if (begin.isEmpty() || addresses == m_addresses.cend()) {
+        return {};
+    }
+    static const QRegularExpression ward(u"^.{1,5}区$"_s);
+    QString found;
+    for (auto it = std::lower_bound(addresses->cbegin(), addresses->cend(), begin);
+         it != addresses->cend() && it->startsWith(begin); ++it) {
+        const QString rest = it->mid(begin.size());
+        if (!rest.endsWith(town) || *it == found) {
+            continue;
+        }
+        const QString between = rest.chopped(town.size());
+        if (!between.isEmpty() && !ward.match(between).hasMatch()) {
+            continue;
+        }
+        if (!found.isEmpty()) {
+            return {};
+        }
+        found = *it;
+    }
+    return found;
+}
+
 qsizetype CJapanNames::Count() const
 {
     qsizetype count = 0;
-    for (const QSet<QString>& names : m_municipalities) {
+    for (const auto& names : m_municipalities) {
         count += names.size();
     }
     return count;

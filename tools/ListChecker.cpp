@@ -32,6 +32,9 @@ const QRegularExpression& ValuePattern()
 
 CListChecker::CListChecker(const QString& tables)
 {
+    if (tables.isEmpty()) {
+        return;
+    }
     for (const QString& file : {u"/boxes.csv"_s, u"/territory_boxes.csv"_s}) {
         for (const QStringList& row : CsvTable::Read(tables + file, 5)) {
             AddBoxes(row[0], row.sliced(1));

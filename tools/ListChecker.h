@@ -20,7 +20,7 @@ class CListChecker
 {
 public:
     /// `tables` is the folder with boxes.csv, territory_boxes.csv and prefectures.csv, which say where the places of a
-    /// folder may lie. Throws std::runtime_error when one is missing.
+    /// folder may lie; an empty path leaves that unchecked. Throws std::runtime_error when one is missing.
     explicit CListChecker(const QString& tables);
 
     /// All faults of the bytes of a list file, in the order of lines; empty when the list is right.

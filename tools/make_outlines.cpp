@@ -1,51 +1,16 @@
 #include "tools/CsvTable.h"
+#include "tools/LineWriter.h"
 #include "tools/TopoMap.h"
-
-#include <QSaveFile>
-#include <QtEndian>
 
 #include <algorithm>
 #include <cstdio>
 #include <exception>
-#include <stdexcept>
 #include <string_view>
 
 using namespace Qt::StringLiterals;
 
 namespace
 {
-void Write(const QString& path, const QByteArray& bytes)
-{
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
-        throw std::runtime_error("cannot write " + path.toStdString());
-    }
-}
-
-/// Magic "KOL1", line count, then for each line its point count and points (longitude, latitude in 1e-6 degree), all
-/// 32-bit little-endian.
-void WriteLines(const QString& path, const std::vector<MapLine>& lines)
-{
-    QByteArray bytes("KOL1");
-    const auto put = [&bytes](quint32 value) {
-        char word[4];
-        qToLittleEndian(value, word);
-        bytes.append(word, 4);
-    };
-    put(static_cast<quint32>(lines.size()));
-    size_t points = 0;
-    for (const MapLine& line : lines) {
-        put(static_cast<quint32>(line.size()));
-        for (const MapPoint& point : line) {
-            put(static_cast<quint32>(point.Longitude));
-            put(static_cast<quint32>(point.Latitude));
-        }
-        points += line.size();
-    }
-    Write(path, bytes);
-    std::printf("%s: %zu lines, %zu points\n", qPrintable(path), lines.size(), points);
-}
-
 struct Box
 {
     double West = 180.0;
@@ -127,7 +92,7 @@ void WriteBoxes(const QString& maps, const QString& countries, const QString& pa
             }
         }
     }
-    Write(path, text);
+    LineWriter::WriteBytes(path, text);
 }
 } // namespace
 
@@ -148,9 +113,9 @@ int main(int argc, char** argv)
         }
         for (const auto& [scale, suffix] : {std::pair(u"50m"_s, u""_s), std::pair(u"10m"_s, u"10"_s)}) {
             const CTopoMap land(argument(1) + u"/land-"_s + scale + u".json"_s, u"land"_s);
-            WriteLines(argument(2) + u"/coast"_s + suffix + u".kol"_s, land.Outlines());
+            LineWriter::WriteLines(argument(2) + u"/coast"_s + suffix + u".kol"_s, land.Outlines());
             const CTopoMap countries(argument(1) + u"/countries-"_s + scale + u".json"_s, u"countries"_s);
-            WriteLines(argument(2) + u"/borders"_s + suffix + u".kol"_s, countries.SharedArcs());
+            LineWriter::WriteLines(argument(2) + u"/borders"_s + suffix + u".kol"_s, countries.SharedArcs());
         }
     } catch (const std::exception& error) {
         std::fprintf(stderr, "%s\n", error.what());

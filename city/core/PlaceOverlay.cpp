@@ -1,6 +1,7 @@
 #include "city/core/PlaceOverlay.h"
 
 #include <algorithm>
+#include <ranges>
 #include <utility>
 
 using namespace OverlayJson;
@@ -121,8 +122,7 @@ void CPlaceOverlay::GetCurrentNodeObject(picojson::array& nodes, const QString& 
     m_change.m_steps.push_back({CChange::Kind::Appended, path, {}, {}, false});
 }
 
-/// The entry of the item, looked for under the given name; entries above it are found by the items' texts. An entry
-/// that cannot hold others, as only a damaged or foreign file has it, is made to.
+/// The entry of the item, looked for under the given name; entries above it are found by the items' texts.
 CPlaceOverlay::CCursor CPlaceOverlay::TrackJsonCursor(const CPlaceItem* item, const QString& name)
 {
     if (!m_overlay.is<picojson::array>())
@@ -133,14 +133,25 @@ CPlaceOverlay::CCursor CPlaceOverlay::TrackJsonCursor(const CPlaceItem* item, co
         ancestors.push_back(above);
 
     CCursor cursor{&Top(), {}};
-    for (auto above = ancestors.rbegin(); above != ancestors.rend(); ++above) {
-        GetCurrentNodeObject(*cursor.Holder, (*above)->Text(), cursor.Path);
-        if (!HoldsArray(cursor.Entry(), Key::Next))
-            SetKey(cursor, Key::Next, picojson::value(picojson::array_type, false));
+    for (const CPlaceItem* above : ancestors | std::views::reverse) {
+        GetCurrentNodeObject(*cursor.Holder, above->Text(), cursor.Path);
+        MakePassable(cursor);
         cursor.Holder = &cursor.Entry()[Key::Next].get<picojson::array>();
     }
     GetCurrentNodeObject(*cursor.Holder, name, cursor.Path);
     return cursor;
+}
+
+/// Makes of an entry that a replay would not follow, as only a damaged or foreign file has it, one that it follows;
+/// what is recorded below it would be lost.
+void CPlaceOverlay::MakePassable(const CCursor& cursor)
+{
+    const std::initializer_list<const std::string*> followed{&Action::Path, &Action::Add, &Action::Update};
+    if (std::none_of(followed.begin(), followed.end(),
+                     [&cursor](const std::string* action) { return Is(cursor.Entry(), Key::Action, *action); }))
+        SetKey(cursor, Key::Action, picojson::value(Action::Path));
+    if (!HoldsArray(cursor.Entry(), Key::Next))
+        SetKey(cursor, Key::Next, picojson::value(picojson::array_type, false));
 }
 
 void CPlaceOverlay::SetKey(const CCursor& cursor, const std::string& key, picojson::value value)
@@ -226,9 +237,8 @@ CPlaceOverlay::CChange CPlaceOverlay::DropNodeContext(const CPlaceItem* item, co
         Delete(item);
         picojson::value moved = GenerateWholeNodeObjects(item);
         CCursor cursor = TrackJsonCursor(newParent, newParent->Text());
+        MakePassable(cursor);
         moved.get<picojson::object>()[Key::VerticalOffset] = String(after ? after->Text() : QString());
-        if (!HoldsArray(cursor.Entry(), Key::Next))
-            SetKey(cursor, Key::Next, picojson::value(picojson::array_type, false));
         auto& next = cursor.Entry()[Key::Next].get<picojson::array>();
         next.push_back(std::move(moved));
         m_index.Appended(next);
@@ -249,8 +259,8 @@ picojson::array& CPlaceOverlay::HolderOf(const std::vector<size_t>& path)
 void CPlaceOverlay::Revert(CChange change)
 {
     m_index.Clear();
-    for (auto step = change.m_steps.rbegin(); step != change.m_steps.rend(); ++step)
-        RevertStep(std::move(*step));
+    for (CChange::CStep& step : change.m_steps | std::views::reverse)
+        RevertStep(std::move(step));
 }
 
 void CPlaceOverlay::RevertStep(CChange::CStep&& step)

@@ -103,6 +103,7 @@ private:
 
     picojson::array& Top() { return m_overlay.get<picojson::array>(); }
     [[nodiscard]] picojson::array& HolderOf(const std::vector<size_t>& path);
+    void MakePassable(const CCursor& cursor);
     void SetKey(const CCursor& cursor, const std::string& key, picojson::value value);
     void Delete(const CPlaceItem* item);
     void RevertStep(CChange::CStep&& step);

@@ -1,10 +1,10 @@
 #include "controls/globe_map/GlobeMap.h"
 
+#include "controls/sphere/MapFurniture.h"
+#include "host/control/ControlArguments.h"
 #include "host/control/ControlNumbers.h"
-#include "host/text/Number.h"
 
 #include <QEvent>
-#include <QFontInfo>
 #include <QPainter>
 
 #include <algorithm>
@@ -14,50 +14,12 @@
 #include <utility>
 
 using namespace Qt::StringLiterals;
+using namespace ControlArguments;
 
 namespace
 {
 // Zoom 0 to 1 goes to the view angle by this power: the near half of the range is the finer one.
 constexpr double ZoomPower = 2.668378;
-
-bool IsWholeNumber(const QVariant& value)
-{
-    switch (value.typeId()) {
-    case QMetaType::Int:
-    case QMetaType::UInt:
-    case QMetaType::LongLong:
-    case QMetaType::ULongLong:
-    case QMetaType::Short:
-    case QMetaType::UShort:
-    case QMetaType::Long:
-    case QMetaType::ULong:
-        return true;
-    default:
-        return false;
-    }
-}
-
-std::optional<double> FiniteNumber(const QVariant& value)
-{
-    if (!IsWholeNumber(value) && value.typeId() != QMetaType::Double && value.typeId() != QMetaType::Float)
-        return std::nullopt;
-    const double number = value.toDouble();
-    return std::isfinite(number) ? std::optional(number) : std::nullopt;
-}
-
-std::optional<bool> Switch(const QVariantList& arguments)
-{
-    if (arguments.size() != 1 || (arguments[0].typeId() != QMetaType::Bool && !IsWholeNumber(arguments[0])))
-        return std::nullopt;
-    return arguments[0].toBool();
-}
-
-std::optional<QString> Text(const QVariantList& arguments)
-{
-    if (arguments.size() != 1 || arguments[0].typeId() != QMetaType::QString)
-        return std::nullopt;
-    return arguments[0].toString();
-}
 
 std::optional<GeoPoint> Point(const QVariantList& arguments)
 {
@@ -70,16 +32,6 @@ std::optional<GeoPoint> Point(const QVariantList& arguments)
     return GeoPoint{WrapLongitude(*longitude), std::clamp(*latitude, -90.0, 90.0)};
 }
 
-QString Minutes(double degrees, const char* positive, const char* negative)
-{
-    const auto minutes = static_cast<int>(std::lround(std::abs(degrees) * 60));
-    return Number::Format("%s %d°%02d′", degrees < 0 ? negative : positive, minutes / 60, minutes % 60);
-}
-
-QString PositionText(const GeoPoint& point)
-{
-    return Minutes(point.Longitude, "東経", "西経") + u"  "_s + Minutes(point.Latitude, "北緯", "南緯");
-}
 } // namespace
 
 CGlobeMap::CGlobeMap(QWidget* parent, QString dataFolder) : QWidget(parent), m_painter(std::move(dataFolder))
@@ -247,11 +199,7 @@ void CGlobeMap::MarkChanged()
 
 void CGlobeMap::ApplyFont()
 {
-    QFont mapFont = font();
-    // Should the window's font lack Japanese letters, these have them in the Japanese forms.
-    mapFont.setFamilies(QStringList(mapFont.family()) << u"Noto Sans CJK JP"_s << u"IPAexGothic"_s);
-    mapFont.setPixelSize(std::clamp(QFontInfo(font()).pixelSize() - 1, 11, 22));
-    m_painter.Landmarks().SetFont(mapFont);
+    m_painter.Landmarks().SetFont(MapFurniture::NameFont(font()));
     MarkChanged();
 }
 
@@ -291,42 +239,16 @@ void CGlobeMap::paintEvent(QPaintEvent*)
         named = View().FromScreen(*m_pointer);
     else if (hasFocus())
         named = m_center;
-    if (hasFocus()) {
-        painter.setRenderHint(QPainter::Antialiasing);
-        const QPointF middle = area.center();
-        painter.setPen(QPen(QColor(255, 255, 255, 170), 1));
-        for (const QPointF direction : {QPointF(1, 0), QPointF(-1, 0), QPointF(0, 1), QPointF(0, -1)})
-            painter.drawLine(middle + direction * 3, middle + direction * 7);
-        painter.setPen(QPen(palette().color(QPalette::Highlight).lighter(130), 2));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(area.adjusted(1, 1, -1, -1), 3, 3);
+    if (hasFocus())
+        MapFurniture::DrawFocus(painter, area, palette().color(QPalette::Highlight).lighter(130));
+    if (named) {
+        painter.setFont(MapFurniture::SmallFont(font()));
+        MapFurniture::DrawPlate(painter, ReadOutPlace(), MapFurniture::PositionText(*named, false));
     }
-    if (named)
-        PaintReadOut(painter, *named);
-}
-
-QFont CGlobeMap::ReadOutFont() const
-{
-    QFont small = font();
-    small.setPixelSize(std::max(10, QFontInfo(font()).pixelSize() - 2));
-    return small;
 }
 
 QRectF CGlobeMap::ReadOutPlace() const
 {
-    const QFontMetricsF metrics(ReadOutFont());
-    const QSizeF box(metrics.horizontalAdvance(PositionText({-179.99, -89.99})) + 10, metrics.height() + 6);
-    return {QPointF(width() - box.width() - 6, 6), box};
-}
-
-void CGlobeMap::PaintReadOut(QPainter& painter, const GeoPoint& point) const
-{
-    const QRectF place = ReadOutPlace();
-    painter.setFont(ReadOutFont());
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor(8, 12, 20, 200));
-    painter.drawRoundedRect(place, 4, 4);
-    painter.setPen(QColor(222, 230, 240));
-    painter.drawText(place, Qt::AlignCenter, PositionText(point));
+    return MapFurniture::ReadOutPlace(MapFurniture::SmallFont(font()), size(),
+                                      MapFurniture::PositionText({-179.99, -89.99}, false));
 }

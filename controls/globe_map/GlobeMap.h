@@ -83,9 +83,7 @@ private:
     void Pick(QPointF pixel);
     bool OnGesture(const QGestureEvent& event);
     void MarkChanged();
-    [[nodiscard]] QFont ReadOutFont() const;
     [[nodiscard]] QRectF ReadOutPlace() const;
-    void PaintReadOut(QPainter& painter, const GeoPoint& point) const;
 
     CGlobePainter m_painter;
     GeoPoint m_center{139.69, 35.69};

@@ -1,6 +1,7 @@
 #include "controls/globe_map/GlobePainter.h"
 
 #include "controls/sphere/Graticule.h"
+#include "controls/sphere/MapFurniture.h"
 
 #include <QImageReader>
 #include <QPainter>
@@ -102,29 +103,6 @@ void CGlobePainter::PaintGround(QImage& picture, const CSphereView& view, double
         DrawGraticule(painter, view, size);
 }
 
-void CGlobePainter::PaintObserver(QPainter& painter, const CSphereView& view, const GeoPoint& observer) const
-{
-    const auto place = view.ToScreen(observer.Longitude, observer.Latitude);
-    if (!place)
-        return;
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setBrush(Qt::NoBrush);
-    const auto draw = [&](const QPen& pen) {
-        painter.setPen(pen);
-        painter.drawEllipse(*place, 8, 8);
-        for (const QPointF direction : {QPointF(1, 0), QPointF(-1, 0), QPointF(0, 1), QPointF(0, -1)})
-            painter.drawLine(*place + direction * 4, *place + direction * 13);
-    };
-    // Dark beneath bright: one of the two stands out on any ground.
-    draw(QPen(QColor(10, 8, 6, 200), 4.5, Qt::SolidLine, Qt::RoundCap));
-    draw(QPen(QColor(255, 92, 72), 2, Qt::SolidLine, Qt::RoundCap));
-    painter.setPen(QPen(QColor(10, 8, 6, 200), 1));
-    painter.setBrush(Qt::white);
-    painter.drawEllipse(*place, 2, 2);
-    painter.restore();
-}
-
 void CGlobePainter::Paint(QImage& picture, const CSphereView& view, double viewAngle, const GlobeScene& scene,
                           bool isDraft)
 {
@@ -154,6 +132,6 @@ void CGlobePainter::Paint(QImage& picture, const CSphereView& view, double viewA
     }
     m_landmarks.SetNamesVisible(scene.IsNamesVisible);
     m_landmarks.Draw(painter, view, size.toSize(), viewAngle, keptFree, observer);
-    if (scene.Observer)
-        PaintObserver(painter, view, *scene.Observer);
+    if (observer)
+        MapFurniture::DrawObserver(painter, *observer);
 }

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "controls/globe_map/EclipsePath.h"
-#include "controls/globe_map/LandmarkLayer.h"
-#include "controls/globe_map/LineSet.h"
+#include "controls/sphere/LandmarkLayer.h"
+#include "controls/sphere/LineSet.h"
 #include "controls/sphere/SphereRenderer.h"
 
 #include <QImage>
@@ -51,7 +51,6 @@ private:
     void LoadOnce();
     void LoadNearOnce();
     void PaintGround(QImage& picture, const CSphereView& view, double viewAngle, const GlobeScene& scene, bool isDraft);
-    void PaintObserver(QPainter& painter, const CSphereView& view, const GeoPoint& observer) const;
 
     QString m_dataFolder;
     bool m_isLoaded = false;

@@ -14,7 +14,10 @@
 namespace
 {
 constexpr double RadiansPerDegree = std::numbers::pi / 180.0;
-constexpr std::array<double, 9> Spacings = {30, 15, 10, 5, 2, 1, 0.5, 1.0 / 3, 1.0 / 6};
+constexpr std::array<double, 18> Spacings = {30,        15,        10,        5,         2,          1,
+                                             0.5,       1.0 / 3,   1.0 / 6,   1.0 / 12,  1.0 / 30,   1.0 / 60,
+                                             1.0 / 120, 1.0 / 180, 1.0 / 360, 1.0 / 720, 1.0 / 1800, 1.0 / 3600};
+
 // Nearer to a pole only every 30th or 90th meridian is drawn: the others would run together.
 constexpr double CrowdedLatitude = 80;
 
@@ -75,7 +78,11 @@ QString DegreeText(double degrees, double spacing, bool isLongitude, const Grati
     const int minutes = static_cast<int>(std::lround(absolute * 60));
     if (spacing >= 1)
         return Number::Format("%d\u00B0%s", minutes / 60, hemisphere);
-    return Number::Format("%d\u00B0%02d\u2032%s", minutes / 60, minutes % 60, hemisphere);
+    if (spacing >= 1.0 / 60)
+        return Number::Format("%d\u00B0%02d\u2032%s", minutes / 60, minutes % 60, hemisphere);
+    const int seconds = static_cast<int>(std::lround(absolute * 3600));
+    return Number::Format("%d\u00B0%02d\u2032%02d\u2033%s", seconds / 3600, seconds / 60 % 60, seconds % 60,
+                          hemisphere);
 }
 
 void DrawLabel(QPainter& painter, const QRectF& box, Qt::Alignment alignment, const QString& text)
@@ -157,7 +164,7 @@ void DrawGraticule(QPainter& painter, const CSphereView& view, QSizeF size, cons
         longitudes = {center.Longitude - width, center.Longitude + width};
     }
     // About eight pixels from point to point, on the visible part only.
-    const double step = std::clamp(8 / view.Radius() / RadiansPerDegree, 0.005, 3.0);
+    const double step = std::clamp(8 / view.Radius() / RadiansPerDegree, 1e-5, 3.0);
 
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);

@@ -18,7 +18,7 @@ struct GraticuleStyle
     bool CountsWest = false;                    ///< with a full turn: counted to the west
 };
 
-/// Degrees between two lines: from 30 down to 1/6 (ten minutes of arc), the closest that leaves the minimum spacing.
+/// Degrees between two lines: from 30 down to 1/3600 (a second of arc), the closest that leaves the minimum spacing.
 [[nodiscard]] double GraticuleSpacing(const CSphereView& view, double minimumSpacing);
 
 /// Whether the disc fills an area of that size: then the degrees are written at the area's left and lower edges.

@@ -23,9 +23,11 @@ void DDX_Radio(CDataExchange* exchange, int firstId, int& value, int count)
         auto* radio = exchange->Dialog().Item<CKivRadioButton>(firstId + i);
         if (!radio)
             continue;
-        if (!exchange->IsSaving())
+        if (!exchange->IsSaving()) {
+            radio->setAutoExclusive(false); // the checked one of a group could not be unchecked
             radio->setChecked(i == value);
-        else if (radio->isChecked())
+            radio->setAutoExclusive(true);
+        } else if (radio->isChecked())
             value = i;
     }
 }

@@ -42,6 +42,8 @@ private:
             return new CKivSlider(parent);
         if (className == u"CKivTreeCtrl"_s)
             return new CKivTreeCtrl(parent);
+        if (className == u"CKivListCtrl"_s)
+            return new CKivListCtrl(parent);
         return nullptr;
     }
 };

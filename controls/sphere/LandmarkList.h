@@ -25,7 +25,8 @@ struct Landmark
     GeoPoint Position; ///< longitude -180 to 180
     UnitVector Direction;
     int Kind = LandmarkKind::Other;
-    double Importance = 0; ///< smaller comes first when there is not room for all
+    double Importance = 0;    ///< smaller comes first when there is not room for all
+    double WidestAngle = 180; ///< degrees of view up to which it is shown at all
 };
 
 namespace LandmarkList

@@ -1,4 +1,4 @@
-#include "controls/globe_map/LineSet.h"
+#include "controls/sphere/LineSet.h"
 
 #include <QPolygonF>
 
@@ -13,6 +13,7 @@ namespace
 constexpr double RadiansPerDegree = std::numbers::pi / 180.0;
 // Points nearer to the last one are left out of the area's outline, in pixels.
 constexpr double Tolerance = 0.8;
+constexpr double FarthestPixel = 24000;
 
 // Flattens the whole sphere around the view's centre: as the view does on the near side, and beyond its edge ever
 // farther outwards, so that outlines stay whole. Nothing goes farther than the limit.
@@ -110,7 +111,8 @@ bool CLineSet::IsInside(const GeoPoint& place) const
 QPainterPath CLineSet::Inside(const CSphereView& view, QSizeF size) const
 {
     const double reach = view.VisibleAngle(size) * RadiansPerDegree;
-    const CFlattener flatten(view, 4 * std::hypot(size.width(), size.height()));
+    // Far enough that a long stretch between two points out of sight keeps its course across the area.
+    const CFlattener flatten(view, std::max(4 * std::hypot(size.width(), size.height()), FarthestPixel));
     const auto isSeen = [&](const Piece& piece) {
         const double limit = reach + piece.CapAngle;
         return limit >= std::numbers::pi || Dot(piece.Middle, view.Viewer()) >= std::cos(limit);
@@ -121,7 +123,8 @@ QPainterPath CLineSet::Inside(const CSphereView& view, QSizeF size) const
         line = LineEnd(line);
         const auto first = m_pieces.begin() + static_cast<std::ptrdiff_t>(begin);
         const auto last = m_pieces.begin() + static_cast<std::ptrdiff_t>(line);
-        if (std::none_of(first, last, isSeen))
+        // Neither what is out of sight nor islands too small to see.
+        if ((line == begin + 1 && first->CapAngle * view.Radius() < Tolerance / 2) || std::none_of(first, last, isSeen))
             continue;
         QPolygonF outline;
         for (auto piece = first; piece != last; ++piece) {

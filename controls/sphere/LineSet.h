@@ -48,6 +48,7 @@ private:
         bool BeginsLine = false;
     };
 
+    template <typename T> void DrawIn(QPainter& painter, const CSphereView& view, QSizeF size, double tolerance) const;
     [[nodiscard]] bool IsInside(const GeoPoint& place) const;
     [[nodiscard]] std::size_t LineEnd(std::size_t firstPiece) const;
     void AddPieces(std::size_t first, std::size_t count);

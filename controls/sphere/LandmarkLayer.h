@@ -1,7 +1,7 @@
 #pragma once
 
-#include "controls/globe_map/LandmarkList.h"
-#include "controls/globe_map/ScreenGrid.h"
+#include "controls/sphere/LandmarkList.h"
+#include "controls/sphere/ScreenGrid.h"
 #include "controls/sphere/SphereView.h"
 
 #include <QCache>

@@ -1,4 +1,4 @@
-#include "controls/globe_map/LandmarkList.h"
+#include "controls/sphere/LandmarkList.h"
 
 #include "host/text/CodePage932.h"
 #include "host/text/Number.h"

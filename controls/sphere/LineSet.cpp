@@ -1,4 +1,4 @@
-#include "controls/globe_map/LineSet.h"
+#include "controls/sphere/LineSet.h"
 
 #include <QFile>
 #include <QPainter>
@@ -15,6 +15,7 @@ constexpr double RadiansPerDegree = std::numbers::pi / 180.0;
 constexpr qint64 LargestFile = 64LL << 20;
 constexpr std::size_t PieceLength = 64;
 constexpr qsizetype PointSize = 8;
+constexpr double LargestSingleRadius = 1e5; // pixels
 
 // Takes numbers off the front of the bytes; whoever reads asks first whether there are enough.
 class CNumberReader
@@ -100,18 +101,34 @@ void CLineSet::AddPieces(std::size_t first, std::size_t count)
 
 void CLineSet::Draw(QPainter& painter, const CSphereView& view, QSizeF size, double tolerance) const
 {
+    // Single numbers are twice as quick, but from very near they would shift the lines by pixels.
+    if (view.Radius() > LargestSingleRadius)
+        DrawIn<double>(painter, view, size, tolerance);
+    else
+        DrawIn<float>(painter, view, size, tolerance);
+}
+
+template <typename T>
+void CLineSet::DrawIn(QPainter& painter, const CSphereView& view, QSizeF size, double tolerance) const
+{
     const double reach = view.VisibleAngle(size) * RadiansPerDegree;
-    const auto radius = static_cast<float>(view.Radius());
-    const auto middleX = static_cast<float>(view.CenterPixel().x());
-    const auto middleY = static_cast<float>(view.CenterPixel().y());
-    const auto share = [](const UnitVector& axis) {
-        return Point{static_cast<float>(axis.X), static_cast<float>(axis.Y), static_cast<float>(axis.Z)};
+    const auto radius = static_cast<T>(view.Radius());
+    const auto middleX = static_cast<T>(view.CenterPixel().x());
+    const auto middleY = static_cast<T>(view.CenterPixel().y());
+    struct Axis
+    {
+        T X, Y, Z;
     };
-    const Point east = share(view.East());
-    const Point north = share(view.North());
-    const Point viewer = share(view.Viewer());
-    const auto dot = [](const Point& a, const Point& b) { return a.X * b.X + a.Y * b.Y + a.Z * b.Z; };
-    const auto nearEnough = static_cast<float>(tolerance);
+    const auto share = [](const UnitVector& axis) {
+        return Axis{static_cast<T>(axis.X), static_cast<T>(axis.Y), static_cast<T>(axis.Z)};
+    };
+    const Axis east = share(view.East());
+    const Axis north = share(view.North());
+    const Axis viewer = share(view.Viewer());
+    const auto dot = [](const Point& a, const Axis& b) {
+        return static_cast<T>(a.X) * b.X + static_cast<T>(a.Y) * b.Y + static_cast<T>(a.Z) * b.Z;
+    };
+    const auto nearEnough = static_cast<T>(tolerance);
 
     QPolygonF run;
     run.reserve(PieceLength + 1);
@@ -126,8 +143,8 @@ void CLineSet::Draw(QPainter& painter, const CSphereView& view, QSizeF size, dou
         const double limit = reach + piece.CapAngle;
         if (limit < std::numbers::pi && Dot(piece.Middle, view.Viewer()) < std::cos(limit))
             continue;
-        float lastX = 0;
-        float lastY = 0;
+        T lastX = 0;
+        T lastY = 0;
         const std::size_t end = piece.First + piece.Count;
         for (std::size_t index = piece.First; index < end; ++index) {
             const Point& point = m_points[index];
@@ -135,8 +152,8 @@ void CLineSet::Draw(QPainter& painter, const CSphereView& view, QSizeF size, dou
                 finish();
                 continue;
             }
-            const float x = middleX + radius * dot(point, east);
-            const float y = middleY - radius * dot(point, north);
+            const T x = middleX + radius * dot(point, east);
+            const T y = middleY - radius * dot(point, north);
             const bool isEnd = index + 1 == end;
             if (!run.isEmpty() && !isEnd && std::fabs(x - lastX) + std::fabs(y - lastY) < nearEnough)
                 continue;

@@ -1,4 +1,4 @@
-#include "controls/globe_map/ScreenGrid.h"
+#include "controls/sphere/ScreenGrid.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "controls/globe_map/LandmarkLayer.h"
+#include "controls/sphere/LandmarkLayer.h"
 
 #include <QFontMetricsF>
 #include <QPainter>
@@ -14,6 +14,7 @@ constexpr int MarkSize = 9;     // of a mark's picture, its outline included
 constexpr int KeptNames = 1200; // pictures of names
 constexpr double Halo = 1.5;
 constexpr double MarkerReach = 13; // of the observer's marker from its middle
+constexpr double MarkerGap = 5;    // of a name beside it; less would touch the grid cells that the marker takes
 constexpr double BeneathReach = 5; // a place so near to the marker's middle is the observer's own
 // Nearer to the edge of the disc than this, names would pile up on one another.
 constexpr double EdgeDepth = 0.16;
@@ -167,7 +168,8 @@ std::optional<std::size_t> CLandmarkLayer::PlaceBeneath(const CSphereView& view,
     for (std::size_t index = 0; index < m_places.size(); ++index) {
         const Landmark& place = m_places[index];
         const auto kind = static_cast<std::size_t>(place.Kind);
-        if (!m_kinds[kind] || viewAngle > Looks[kind].NameAngle || Dot(place.Direction, view.Viewer()) < lowest)
+        if (!m_kinds[kind] || viewAngle > std::min(Looks[kind].NameAngle, place.WidestAngle) ||
+            Dot(place.Direction, view.Viewer()) < lowest)
             continue;
         const double distance = (view.Project(place.Direction).Screen - marker).manhattanLength();
         if (distance < reach) {
@@ -205,7 +207,8 @@ void CLandmarkLayer::Draw(QPainter& painter, const CSphereView& view, QSize size
     for (std::size_t index = 0; index < m_places.size(); ++index) {
         const Landmark& place = m_places[index];
         const auto kind = static_cast<std::size_t>(place.Kind);
-        if (!m_kinds[kind] || viewAngle > Looks[kind].MarkAngle || Dot(place.Direction, view.Viewer()) < lowest)
+        if (!m_kinds[kind] || viewAngle > std::min(Looks[kind].MarkAngle, place.WidestAngle) ||
+            Dot(place.Direction, view.Viewer()) < lowest)
             continue;
         const QPointF screen = view.Project(place.Direction).Screen;
         const double half = MarkSize / 2.0 - 1;
@@ -216,9 +219,10 @@ void CLandmarkLayer::Draw(QPainter& painter, const CSphereView& view, QSize size
             continue;
         // The more important place takes its name's room before lesser marks are set.
         const bool hasName = m_isNamesVisible && namesLeft > 0 && viewAngle <= Looks[kind].NameAngle;
-        const auto corner = hasName ? FindNameCorner(grid, index, isBeneathMarker ? *marker : screen,
-                                                     isBeneathMarker ? MarkerReach + 2 : MarkSize / 2.0 + 1, nameMargin)
-                                    : std::nullopt;
+        const auto corner =
+            hasName ? FindNameCorner(grid, index, isBeneathMarker ? *marker : screen,
+                                     isBeneathMarker ? MarkerReach + MarkerGap : MarkSize / 2.0 + 1, nameMargin)
+                    : std::nullopt;
         if (corner)
             --namesLeft;
         if (isBeneathMarker) {

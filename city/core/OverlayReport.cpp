@@ -1,0 +1,73 @@
+#include "city/core/OverlayReport.h"
+
+#include "city/core/PlaceRecord.h"
+#include "host/text/Number.h"
+
+#include <cmath>
+
+using namespace OverlayJson;
+using namespace Qt::StringLiterals;
+
+namespace
+{
+QString ValuesText(const QString& data)
+{
+    CCityList place;
+    PlaceFormat::ParseDataString(data, place);
+    return (place.Longitude < 0 ? u"西経"_s : u"東経"_s) + Number::Format("%.4f", std::fabs(place.Longitude)) +
+           (place.Latitude < 0 ? u"度 南緯"_s : u"度 北緯"_s) + Number::Format("%.4f", std::fabs(place.Latitude)) +
+           Number::Format("度 %.0fm %+.2f", place.Altitude, place.TimeZone) + u"時"_s;
+}
+
+class CReporter
+{
+public:
+    QStringList Lines;
+
+    void Report(const picojson::value& nodes, const QString& folder)
+    {
+        if (!nodes.is<picojson::array>())
+            return;
+        for (const picojson::value& element : nodes.get<picojson::array>()) {
+            if (!element.is<picojson::object>()) {
+                Lines += folder + u"読み飛ばされる要素: "_s + Text(element);
+                continue;
+            }
+            picojson::object node = element.get<picojson::object>();
+            const picojson::value next = std::exchange(node[Key::Next], {});
+            Report(next, folder + Say(node, folder) + u" / "_s);
+        }
+    }
+
+private:
+    /// Answers the name that the item has afterwards.
+    QString Say(picojson::object& node, const QString& folder)
+    {
+        const QString name = Text(node, Key::OriginalName);
+        const bool isPlace = Is(node, Key::Type, Type::Leaf);
+        const QString values = isPlace ? u" ("_s + ValuesText(Text(node, Key::Data)) + u')' : QString();
+        if (Is(node, Key::Action, Action::Add)) {
+            const QString anchor = Text(node, Key::VerticalOffset);
+            const QString where = anchor.isEmpty() ? u"先頭に"_s : u"「%1」の次に"_s.arg(anchor);
+            Lines += folder + where + (isPlace ? u"地点"_s : u"フォルダ"_s) + u"「%1」を追加"_s.arg(name) + values;
+        } else if (Is(node, Key::Action, Action::Update)) {
+            const QString latest = Text(node, Key::LatestName);
+            Lines += folder + u"「%1」を変更"_s.arg(name) +
+                     (latest == name ? QString() : u": 新しい名称「%1」"_s.arg(latest)) + values;
+            return latest;
+        } else if (Is(node, Key::Action, Action::Delete)) {
+            Lines += folder + u"「%1」を削除"_s.arg(name);
+        } else if (!Is(node, Key::Action, Action::Path)) {
+            Lines += folder + u"「%1」: 不明な操作「%2」"_s.arg(name, Text(node, Key::Action));
+        }
+        return name;
+    }
+};
+} // namespace
+
+QStringList OverlayReport::Lines(const picojson::value& overlay)
+{
+    CReporter reporter;
+    reporter.Report(overlay, QString());
+    return reporter.Lines;
+}

@@ -1,0 +1,210 @@
+#include "controls/road_map/RoadMap.h"
+
+#include "controls/sphere/MapFurniture.h"
+#include "host/control/ControlArguments.h"
+#include "host/control/ControlNumbers.h"
+#include "host/control/CorMpp.h"
+
+#include <QEvent>
+#include <QPainter>
+
+#include <algorithm>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+using namespace ControlArguments;
+namespace Number = ControlNumber::RoadMap;
+
+namespace
+{
+constexpr double EarthRadius = 6371000.0; // metres
+constexpr double MetersPerInch = 0.0254;
+constexpr int LargestScaleWithSeconds = 100'000;
+
+/// A position of the interface, in milliseconds of arc.
+std::optional<GeoPoint> Position(const QVariant& x, const QVariant& y)
+{
+    const auto east = FiniteNumber(x);
+    const auto north = FiniteNumber(y);
+    if (!east || !north)
+        return std::nullopt;
+    return GeoPoint{WrapLongitude(*east / CCorMpp::MillisecondsPerDegree),
+                    std::clamp(*north / CCorMpp::MillisecondsPerDegree, -90.0, 90.0)};
+}
+} // namespace
+
+CRoadMap::CRoadMap(QWidget* parent, QString dataFolder) : QWidget(parent), m_painter(std::move(dataFolder))
+{
+    hide();
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setFocusPolicy(Qt::StrongFocus);
+    setMouseTracking(true);
+    setCursor(Qt::CrossCursor);
+    setAccessibleName(u"道路地図"_s);
+    setAccessibleDescription(u"矢印キーで地図を動かし、Enter キーまたはスペースキーで中央の地点を観測地にします。"
+                             u"Home キーで観測地を中央に戻します。"_s);
+    ApplyFont();
+}
+
+CRoadMap::~CRoadMap() = default;
+
+QVariant CRoadMap::Invoke(int method, const QVariantList& arguments)
+{
+    switch (method) {
+    case Number::SetPosition:
+        SetPosition(arguments);
+        return {};
+    case Number::Search:
+        return Search(arguments);
+    case Number::GetSearchResult:
+        return QVariant::fromValue<qint64>(m_results ? m_results->Handle() : 0);
+    case Number::SetScale:
+        SetScale(arguments);
+        return {};
+    case Number::CenterMark:
+        if (m_site)
+            MoveCenter(*m_site);
+        return {};
+    case Number::OpenFile:
+        OpenFile(arguments);
+        return {};
+    default:
+        return {};
+    }
+}
+
+void CRoadMap::SetControlProperty(int, const QVariant&) {}
+
+void CRoadMap::SetPosition(const QVariantList& arguments)
+{
+    if (arguments.size() != 3)
+        return;
+    const auto isMark = Switch({arguments[0]});
+    const auto position = Position(arguments[1], arguments[2]);
+    if (!isMark || !position)
+        return;
+    if (!*isMark)
+        return MoveCenter(*position);
+    m_site = *position;
+    MarkChanged();
+}
+
+bool CRoadMap::Search(const QVariantList& arguments)
+{
+    const auto isFacility = arguments.size() == 2 ? Switch({arguments[0]}) : std::nullopt;
+    const auto text = arguments.size() == 2 ? Text({arguments[1]}) : std::nullopt;
+    if (!isFacility || !text || m_painter.Data().IsEmpty())
+        return false;
+    const quint64 number = ++m_searchNumber;
+    // The end is told from the event loop, after the caller has put its window in order.
+    QMetaObject::invokeMethod(
+        this, [this, number, isFacility = *isFacility, text = *text] { EndSearch(number, isFacility, text); },
+        Qt::QueuedConnection);
+    return true;
+}
+
+void CRoadMap::EndSearch(quint64 number, bool isFacility, const QString& text)
+{
+    const int event = isFacility ? Number::EventLandMarkEnd : Number::EventAddressKeyEnd;
+    if (number != m_searchNumber)
+        return RaiseEvent(event, {StatusCancelled});
+    const CRoadMapData& tables = m_painter.Data();
+    m_results =
+        std::make_unique<CRoadMapResults>(isFacility ? tables.FindFacilities(text) : tables.FindAddresses(text));
+    RaiseEvent(event, {StatusFinished});
+}
+
+void CRoadMap::SetScale(const QVariantList& arguments)
+{
+    const auto denominator = arguments.size() == 1 ? FiniteNumber(arguments[0]) : std::nullopt;
+    if (!denominator || *denominator <= 0)
+        return;
+    m_denominator =
+        static_cast<int>(std::clamp(*denominator, static_cast<double>(NearestScale), static_cast<double>(WidestScale)));
+    MarkChanged();
+}
+
+void CRoadMap::OpenFile(const QVariantList& arguments)
+{
+    const auto path = Text(arguments);
+    const auto marks = path ? MarksFile::Read(*path) : std::nullopt;
+    if (!marks)
+        return;
+    m_painter.SetMarks(*marks);
+    MoveCenter(marks->Points.empty() ? marks->Ways.front().front() : marks->Points.front().Position);
+}
+
+double CRoadMap::MetersPerPixel() const
+{
+    return m_denominator * MetersPerInch / std::max(1, logicalDpiX());
+}
+
+CSphereView CRoadMap::View() const
+{
+    return {m_center, EarthRadius / MetersPerPixel(), QPointF(width() / 2.0, height() / 2.0)};
+}
+
+bool CRoadMap::HasSeconds() const
+{
+    return m_denominator <= LargestScaleWithSeconds;
+}
+
+void CRoadMap::MarkChanged()
+{
+    m_isChanged = true;
+    update();
+}
+
+void CRoadMap::ApplyFont()
+{
+    m_painter.SetFonts(MapFurniture::NameFont(font()), MapFurniture::SmallFont(font()));
+    MarkChanged();
+}
+
+void CRoadMap::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::FontChange)
+        ApplyFont();
+    QWidget::changeEvent(event);
+}
+
+void CRoadMap::resizeEvent(QResizeEvent* event)
+{
+    MarkChanged();
+    QWidget::resizeEvent(event);
+}
+
+QRectF CRoadMap::ReadOutPlace() const
+{
+    return MapFurniture::ReadOutPlace(MapFurniture::SmallFont(font()), size(),
+                                      MapFurniture::PositionText({-179.99, -89.99}, HasSeconds()));
+}
+
+void CRoadMap::paintEvent(QPaintEvent*)
+{
+    const double scale = devicePixelRatioF();
+    const QSize pixels = (QSizeF(size()) * scale).toSize();
+    if (pixels.isEmpty())
+        return;
+    if (m_picture.size() != pixels) {
+        m_picture = QImage(pixels, QImage::Format_ARGB32_Premultiplied);
+        m_isChanged = true;
+    }
+    m_picture.setDevicePixelRatio(scale);
+    if (std::exchange(m_isChanged, false))
+        m_painter.Paint(m_picture, {View(), m_denominator, MetersPerPixel(), m_site, ReadOutPlace()});
+
+    QPainter painter(this);
+    painter.drawImage(QPointF(0, 0), m_picture);
+    if (hasFocus())
+        MapFurniture::DrawFocus(painter, rect(), palette().color(QPalette::Highlight).lighter(130));
+    std::optional<GeoPoint> named;
+    if (m_pointer)
+        named = View().FromScreen(*m_pointer);
+    else if (hasFocus())
+        named = m_center;
+    if (named) {
+        painter.setFont(MapFurniture::SmallFont(font()));
+        MapFurniture::DrawPlate(painter, ReadOutPlace(), MapFurniture::PositionText(*named, HasSeconds()));
+    }
+}

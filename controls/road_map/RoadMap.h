@@ -1,0 +1,95 @@
+#pragma once
+
+#include "controls/road_map/RoadMapPainter.h"
+#include "host/control/Control.h"
+#include "host/control/RoadMapResults.h"
+
+#include <QImage>
+#include <QWidget>
+
+#include <memory>
+#include <optional>
+
+/// The road map: Japan with its municipalities and facilities at any scale, a marked observation site, a search and
+/// the user's own marks. Dragging and the arrow keys move it; a click, or Enter or the space bar for the middle,
+/// marks the site there and tells so (event 1). The scale is the window's: the wheel and other keys are left to it.
+///
+/// A search ends with an event (2 facilities, 3 addresses) from the event loop, status 0. A search that another one
+/// follows before that ends with status 1, and leaves no list.
+class CRoadMap : public QWidget, public IControl
+{
+    Q_OBJECT
+
+public:
+    static constexpr int StatusFinished = 0;
+    static constexpr int StatusCancelled = 1;
+
+    // Limits of the scale's denominator.
+    static constexpr int NearestScale = 1000;
+    static constexpr int WidestScale = 9'999'999;
+
+    /// A hidden child of the parent. The data folder (ends with a separator) holds "earth" and "roadmap"; what is
+    /// missing there is left out.
+    CRoadMap(QWidget* parent, QString dataFolder);
+    ~CRoadMap() override;
+
+    [[nodiscard]] QWidget* Window() override { return this; }
+    QVariant Invoke(int method, const QVariantList& arguments) override;
+    void SetControlProperty(int property, const QVariant& value) override;
+
+    /// The point in the middle, longitude -180 to 180.
+    [[nodiscard]] GeoPoint Center() const { return m_center; }
+    /// The marked site; none before the first.
+    [[nodiscard]] std::optional<GeoPoint> Site() const { return m_site; }
+
+    [[nodiscard]] QSize sizeHint() const override { return {640, 480}; }
+    [[nodiscard]] QSize minimumSizeHint() const override { return {120, 90}; }
+
+protected:
+    void changeEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+private:
+    struct Press
+    {
+        QPoint At;
+        QPoint Last;
+        bool IsDrag = false;
+    };
+
+    // One numbered method each; wrong arguments are ignored.
+    void SetPosition(const QVariantList& arguments);
+    bool Search(const QVariantList& arguments);
+    void SetScale(const QVariantList& arguments);
+    void OpenFile(const QVariantList& arguments);
+
+    void EndSearch(quint64 number, bool isFacility, const QString& text);
+    void ApplyFont();
+    [[nodiscard]] double MetersPerPixel() const;
+    [[nodiscard]] CSphereView View() const;
+    [[nodiscard]] bool HasSeconds() const;
+    [[nodiscard]] QRectF ReadOutPlace() const;
+    void MoveCenter(const GeoPoint& center);
+    void Shift(QPointF pixels);
+    void Pick(const GeoPoint& point);
+    void MarkChanged();
+
+    CRoadMapPainter m_painter;
+    GeoPoint m_center{139.69, 35.69};
+    std::optional<GeoPoint> m_site;
+    int m_denominator = 8000;
+    std::unique_ptr<CRoadMapResults> m_results;
+    quint64 m_searchNumber = 0;
+    QImage m_picture;
+    bool m_isChanged = true;
+    std::optional<Press> m_press;
+    std::optional<QPointF> m_pointer;
+};

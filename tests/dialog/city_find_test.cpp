@@ -46,6 +46,7 @@ TEST_F(CityFind, WalksThroughTheMatchesInTreeOrder)
         EXPECT_EQ(QApplication::focusWidget(), Dialog->Item(CityId::Tree));
 
         Select("日本/東北");
+        EXPECT_TRUE(QApplication::focusWidget()->testAttribute(Qt::WA_InputMethodEnabled));
         Compose(u"東"_s); // typed into the tree by an input method
         EXPECT_EQ(Count(), "3 / 3");
         EXPECT_EQ(Selected(), "東北"); // where the selection is

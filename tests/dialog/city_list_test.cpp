@@ -167,6 +167,19 @@ TEST_F(CityList, EditsNothingInAReadOnlyListBeyondWhatTheRootAllows)
     EXPECT_EQ(ReadFile("kivpel_user_obs.json"), "(none)");
 }
 
+TEST_F(CityList, RecordsNothingOfANameEditedInPlace)
+{
+    Run([this] {
+        auto* tree = Dialog->Item<CKivTreeCtrl>(CityId::Tree);
+        Q_EMIT tree->EndLabelEdit(At("海外"), u"外国"_s);
+        Q_EMIT tree->EndLabelEdit(At("日本"), QString()); // cancelled
+        EXPECT_EQ(TreeText(), "日本(関東(東京 横浜) 東北(仙台) 富士山) 外国(Paris London)");
+        Click(CityId::ButtonOk);
+    });
+    EXPECT_TRUE(CodePage932::Decode(ReadFile("kivpel_user.obs")).contains(u"@外国"_s));
+    EXPECT_FALSE(CodePage932::Decode(ReadFile("kivpel_user_obs.json")).contains(u"外国"_s));
+}
+
 TEST_F(CityList, ShowsWhatThereIsOfAListThatIsTooLong)
 {
     QByteArray list = "#PLACE LIST\r\n@A\r\n";

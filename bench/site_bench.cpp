@@ -1,6 +1,7 @@
 // Each promise of speed, measured against its floor or its bound in the same run. The counter "ratio" or "median_ms"
 // is to be held against "promise".
 
+#include "bench/Measure.h"
 #include "city/core/PlaceDocument.h"
 #include "controls/globe_map/GlobeMap.h"
 #include "controls/road_map/RoadMap.h"
@@ -39,43 +40,11 @@
 
 using namespace Qt::StringLiterals;
 
+using namespace Measure;
+
 namespace
 {
 const QString DataFolder = QStringLiteral(KIV_SOURCE_DATA);
-
-/// Machines that other work goes on beside are noisy; a figure half as bad again as promised is no noise.
-constexpr double NoiseAllowance = 1.5;
-bool AreAllPromisesKept = true;
-
-void Hold(benchmark::State& state, double figure, double promise)
-{
-    state.counters["promise"] = promise;
-    if (figure > promise * NoiseAllowance)
-        AreAllPromisesKept = false;
-}
-
-double Milliseconds(const std::function<void()>& work)
-{
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
-}
-
-/// Time on the processor, which other work on the machine does not lengthen; all that is measured so runs in one thread
-/// and waits for nothing.
-double ProcessorMilliseconds(const std::function<void()>& work)
-{
-    const std::clock_t start = std::clock();
-    work();
-    return 1000.0 * static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
-}
-
-double Median(std::vector<double> values)
-{
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
-}
 
 using Clock = double (*)(const std::function<void()>&);
 
@@ -98,19 +67,6 @@ void Compare(
     state.counters["median_ms"] = Median(works);
     state.counters["ratio"] = Median(works) / Median(floors);
     Hold(state, Median(works) / Median(floors), promise);
-}
-
-void MeasureMedian(benchmark::State& state, double promise, const std::function<void()>& prepare,
-                   const std::function<void()>& work)
-{
-    std::vector<double> times;
-    for (auto step : state) {
-        prepare();
-        times.push_back(ProcessorMilliseconds(work));
-        state.SetIterationTime(times.back() / 1000.0);
-    }
-    state.counters["median_ms"] = Median(times);
-    Hold(state, Median(times), promise);
 }
 
 QByteArray ReadFile(const QString& path)
@@ -572,5 +528,5 @@ int main(int argc, char** argv)
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
-    return AreAllPromisesKept ? 0 : 1;
+    return Measure::AreAllPromisesKept ? 0 : 1;
 }

@@ -6,6 +6,7 @@
 #include "obs/ControlIds.h"
 #include "obs/core/BodyTable.h"
 #include "planetarium/Camera.h"
+#include "planetarium/CityPictures.h"
 #include "planetarium/MainWindow.h"
 #include "planetarium/RoadMapPictures.h"
 
@@ -185,6 +186,7 @@ bool CScreenshots::Take(CMainWindow& window, const QString& folder)
     ShootEarth(camera, window);
     RecordEntries(camera, window);
     ShootGuide(camera, window.Host().SiteDialog());
+    CityPictures::Take(camera, window);
     ShootBodies(camera, window.Host());
     window.Host().SiteDialog().Show(0);
     ShootConsole(camera, window);

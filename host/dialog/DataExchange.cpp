@@ -76,3 +76,14 @@ void DDX_Text(CDataExchange* exchange, int id, QString& value)
     else
         edit->SetText(value);
 }
+
+void DDX_CBIndex(CDataExchange* exchange, int id, int& index)
+{
+    auto* combo = exchange->Dialog().Item<CKivComboBox>(id);
+    if (!combo)
+        return;
+    if (exchange->IsSaving())
+        index = combo->currentIndex();
+    else
+        combo->setCurrentIndex(index);
+}

@@ -53,6 +53,8 @@ QVariant CRecordingControl::Invoke(int method, const QVariantList& arguments)
     m_script.Transcript.Add(m_script.Tag + Number::Format(" %d(", method) + texts.join(u", "_s) + u')');
     if (m_script.During)
         m_script.During(method);
+    if (method == Map::FeatureName)
+        return m_script.FeatureNames.value(arguments.value(0).toInt());
     return method == Map::FeatureCount ? QVariant(m_script.FeatureCount) : m_script.Results.value(method);
 }
 

@@ -34,6 +34,7 @@ struct ControlScript
     QHash<int, QVariant> Results;    ///< by the number of the method
     std::function<void(int)> During; ///< runs inside each numbered method
     int FeatureCount = 8;
+    QStringList FeatureNames; ///< of the kinds, empty beyond them
     double CenterLongitude = 0.0;
     double CenterLatitude = 0.0;
     bool Refuses = false;                       ///< no control can be created

@@ -1,19 +1,27 @@
 // Each promise of speed, measured against its floor or its bound in the same run. The counter "ratio" or "median_ms"
 // is to be held against "promise".
 
+#include "bench/Measure.h"
 #include "city/core/PlaceDocument.h"
 #include "controls/globe_map/GlobeMap.h"
 #include "controls/road_map/RoadMap.h"
 #include "host/control/ControlNumbers.h"
+#include "host/control/ControlRegister.h"
 #include "host/control/CorMpp.h"
+#include "host/control/RoadMapResults.h"
 #include "host/dialog/Theme.h"
+#include "host/dialog/ThemedControls.h"
 #include "host/system/CommonFile.h"
+#include "host/system/ComponentStore.h"
 #include "host/system/Registry.h"
 #include "host/text/CodePage932.h"
 #include "obs/ControlIds.h"
 #include "obs/DlgObs.h"
 #include "planetarium/ControlClasses.h"
 #include "planetarium/Host.h"
+#include "roadmap/ControlIds.h"
+#include "roadmap/DlgMapple.h"
+#include "roadmap/DlgMappleFind.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -32,43 +40,11 @@
 
 using namespace Qt::StringLiterals;
 
+using namespace Measure;
+
 namespace
 {
 const QString DataFolder = QStringLiteral(KIV_SOURCE_DATA);
-
-/// Machines that other work goes on beside are noisy; a figure half as bad again as promised is no noise.
-constexpr double NoiseAllowance = 1.5;
-bool AreAllPromisesKept = true;
-
-void Hold(benchmark::State& state, double figure, double promise)
-{
-    state.counters["promise"] = promise;
-    if (figure > promise * NoiseAllowance)
-        AreAllPromisesKept = false;
-}
-
-double Milliseconds(const std::function<void()>& work)
-{
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
-}
-
-/// Time on the processor, which other work on the machine does not lengthen; all that is measured so runs in one thread
-/// and waits for nothing.
-double ProcessorMilliseconds(const std::function<void()>& work)
-{
-    const std::clock_t start = std::clock();
-    work();
-    return 1000.0 * static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
-}
-
-double Median(std::vector<double> values)
-{
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
-}
 
 using Clock = double (*)(const std::function<void()>&);
 
@@ -91,19 +67,6 @@ void Compare(
     state.counters["median_ms"] = Median(works);
     state.counters["ratio"] = Median(works) / Median(floors);
     Hold(state, Median(works) / Median(floors), promise);
-}
-
-void MeasureMedian(benchmark::State& state, double promise, const std::function<void()>& prepare,
-                   const std::function<void()>& work)
-{
-    std::vector<double> times;
-    for (auto step : state) {
-        prepare();
-        times.push_back(ProcessorMilliseconds(work));
-        state.SetIterationTime(times.back() / 1000.0);
-    }
-    state.counters["median_ms"] = Median(times);
-    Hold(state, Median(times), promise);
 }
 
 QByteArray ReadFile(const QString& path)
@@ -448,6 +411,89 @@ void SpinStep(benchmark::State& state)
             QApplication::processEvents();
         });
 }
+
+/// A road map that has found a great many facilities.
+class CFullRoadMap : public IControl
+{
+public:
+    explicit CFullRoadMap(QWidget* parent) : m_window(new QWidget(parent)), m_results(MakeRows()) {}
+    ~CFullRoadMap() override { delete m_window; }
+
+    [[nodiscard]] QWidget* Window() override { return m_window; }
+    QVariant Invoke(int method, const QVariantList& /*arguments*/) override
+    {
+        return method == ControlNumber::RoadMap::GetSearchResult ? QVariant(m_results.Handle()) : QVariant();
+    }
+    void SetControlProperty(int /*property*/, const QVariant& /*value*/) override {}
+    void EndSearch() const { RaiseEvent(ControlNumber::RoadMap::EventLandMarkEnd, {0}); }
+
+private:
+    static std::vector<CRoadMapResult> MakeRows()
+    {
+        constexpr int count = 50'000;
+        std::vector<CRoadMapResult> rows;
+        for (int i = 0; i < count; ++i)
+            rows.push_back({1.0 * i, 2.0 * i, u"施設 %1"_s.arg(i), u"東京都三鷹市大沢 %1"_s.arg(i), u"大分類"_s,
+                            u"中分類"_s, u"小分類"_s});
+        return rows;
+    }
+
+    QWidget* m_window;
+    CRoadMapResults m_results;
+};
+
+/// The search window over such a map.
+class CSearchStage
+{
+public:
+    CSearchStage()
+    {
+        CRegistry::UseFile(m_folder.filePath(u"settings.ini"_s));
+        CRegistry::Write(u"Dialog\\Mapple"_s, u"CreateWait"_s, 0, CRegistry::Count);
+        CComponentStore::UseFile(m_folder.filePath(u"components.xml"_s));
+        CComponentStore store;
+        store.SetValue(CComponentStore::Root::LocalMachine, u"SOFTWARE\\Super Mapple\\version 12.0.0\\Mapple\\App",
+                       u"path"_s, {CComponentStore::ValueType::String, m_folder.path()});
+        static_cast<void>(store.Save());
+        CControlRegister::Instance().Register(QString::fromUtf16(ControlClass::RoadMap),
+                                              [](QWidget* parent) { return std::make_unique<CFullRoadMap>(parent); });
+        m_dialog.Create(nullptr);
+        m_dialog.FindOfDialog()->show();
+        QApplication::processEvents();
+    }
+
+    void EndSearch()
+    {
+        static_cast<CFullRoadMap*>(m_dialog.MapOfDialog().Control())->EndSearch();
+        QApplication::processEvents();
+    }
+    CKivListCtrl& List() { return *m_dialog.FindOfDialog()->Item<CKivListCtrl>(MappleFindId::ListResult); }
+
+private:
+    QTemporaryDir m_folder;
+    CDlgMapple m_dialog{nullptr};
+};
+
+/// From the end of a search until its 50,000 matches are on screen.
+void FillResults(benchmark::State& state)
+{
+    CSearchStage stage;
+    MeasureMedian(
+        state, 200.0, [] {}, [&] { stage.EndSearch(); });
+}
+
+/// A page further down the 50,000 matches.
+void ScrollResults(benchmark::State& state)
+{
+    CSearchStage stage;
+    stage.EndSearch();
+    MeasureMedian(
+        state, 16.0, [] {},
+        [&] {
+            QTest::keyClick(&stage.List(), Qt::Key_PageDown);
+            QApplication::processEvents();
+        });
+}
 } // namespace
 
 BENCHMARK(LoadShippedList)->UseManualTime()->Unit(benchmark::kMillisecond);
@@ -471,6 +517,8 @@ BENCHMARK(SearchRoadMap)->ArgName("facility")->Arg(0)->Arg(1)->UseManualTime()->
 BENCHMARK(OpenDialog)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(SpinStep)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(TypeDigit)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(FillResults)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(ScrollResults)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 int main(int argc, char** argv)
 {
@@ -480,5 +528,5 @@ int main(int argc, char** argv)
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
-    return AreAllPromisesKept ? 0 : 1;
+    return Measure::AreAllPromisesKept ? 0 : 1;
 }

@@ -34,37 +34,22 @@ CKivDialog::MessageMap CDlgObs::GetMessageMap()
 {
     using namespace ObsId;
     MessageMap map{
-        OnSelChange(ComboPlanet, &CDlgObs::OnSelchangePlanet),
-        OnChange(EditLngDeg, &CDlgObs::OnChangeEdtLngDeg),
-        OnChange(EditLngMin, &CDlgObs::OnChangeEdtLngMin),
-        OnChange(EditLngSec, &CDlgObs::OnChangeEdtLngSec),
-        OnChange(EditLatDeg, &CDlgObs::OnChangeEdtLatDeg),
-        OnChange(EditLatMin, &CDlgObs::OnChangeEdtLatMin),
-        OnChange(EditLatSec, &CDlgObs::OnChangeEdtLatSec),
-        OnChange(EditAlt, &CDlgObs::OnChangeEdtAlt),
-        OnChange(EditTzHour, &CDlgObs::OnChangeEdtTzHour),
-        OnChange(EditTzMin, &CDlgObs::OnChangeEdtTzMin),
-        OnDeltaPos(SpinLngDeg, &CDlgObs::OnDeltaposSpnLngDeg),
-        OnDeltaPos(SpinLngMin, &CDlgObs::OnDeltaposSpnLngMin),
-        OnDeltaPos(SpinLngSec, &CDlgObs::OnDeltaposSpnLngSec),
-        OnDeltaPos(SpinLatDeg, &CDlgObs::OnDeltaposSpnLatDeg),
-        OnDeltaPos(SpinLatMin, &CDlgObs::OnDeltaposSpnLatMin),
-        OnDeltaPos(SpinLatSec, &CDlgObs::OnDeltaposSpnLatSec),
-        OnDeltaPos(SpinAlt, &CDlgObs::OnDeltaposSpnAlt),
-        OnDeltaPos(SpinTzHour, &CDlgObs::OnDeltaposSpnTzHour),
-        OnDeltaPos(SpinTzMin, &CDlgObs::OnDeltaposSpnTzMin),
-        OnClicked(RadioEast, &CDlgObs::OnRdHemisphere),
-        OnClicked(RadioWest, &CDlgObs::OnRdHemisphere),
-        OnClicked(RadioNorth, &CDlgObs::OnRdHemisphere),
-        OnClicked(RadioSouth, &CDlgObs::OnRdHemisphere),
-        OnClicked(RadioTzPlus, &CDlgObs::OnRdTzSign),
-        OnClicked(RadioTzMinus, &CDlgObs::OnRdTzSign),
-        OnClicked(RadioAltAuto, &CDlgObs::OnRdAltAuto),
-        OnClicked(RadioAltManual, &CDlgObs::OnRdAltManual),
-        OnScroll(SliderMagnification, &CDlgObs::OnVScroll),
-        OnClicked(ButtonSetInit, &CDlgObs::OnObsBtnSetInit),
-        OnClicked(ButtonReset, &CDlgObs::OnBnClickedObsBtnReset),
-        OnClicked(ButtonCommand, &CDlgObs::OnBnClickedObsBtnCmd),
+        OnSelChange(ComboPlanet, &CDlgObs::OnSelchangePlanet), OnChange(EditLngDeg, &CDlgObs::OnChangeEdtLngDeg),
+        OnChange(EditLngMin, &CDlgObs::OnChangeEdtLngMin),     OnChange(EditLngSec, &CDlgObs::OnChangeEdtLngSec),
+        OnChange(EditLatDeg, &CDlgObs::OnChangeEdtLatDeg),     OnChange(EditLatMin, &CDlgObs::OnChangeEdtLatMin),
+        OnChange(EditLatSec, &CDlgObs::OnChangeEdtLatSec),     OnChange(EditAlt, &CDlgObs::OnChangeEdtAlt),
+        OnChange(EditTzHour, &CDlgObs::OnChangeEdtTzHour),     OnChange(EditTzMin, &CDlgObs::OnChangeEdtTzMin),
+        OnDeltaPos(SpinLngDeg, &CDlgObs::OnDeltaposSpnLngDeg), OnDeltaPos(SpinLngMin, &CDlgObs::OnDeltaposSpnLngMin),
+        OnDeltaPos(SpinLngSec, &CDlgObs::OnDeltaposSpnLngSec), OnDeltaPos(SpinLatDeg, &CDlgObs::OnDeltaposSpnLatDeg),
+        OnDeltaPos(SpinLatMin, &CDlgObs::OnDeltaposSpnLatMin), OnDeltaPos(SpinLatSec, &CDlgObs::OnDeltaposSpnLatSec),
+        OnDeltaPos(SpinAlt, &CDlgObs::OnDeltaposSpnAlt),       OnDeltaPos(SpinTzHour, &CDlgObs::OnDeltaposSpnTzHour),
+        OnDeltaPos(SpinTzMin, &CDlgObs::OnDeltaposSpnTzMin),   OnClicked(RadioEast, &CDlgObs::OnRdHemisphere),
+        OnClicked(RadioWest, &CDlgObs::OnRdHemisphere),        OnClicked(RadioNorth, &CDlgObs::OnRdHemisphere),
+        OnClicked(RadioSouth, &CDlgObs::OnRdHemisphere),       OnClicked(RadioTzPlus, &CDlgObs::OnRdTzSign),
+        OnClicked(RadioTzMinus, &CDlgObs::OnRdTzSign),         OnClicked(RadioAltAuto, &CDlgObs::OnRdAltAuto),
+        OnClicked(RadioAltManual, &CDlgObs::OnRdAltManual),    OnScroll(SliderMagnification, &CDlgObs::OnVScroll),
+        OnClicked(ButtonSetInit, &CDlgObs::OnObsBtnSetInit),   OnClicked(ButtonReset, &CDlgObs::OnBnClickedObsBtnReset),
+        OnClicked(ButtonCity, &CDlgObs::OnObsBtnCity),         OnClicked(ButtonCommand, &CDlgObs::OnBnClickedObsBtnCmd),
     };
     for (int layer = 0; layer < ObsSettings::LayerCount; ++layer)
         map.push_back(OnClicked(CheckFeatureFirst + layer, &CDlgObs::OnObsChkFeature));
@@ -226,9 +211,7 @@ void CDlgObs::RefreshUserList()
 {
     CPlaceDocument list;
     list.SetPaths(CPlacePaths::InFolder(DataFolder));
-    list.SetProgress([](int phase, const QVariant& value) {
-        HostWindow::Send(HostWindow::Main(), HostWindow::MessageListProgress, phase, value);
-    });
+    list.SetProgress(HostWindow::SendListProgress);
     bool isLoaded = false;
     Guarded([&list, &isLoaded] {
         list.LoadCityList();
@@ -237,7 +220,7 @@ void CDlgObs::RefreshUserList()
         list.RefreshUserObs();
     });
     if (!isLoaded) // the load broke off before its own report of the end
-        HostWindow::Send(HostWindow::Main(), HostWindow::MessageListProgress, CPlaceList::PhaseEnd, 0);
+        HostWindow::SendListProgress(CPlaceList::PhaseEnd, 0);
 }
 
 void CDlgObs::Init()

@@ -12,6 +12,7 @@
 #include <QRect>
 #include <QString>
 
+class CDlgCity;
 class CKivSlider;
 class CKPDateObs;
 
@@ -160,6 +161,8 @@ private:
     void OnObsBtnSetInit();
     void SaveDefault(double longitude, double latitude, double altitude, double timeZone);
     void OnBnClickedObsBtnReset();
+    void OnObsBtnCity();
+    void TakePlace(const CDlgCity& dialog);
     void OnBnClickedObsBtnCmd();
     void UpdateStatus();
     void SetKPDateObsToCorMap();

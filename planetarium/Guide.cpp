@@ -22,7 +22,15 @@ struct Page
     int Template;
     const char16_t* Heading;
 };
-constexpr std::array Pages{Page{7300, u"場所"}, Page{7306, u"コマンド入力"}};
+constexpr std::array Pages{Page{7300, u"場所"},
+                           Page{7301, u"都市名"},
+                           Page{7302, u"場所の追加"},
+                           Page{7303, u"場所の編集"},
+                           Page{7304, u"フォルダの編集"},
+                           Page{7305, u"移動先の選択"},
+                           Page{7306, u"コマンド入力"},
+                           Page{7307, u"スーパーマップル・デジタル"},
+                           Page{7308, u"スーパーマップル・デジタル検索"}};
 
 constexpr int PageWidth = 760; // pixels
 constexpr int Margin = 16;
@@ -70,6 +78,8 @@ void Guide::Install(const QString& file)
         QFile guide(file);
         if (!guide.open(QIODevice::ReadOnly))
             return;
+        if (browser && parent && browser->parentWidget() != parent->window())
+            delete browser; // a modal dialog would leave another window's guide without input
         if (!browser) {
             browser = new CGuideBrowser(parent ? parent->window() : nullptr);
             browser->setWindowFlag(Qt::Window);

@@ -5,78 +5,22 @@
 #include "host/text/Number.h"
 #include "obs/core/BodyTable.h"
 #include "obs/core/EngineLines.h"
+#include "planetarium/CallText.h"
 #include "planetarium/EclipseData.h"
 
 #include <QScopedValueRollback>
 #include <QTimeZone>
-
-#include <array>
 
 using namespace Qt::StringLiterals;
 
 namespace
 {
 constexpr int EngineId = 1;
-
-struct MethodName
-{
-    int Number;
-    const char16_t* Name;
-};
-
-namespace Map = ControlNumber::GlobeMap;
-constexpr std::array MapMethods{
-    MethodName{Map::SetCenter, u"SetCenter"},
-    MethodName{Map::GetCenter, u"GetCenter"},
-    MethodName{Map::SetObsPosition, u"SetObsPosition"},
-    MethodName{Map::Redraw, u"Redraw"},
-    MethodName{Map::SetZoom, u"SetZoom"},
-    MethodName{Map::Switch12, u"Switch12"},
-    MethodName{Map::Switch18, u"Switch18"},
-    MethodName{Map::Switch29, u"Switch29"},
-    MethodName{Map::SetLandmarkFileExists, u"SetLandmarkFileExists"},
-    MethodName{Map::SetLandmarkFile, u"SetLandmarkFile"},
-    MethodName{Map::FeatureCount, u"FeatureCount"},
-    MethodName{Map::SetFeatureFlags, u"SetFeatureFlags"},
-    MethodName{Map::FeatureName, u"FeatureName"},
-    MethodName{Map::ReloadUserPlaces, u"ReloadUserPlaces"},
-    MethodName{Map::SetEclipsePath, u"SetEclipsePath"},
-    MethodName{Map::SetBesselElementApply, u"SetBesselElementApply"},
-    MethodName{Map::SetEclipsePathColor, u"SetEclipsePathColor"},
-};
-
-QString ArgumentText(const QVariant& value)
-{
-    switch (value.typeId()) {
-    case QMetaType::Double:
-        return Number::Format("%.6f", value.toDouble());
-    case QMetaType::Bool:
-        return value.toBool() ? u"TRUE"_s : u"FALSE"_s;
-    case QMetaType::QString:
-        return u'"' + value.toString() + u'"';
-    case QMetaType::ULongLong:
-        return u"(flags)"_s; // an address; it differs from run to run
-    default:
-        return value.canConvert<QString>() ? value.toString() : u"(pointer)"_s;
-    }
-}
-
-QString CallText(int method, const QVariantList& arguments)
-{
-    QString name = u"#"_s + Number::Format("%d", method);
-    for (const MethodName& known : MapMethods) {
-        if (known.Number == method)
-            name = QString::fromUtf16(known.Name);
-    }
-    QStringList texts;
-    for (const QVariant& argument : arguments)
-        texts += ArgumentText(argument);
-    return name + u'(' + texts.join(u", "_s) + u')';
-}
 } // namespace
 
 CHost::CHost(QWidget* mainWindow, DataFolders folders)
-    : m_folders(std::move(folders)), m_dialog(std::make_unique<CDlgObs>(mainWindow, m_folders.User, 0))
+    : m_folders(std::move(folders)), m_dialog(std::make_unique<CDlgObs>(mainWindow, m_folders.User, 0)),
+      m_mainWindow(mainWindow)
 {
     if (m_engine.Create(CCorKiv::DefaultVariant, mainWindow, QRect(), EngineId)) {
         m_engine.SetActive(true);
@@ -129,8 +73,7 @@ void CHost::LogControls()
             [this](const QString& line, const QString& answer) { Q_EMIT Spoken(u"内"_s, line, answer); });
     connect(&m_dialog->MapOfDialog(), &CControlWindow::Invoked, this,
             [this](int method, const QVariantList& arguments, const QVariant& result) {
-                Q_EMIT Spoken(u"図"_s, CallText(method, arguments),
-                              result.isValid() ? ArgumentText(result) : QString());
+                Q_EMIT Spoken(u"図"_s, CallText::GlobeMap(method, arguments), CallText::Answer(result));
             });
 }
 
@@ -159,6 +102,7 @@ void CHost::OnObserverChange(CKPDateObs::Change change)
         PlaceEngine();
         TellZone();
         RefillDialog();
+        MoveRoadMap();
         break;
     case CKPDateObs::Change::Time: {
         const QDateTime ut = m_observer.GetInstant();
@@ -212,13 +156,13 @@ void CHost::OnEngineLine(const QString& line)
         --m_own;
         m_observer.UpdateObsByUI(m_observer.GetLongitude(), m_observer.GetLatitude(), altitude);
         Q_EMIT ObserverChanged();
-    } else if (path == u"location"_s)
-        TakeOverEngineLocation();
-    else if (path == u"time.timezone"_s)
+    } else if (path == u"location"_s) {
+        TakeOverEngineLocation(line.section(u'=', 1).trimmed().startsWith(u"location("_s, Qt::CaseInsensitive));
+    } else if (path == u"time.timezone"_s)
         m_toldZone = Number::LeadingDouble(line.section(u'=', 1).trimmed());
 }
 
-void CHost::TakeOverEngineLocation()
+void CHost::TakeOverEngineLocation(bool onEarth)
 {
     const auto ask = [this](const char16_t* query) {
         ++m_own;
@@ -226,8 +170,12 @@ void CHost::TakeOverEngineLocation()
         --m_own;
         return answer;
     };
-    m_observer.UpdateObsByUI(ask(EngineLines::QueryLongitude), ask(EngineLines::QueryLatitude),
-                             ask(EngineLines::QueryAltitude));
+    const double longitude = ask(EngineLines::QueryLongitude);
+    const double latitude = ask(EngineLines::QueryLatitude);
+    const double altitude = ask(EngineLines::QueryAltitude);
+    if (onEarth && m_observer.GetBody() != BodyTable::Earth)
+        m_observer.UpdateLocationObjectByUI(BodyTable::Earth, 1);
+    m_observer.UpdateObsByUI(longitude, latitude, altitude);
 }
 
 void CHost::OpenSiteDialog()

@@ -4,6 +4,7 @@
 #include "host/observer/KPDateObs.h"
 #include "obs/DlgObs.h"
 #include "planetarium/DataFolders.h"
+#include "roadmap/DlgMapple.h"
 
 #include <QObject>
 
@@ -25,7 +26,16 @@ public:
     [[nodiscard]] CKPDateObs& Observer() { return m_observer; }
     [[nodiscard]] CDlgObs& SiteDialog() { return *m_dialog; }
 
+    /// The road map that was opened last; null before the first.
+    [[nodiscard]] CDlgMapple* RoadMap() { return m_roadMap.get(); }
+
     void OpenSiteDialog();
+    /// Whether the road map can be offered on this machine.
+    [[nodiscard]] static bool HasRoadMap();
+    /// Opens the road map with the observer object, or with the engine alone. An open one of the same kind comes to the
+    /// front, one of the other kind is closed. Nothing happens where it cannot be offered.
+    void OpenRoadMap(bool withObserver);
+    void CloseRoadMap();
     void SetInstant(const QDateTime& instant);
     void SetTimeSystem(TimeSystem system);
     /// Moves the observer on the current body from outside the dialog: degrees and metres.
@@ -45,19 +55,25 @@ private:
     void OnObserverChange(CKPDateObs::Change change);
     void TellZone();
     void RefillDialog();
+    void MoveRoadMap();
     void ShowTimeSystem();
     void OnEngineLine(const QString& line);
-    void TakeOverEngineLocation();
+    /// `onEarth` when the engine was told to stand on the Earth, whatever body the observer is on.
+    void TakeOverEngineLocation(bool onEarth = false);
     void PlaceEngine();
     void TellEngine(const QString& line);
     void LogControls();
+    void LogRoadMap();
     void PlaceOnOtherBodies();
 
     DataFolders m_folders;
     CKPDateObs m_observer;
     CCorKiv m_engine;
     std::unique_ptr<CDlgObs> m_dialog;
-    double m_toldZone = 9.0; ///< hours; the zone that the engine was told last
-    int m_own = 0;           ///< lines of the host itself are under way
-    bool m_quiet = false;    ///< the observer object only catches up with the engine
+    std::unique_ptr<CDlgMapple> m_roadMap;
+    bool m_roadMapHasObserver = false;
+    QWidget* m_mainWindow = nullptr; ///< not owned
+    double m_toldZone = 9.0;         ///< hours; the zone that the engine was told last
+    int m_own = 0;                   ///< lines of the host itself are under way
+    bool m_quiet = false;            ///< the observer object only catches up with the engine
 };

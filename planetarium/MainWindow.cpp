@@ -145,6 +145,7 @@ void CMainWindow::ShowProgress(int phase, const QVariant& value)
 
 void CMainWindow::closeEvent(QCloseEvent* event)
 {
+    m_host->CloseRoadMap();
     m_host->SiteDialog().Show(0);
     QMainWindow::closeEvent(event);
 }

@@ -33,6 +33,7 @@ protected:
 private:
     void BuildMenus();
     void BuildSiteMenu();
+    void BuildRoadMapMenu();
     void BuildTimeMenu();
     void BuildEclipseMenu();
     void AskInstant();

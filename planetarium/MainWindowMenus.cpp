@@ -45,6 +45,7 @@ void CMainWindow::BuildMenus()
     file->addSeparator();
     file->addAction(u"終了(&X)"_s, QKeySequence(Qt::CTRL | Qt::Key_Q), this, &QWidget::close);
     BuildSiteMenu();
+    BuildRoadMapMenu();
     BuildTimeMenu();
     BuildEclipseMenu();
     QMenu* help = menuBar()->addMenu(u"ヘルプ(&H)"_s);
@@ -73,6 +74,24 @@ void CMainWindow::BuildSiteMenu()
     QMenu* bodies = site->addMenu(u"天体(&B)"_s);
     for (int body = 0; body < BodyTable::Count; ++body)
         bodies->addAction(BodyTable::Label(body), this, [this, body] { m_host->SetBody(body); });
+}
+
+/// Offers the road map while it is installed, which may change while the program runs.
+void CMainWindow::BuildRoadMapMenu()
+{
+    QMenu* maps = menuBar()->addMenu(u"地図(&M)"_s);
+    const auto add = [this, maps](const QString& name, bool withObserver) {
+        return maps->addAction(name, this, [this, withObserver] { m_host->OpenRoadMap(withObserver); });
+    };
+    QAction* shared = add(u"スーパーマップル・デジタル(&M)..."_s, true);
+    shared->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_M));
+    QAction* alone = add(u"エンジンだけで開く(&E)..."_s, false);
+    const auto offer = [shared, alone] {
+        for (QAction* action : {shared, alone})
+            action->setEnabled(CHost::HasRoadMap());
+    };
+    connect(maps, &QMenu::aboutToShow, this, offer);
+    offer();
 }
 
 void CMainWindow::BuildTimeMenu()

@@ -5,84 +5,29 @@
 #include "host/dialog/Help.h"
 #include "obs/ControlIds.h"
 #include "obs/core/BodyTable.h"
+#include "planetarium/Camera.h"
+#include "planetarium/CityPictures.h"
 #include "planetarium/MainWindow.h"
+#include "planetarium/RoadMapPictures.h"
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QMouseEvent>
 #include <QPointer>
 #include <QPushButton>
-#include <QSaveFile>
 #include <QSlider>
 #include <QTextBrowser>
 #include <QTextStream>
 #include <QTimer>
 
-#include <functional>
-
 using namespace Qt::StringLiterals;
 
 namespace
 {
-constexpr int SettleMilliseconds = 150;
-
-/// Lets the windows lay themselves out and paint.
-void Settle()
-{
-    QElapsedTimer timer;
-    timer.start();
-    while (timer.elapsed() < SettleMilliseconds)
-        QApplication::processEvents(QEventLoop::AllEvents, 20);
-}
-
-class CCamera
-{
-public:
-    explicit CCamera(const QString& folder) : m_folder(folder) {}
-
-    void Shoot(QWidget& window, const QString& name)
-    {
-        Settle();
-        Note(name, window.grab().save(m_folder.filePath(name)));
-    }
-
-    void Write(const QString& name, const QString& text)
-    {
-        QSaveFile file(m_folder.filePath(name));
-        const bool isOpen = file.open(QIODevice::WriteOnly);
-        if (isOpen)
-            file.write(text.toUtf8() + '\n');
-        Note(name, isOpen && file.commit());
-    }
-
-    [[nodiscard]] bool AllWritten() const { return m_allWritten; }
-
-private:
-    void Note(const QString& name, bool written)
-    {
-        QTextStream(stdout) << (written ? "wrote " : "cannot write ") << m_folder.filePath(name) << '\n';
-        m_allWritten = m_allWritten && written;
-    }
-
-    QDir m_folder;
-    bool m_allWritten = true;
-};
-
-void Click(QWidget& widget, const QPointF& at)
-{
-    const QPointF global = widget.mapToGlobal(at);
-    QMouseEvent press(QEvent::MouseButtonPress, at, global, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(&widget, &press);
-    QMouseEvent release(QEvent::MouseButtonRelease, at, global, Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
-    QApplication::sendEvent(&widget, &release);
-}
-
 void SetSlider(const CDlgObs& dialog, int position)
 {
     if (auto* slider = dialog.Item<QSlider>(ObsId::SliderMagnification))
@@ -101,7 +46,7 @@ void ClickLayers(const CDlgObs& dialog, int first, int last)
 void ClickMap(CControlWindow& map, double right, double down)
 {
     QWidget& target = *map.Control()->Window();
-    Click(target, QPointF(target.width() * (0.5 + right), target.height() * (0.5 + down)));
+    CCamera::Click(target, QPointF(target.width() * (0.5 + right), target.height() * (0.5 + down)));
 }
 
 /// Types over the text of a box, key by key, as a person does.
@@ -124,18 +69,6 @@ void Press(const CDlgObs& dialog, int id)
         button->click();
 }
 
-/// Takes the picture of the next message box and presses its first button, from inside the box's own loop.
-void AnswerNextBox(CCamera& camera, const QString& picture)
-{
-    QTimer::singleShot(0, qApp, [&camera, picture] {
-        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        if (!box)
-            return;
-        camera.Shoot(*box, picture);
-        box->defaultButton()->click();
-    });
-}
-
 /// Answers the boxes that nobody waits for, so that a picture run never stands still.
 void AnswerEveryBox(QTimer& timer)
 {
@@ -152,20 +85,11 @@ void AnswerEveryBox(QTimer& timer)
     timer.start(patience);
 }
 
-/// What the engines and the map are told while the action runs.
-void Record(CCamera& camera, CMainWindow& window, const QString& name, const std::function<void()>& action)
-{
-    window.ClearLog();
-    action();
-    Settle();
-    camera.Write(u"transcript-"_s + name + u".txt"_s, window.LogText());
-}
-
 void ShootEarth(CCamera& camera, CMainWindow& window)
 {
     CHost& host = window.Host();
     CDlgObs& dialog = host.SiteDialog();
-    Record(camera, window, u"opening"_s, [&host] { host.OpenSiteDialog(); });
+    camera.Record(window, u"opening"_s, [&host] { host.OpenSiteDialog(); });
     SetSlider(dialog, 200);
     camera.Shoot(window, u"planetarium.png"_s);
     camera.Shoot(dialog, u"site-earth-wide.png"_s);
@@ -178,7 +102,7 @@ void ShootEarth(CCamera& camera, CMainWindow& window)
     ClickLayers(dialog, 3, ObsSettings::LayerCount - 1);
 
     SetSlider(dialog, 110);
-    Record(camera, window, u"click"_s, [&dialog] {
+    camera.Record(window, u"click"_s, [&dialog] {
         if (dialog.MapOfDialog().IsCreated())
             ClickMap(dialog.MapOfDialog(), -0.15, -0.12);
     });
@@ -196,15 +120,15 @@ void RecordEntries(CCamera& camera, CMainWindow& window)
 {
     CDlgObs& dialog = window.Host().SiteDialog();
     SetSlider(dialog, 150);
-    Record(camera, window, u"typed-degree"_s, [&dialog] { Type(dialog, ObsId::EditLngDeg, u"9"_s); });
-    Record(camera, window, u"corrected-degree"_s, [&] {
-        AnswerNextBox(camera, u"box-latitude.png"_s);
+    camera.Record(window, u"typed-degree"_s, [&dialog] { Type(dialog, ObsId::EditLngDeg, u"9"_s); });
+    camera.Record(window, u"corrected-degree"_s, [&] {
+        camera.AnswerNextBox(u"box-latitude.png"_s);
         Type(dialog, ObsId::EditLatDeg, u"91"_s);
     });
-    Record(camera, window, u"hemisphere"_s, [&dialog] { Press(dialog, ObsId::RadioSouth); });
-    Record(camera, window, u"zone-minus"_s, [&dialog] { Press(dialog, ObsId::RadioTzMinus); });
-    Record(camera, window, u"reset"_s, [&dialog] { Press(dialog, ObsId::ButtonReset); });
-    AnswerNextBox(camera, u"box-initial-place.png"_s);
+    camera.Record(window, u"hemisphere"_s, [&dialog] { Press(dialog, ObsId::RadioSouth); });
+    camera.Record(window, u"zone-minus"_s, [&dialog] { Press(dialog, ObsId::RadioTzMinus); });
+    camera.Record(window, u"reset"_s, [&dialog] { Press(dialog, ObsId::ButtonReset); });
+    camera.AnswerNextBox(u"box-initial-place.png"_s);
     Press(dialog, ObsId::ButtonSetInit);
 }
 
@@ -262,8 +186,10 @@ bool CScreenshots::Take(CMainWindow& window, const QString& folder)
     ShootEarth(camera, window);
     RecordEntries(camera, window);
     ShootGuide(camera, window.Host().SiteDialog());
+    CityPictures::Take(camera, window);
     ShootBodies(camera, window.Host());
     window.Host().SiteDialog().Show(0);
     ShootConsole(camera, window);
+    RoadMapPictures::Take(camera, window);
     return camera.AllWritten();
 }

@@ -123,23 +123,28 @@ CPlaceItem* CPlaceDocument::Move(CPlaceItem* item, CPlaceItem* newParent, CPlace
 bool CPlaceDocument::Reset()
 {
     auto edit = std::make_unique<CResetEdit>(m_list, m_overlay);
-    CResetEdit& reset = *edit;
-    Run(std::move(edit));
-    if (!reset.IsWhole()) {
-        Undo();
-        m_edits.pop_back();
+    edit->Do();
+    if (!edit->IsWhole()) {
+        edit->Undo();
+        return false;
     }
-    return reset.IsWhole();
+    Keep(std::move(edit));
+    return true;
 }
 
-/// Does the edit; only when it succeeds, it takes the place of those that were undone.
 CPlaceItem* CPlaceDocument::Run(std::unique_ptr<CPlaceEdit> edit)
 {
     CPlaceItem* item = edit->Do();
+    Keep(std::move(edit));
+    return item;
+}
+
+/// Puts an edit that was done in the place of those that were undone.
+void CPlaceDocument::Keep(std::unique_ptr<CPlaceEdit> edit)
+{
     m_edits.resize(m_doneCount);
     m_edits.push_back(std::move(edit));
     ++m_doneCount;
-    return item;
 }
 
 CPlaceItem* CPlaceDocument::Undo()

@@ -103,6 +103,7 @@ public:
 
 private:
     CPlaceItem* Run(std::unique_ptr<CPlaceEdit> edit);
+    void Keep(std::unique_ptr<CPlaceEdit> edit);
 
     CPlaceList m_list;
     CPlaceOverlay m_overlay{m_list};

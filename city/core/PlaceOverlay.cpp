@@ -1,6 +1,7 @@
 #include "city/core/PlaceOverlay.h"
 
 #include <algorithm>
+#include <ranges>
 #include <utility>
 
 using namespace OverlayJson;
@@ -132,8 +133,8 @@ CPlaceOverlay::CCursor CPlaceOverlay::TrackJsonCursor(const CPlaceItem* item, co
         ancestors.push_back(above);
 
     CCursor cursor{&Top(), {}};
-    for (auto above = ancestors.rbegin(); above != ancestors.rend(); ++above) {
-        GetCurrentNodeObject(*cursor.Holder, (*above)->Text(), cursor.Path);
+    for (const CPlaceItem* above : ancestors | std::views::reverse) {
+        GetCurrentNodeObject(*cursor.Holder, above->Text(), cursor.Path);
         MakePassable(cursor);
         cursor.Holder = &cursor.Entry()[Key::Next].get<picojson::array>();
     }
@@ -258,8 +259,8 @@ picojson::array& CPlaceOverlay::HolderOf(const std::vector<size_t>& path)
 void CPlaceOverlay::Revert(CChange change)
 {
     m_index.Clear();
-    for (auto step = change.m_steps.rbegin(); step != change.m_steps.rend(); ++step)
-        RevertStep(std::move(*step));
+    for (CChange::CStep& step : change.m_steps | std::views::reverse)
+        RevertStep(std::move(step));
 }
 
 void CPlaceOverlay::RevertStep(CChange::CStep&& step)

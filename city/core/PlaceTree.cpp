@@ -19,8 +19,10 @@ void CPlaceItem::AddToIndex(CPlaceItem* child)
         namesakes.First = child;
         return;
     }
-    if (!namesakes.All)
-        namesakes.All.reset(new std::set<CPlaceItem*, CNamesakes::CByOrder>{namesakes.First});
+    if (!namesakes.All) {
+        namesakes.All = std::make_unique<CNamesakes::CByOrderSet>();
+        namesakes.All->insert(namesakes.First);
+    }
     namesakes.All->insert(child);
     namesakes.First = *namesakes.All->begin();
 }

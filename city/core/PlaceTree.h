@@ -42,8 +42,9 @@ private:
                 return left->m_order < right->m_order;
             }
         };
+        using CByOrderSet = std::set<CPlaceItem*, CByOrder>;
         CPlaceItem* First = nullptr;
-        std::unique_ptr<std::set<CPlaceItem*, CByOrder>> All;
+        std::unique_ptr<CByOrderSet> All;
     };
     using CChildrenByText = std::unordered_map<QString, CNamesakes>;
 

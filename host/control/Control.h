@@ -34,8 +34,9 @@ protected:
     /// Raises a numbered event; the listener runs before this returns.
     void RaiseEvent(int event, const QVariantList& arguments) const
     {
-        if (m_sink)
-            m_sink(event, arguments);
+        // A copy: the listener may end its own life, or set another one.
+        if (const EventSink sink = m_sink)
+            sink(event, arguments);
     }
 
 private:

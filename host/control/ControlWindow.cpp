@@ -2,6 +2,22 @@
 
 #include "host/control/ControlRegister.h"
 
+namespace
+{
+/// Keeps a control that is still at work on the stack until the event loop comes round.
+class CEndingControl : public QObject
+{
+public:
+    CEndingControl(std::unique_ptr<IControl> control, QObject* parent) : QObject(parent), m_control(std::move(control))
+    {
+        deleteLater();
+    }
+
+private:
+    std::unique_ptr<IControl> m_control;
+};
+} // namespace
+
 CControlWindow::CControlWindow(QWidget* parent) : QWidget(parent)
 {
     // The control covers it wholly; without this each redraw of the control would paint the dialog beneath it too.
@@ -39,6 +55,21 @@ void CControlWindow::SetEventSink(IControl::EventSink sink)
     m_sink = std::move(sink);
     if (m_control)
         m_control->SetEventSink(m_sink);
+}
+
+void CControlWindow::DestroyControl()
+{
+    hide();
+    setParent(nullptr);
+    m_controlId = 0;
+    m_sink = {};
+    if (!m_control)
+        return;
+    m_control->SetEventSink({});
+    setFocusProxy(nullptr);
+    m_control->Window()->hide();
+    m_control->Window()->setParent(nullptr); // its owner deletes it, not this window
+    new CEndingControl(std::move(m_control), this);
 }
 
 void CControlWindow::RepaintNow()

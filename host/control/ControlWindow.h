@@ -15,7 +15,7 @@ public:
     explicit CControlWindow(QWidget* parent = nullptr);
     ~CControlWindow() override;
 
-    /// Whether Create succeeded.
+    /// Whether Create succeeded and the control was not destroyed since.
     [[nodiscard]] bool IsCreated() const { return m_control != nullptr; }
 
     /// The child number under which the dialog receives the control's events; 0 before Create.
@@ -26,6 +26,10 @@ public:
 
     /// Who is told of the control's events; may be set before Create.
     void SetEventSink(IControl::EventSink sink);
+
+    /// Ends the control and takes this window, hidden, off its parent; nothing more is heard of the control. It may be
+    /// called from inside one of the control's events.
+    void DestroyControl();
 
     /// Invalidates, erases and paints the window at once; nothing happens while it is hidden.
     void RepaintNow();

@@ -23,9 +23,11 @@ void DDX_Radio(CDataExchange* exchange, int firstId, int& value, int count)
         auto* radio = exchange->Dialog().Item<CKivRadioButton>(firstId + i);
         if (!radio)
             continue;
-        if (!exchange->IsSaving())
+        if (!exchange->IsSaving()) {
+            radio->setAutoExclusive(false); // the checked one of a group could not be unchecked
             radio->setChecked(i == value);
-        else if (radio->isChecked())
+            radio->setAutoExclusive(true);
+        } else if (radio->isChecked())
             value = i;
     }
 }
@@ -73,4 +75,15 @@ void DDX_Text(CDataExchange* exchange, int id, QString& value)
         value = edit->text();
     else
         edit->SetText(value);
+}
+
+void DDX_CBIndex(CDataExchange* exchange, int id, int& index)
+{
+    auto* combo = exchange->Dialog().Item<CKivComboBox>(id);
+    if (!combo)
+        return;
+    if (exchange->IsSaving())
+        index = combo->currentIndex();
+    else
+        combo->setCurrentIndex(index);
 }

@@ -34,3 +34,6 @@ void DDX_Check(CDataExchange* exchange, int id, int& value);
 
 /// Text of a box.
 void DDX_Text(CDataExchange* exchange, int id, QString& value);
+
+/// Index of the chosen entry of a drop-down list; -1 for none, which is also what an index outside the list chooses.
+void DDX_CBIndex(CDataExchange* exchange, int id, int& index);

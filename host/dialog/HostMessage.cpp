@@ -36,6 +36,11 @@ void HostWindow::Send(QObject* receiver, int number, const QVariant& first, cons
     QCoreApplication::sendEvent(receiver, &message);
 }
 
+void HostWindow::SendListProgress(int phase, const QVariant& value)
+{
+    Send(Main(), MessageListProgress, phase, value);
+}
+
 void HostWindow::Post(QObject* receiver, int number, const QVariant& first, const QVariant& second)
 {
     if (receiver)

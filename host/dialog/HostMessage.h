@@ -36,6 +36,8 @@ void SetMain(QObject* window);
 
 /// Delivers a message before it returns; nothing happens without a receiver.
 void Send(QObject* receiver, int number, const QVariant& first = 0, const QVariant& second = 0);
+/// Sends the progress of loading the place list to the main window.
+void SendListProgress(int phase, const QVariant& value);
 /// Queues a message for the receiver's event loop; nothing happens without a receiver.
 void Post(QObject* receiver, int number, const QVariant& first = 0, const QVariant& second = 0);
 } // namespace HostWindow

@@ -4,6 +4,7 @@
 #include "host/dialog/TemplateLoader.h"
 #include "host/dialog/ThemedControls.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QVBoxLayout>
@@ -48,6 +49,24 @@ bool CKivDialog::CreateWindow(CCorKiv* hostEngine)
     return true;
 }
 
+void CKivDialog::DestroyWindow()
+{
+    if (!m_isWindow)
+        return;
+    OnDestroy();
+    m_isWindow = false;
+    qApp->removeEventFilter(this);
+    hide();
+    for (const QWidget* item : std::as_const(m_items))
+        item->disconnect(this);
+    m_items.clear();
+    delete layout();
+    // Not at once: what destroys the window is, as a rule, one of its own controls.
+    m_content->hide();
+    m_content->deleteLater();
+    m_content = nullptr;
+}
+
 int CKivDialog::DoModal(CCorKiv* engine)
 {
     constexpr int failed = -1;
@@ -64,14 +83,14 @@ int CKivDialog::DoModal(CCorKiv* engine)
 
 bool CKivDialog::LoadTemplate()
 {
-    QWidget* content = TemplateLoader::Load(m_templateNumber, this);
-    if (!content)
+    m_content = TemplateLoader::Load(m_templateNumber, this);
+    if (!m_content)
         return false;
-    setWindowTitle(content->windowTitle());
+    setWindowTitle(m_content->windowTitle());
     auto* frame = new QVBoxLayout(this);
     frame->setContentsMargins(0, 0, 0, 0);
-    frame->addWidget(content);
-    m_items = TemplateLoader::NumberedItems(content);
+    frame->addWidget(m_content);
+    m_items = TemplateLoader::NumberedItems(m_content);
     return true;
 }
 
@@ -104,6 +123,15 @@ void CKivDialog::ConnectMessages()
             if (auto* slider = qobject_cast<QSlider*>(item))
                 connect(slider, &QSlider::valueChanged, this, [notify, &entry] { notify(entry, 0); });
             break;
+        case Notice::EndScroll:
+            if (auto* slider = qobject_cast<CKivSlider*>(item))
+                connect(slider, &CKivSlider::EndScroll, this, [notify, &entry] { notify(entry, 0); });
+            break;
+        case Notice::DblClick:
+            if (auto* list = qobject_cast<CKivListCtrl*>(item))
+                connect(list, &CKivListCtrl::doubleClicked, this,
+                        [notify, &entry](const QModelIndex& index) { notify(entry, index.row()); });
+            break;
         }
     }
     const auto connectButton = [this](int id, void (CKivDialog::*handler)()) {
@@ -132,8 +160,25 @@ void CKivDialog::BindSpinButtons()
     }
 }
 
+void CKivDialog::CatchKeys()
+{
+    qApp->installEventFilter(this);
+}
+
+bool CKivDialog::IsOwnKey(const QObject* watched, const QEvent* event) const
+{
+    const auto* widget = event->type() == QEvent::KeyPress ? qobject_cast<const QWidget*>(watched) : nullptr;
+    return m_isWindow && widget && widget->window() == this;
+}
+
 bool CKivDialog::eventFilter(QObject* watched, QEvent* event)
 {
+    if (IsOwnKey(watched, event)) {
+        bool isConsumed = false;
+        Guarded([this, event, &isConsumed] { isConsumed = PreTranslateMessage(*static_cast<QKeyEvent*>(event)); });
+        if (isConsumed)
+            return true;
+    }
     if (event->type() != QEvent::KeyPress)
         return QDialog::eventFilter(watched, event);
     const int key = static_cast<QKeyEvent*>(event)->key();
@@ -162,8 +207,10 @@ void CKivDialog::ConnectEvents(CControlWindow& control)
 {
     control.SetEventSink([this, id = control.ControlId()](int event, const QVariantList& arguments) {
         for (const EventEntry& entry : m_events) {
-            if (entry.ControlId == id && entry.Event == event)
+            if (entry.ControlId == id && entry.Event == event) {
                 Guarded([&entry, &arguments] { entry.Handler(arguments); });
+                return; // the handler may have ended the dialog
+            }
         }
     });
 }

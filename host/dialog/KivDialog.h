@@ -28,7 +28,9 @@ public:
         Clicked,   ///< a button, check box or radio
         DeltaPos,  ///< a spin button; the handler gets the delta
         SelChange, ///< the user chose an entry of a list
-        Scroll     ///< a slider moved
+        Scroll,    ///< a slider moved
+        EndScroll, ///< the user let a slider go
+        DblClick   ///< the user clicked a list twice; the handler gets the row
     };
 
     /// One line of a dialog's message map.
@@ -63,6 +65,9 @@ public:
         return qobject_cast<Control*>(m_items.value(id));
     }
 
+    /// Destroys the window with its controls, after OnDestroy; the dialog itself stays and may be created anew.
+    void DestroyWindow();
+
     /// Runs the dialog modally on the engine, null for none; the first run creates the window, and every run begins
     /// with OnInitDialog. Answers the dialog's result, or -1 when there is no template of its number.
     int DoModal(CCorKiv* engine);
@@ -91,6 +96,12 @@ protected:
     virtual void OnCancel();
     /// The window's close box; the base lets the window close.
     virtual void OnClose();
+    /// The window is about to be destroyed; its controls still exist.
+    virtual void OnDestroy() {}
+    /// A key pressed anywhere in this window, before the focused control sees it; true consumes it. Only after
+    /// CatchKeys.
+    virtual bool PreTranslateMessage(QKeyEvent& /*key*/) { return false; }
+    void CatchKeys();
 
     /// Assigns "TRUE" or "FALSE" to a property of the host engine; nothing happens without one.
     void DoitBool(const QString& path, int flag);
@@ -132,9 +143,17 @@ protected:
     {
         return Entry(Notice::Scroll, id, handler);
     }
+    template <typename Dialog> MessageEntry OnEndScroll(int id, void (Dialog::*handler)())
+    {
+        return Entry(Notice::EndScroll, id, handler);
+    }
     template <typename Dialog> MessageEntry OnDeltaPos(int id, void (Dialog::*handler)(int))
     {
         return {Notice::DeltaPos, id, [this, handler](int delta) { (static_cast<Dialog*>(this)->*handler)(delta); }};
+    }
+    template <typename Dialog> MessageEntry OnDblClick(int id, void (Dialog::*handler)(int))
+    {
+        return {Notice::DblClick, id, [this, handler](int row) { (static_cast<Dialog*>(this)->*handler)(row); }};
     }
 
     void closeEvent(QCloseEvent* event) override;
@@ -161,13 +180,15 @@ private:
 
     [[nodiscard]] bool CreateWindow(CCorKiv* hostEngine);
     [[nodiscard]] bool LoadTemplate();
+    [[nodiscard]] bool IsOwnKey(const QObject* watched, const QEvent* event) const;
     void ConnectMessages();
     void BindSpinButtons();
 
     int m_templateNumber;
     QString m_section;
     QPointer<CCorKiv> m_hostEngine;
-    QHash<int, QWidget*> m_items; ///< children of this window
+    QWidget* m_content = nullptr; ///< what the template made; a child of this, as the items are of it
+    QHash<int, QWidget*> m_items;
     MessageMap m_messages;
     EventSinkMap m_events;
     int m_writing = 0;

@@ -1,11 +1,22 @@
 #include "host/dialog/Prompts.h"
 
 #include <QFileDialog>
+#include <QGuiApplication>
 #include <QMessageBox>
 #include <QPushButton>
 
 namespace
 {
+/// The ordinary cursor over a prompt that comes up in the middle of a wait.
+class CPromptCursor
+{
+public:
+    CPromptCursor() { QGuiApplication::setOverrideCursor(Qt::ArrowCursor); }
+    CPromptCursor(const CPromptCursor&) = delete;
+    CPromptCursor& operator=(const CPromptCursor&) = delete;
+    ~CPromptCursor() { QGuiApplication::restoreOverrideCursor(); }
+};
+
 class CToolkitPrompts : public IPrompts
 {
 public:
@@ -18,6 +29,7 @@ public:
         box.setDefaultButton(ok);
         box.setEscapeButton(
             buttons == Buttons::OkCancel ? box.addButton(QStringLiteral("キャンセル"), QMessageBox::RejectRole) : ok);
+        const CPromptCursor cursor;
         box.exec();
         return box.clickedButton() == ok ? Answer::Ok : Answer::Cancel;
     }

@@ -1,5 +1,6 @@
 #include "host/dialog/TemplateLoader.h"
 
+#include "host/dialog/KivTreeCtrl.h"
 #include "host/dialog/ThemedControls.h"
 
 #include <QFile>
@@ -39,6 +40,10 @@ private:
             return new CKivComboBox(parent);
         if (className == u"CKivSlider"_s)
             return new CKivSlider(parent);
+        if (className == u"CKivTreeCtrl"_s)
+            return new CKivTreeCtrl(parent);
+        if (className == u"CKivListCtrl"_s)
+            return new CKivListCtrl(parent);
         return nullptr;
     }
 };

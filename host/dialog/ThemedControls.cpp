@@ -2,6 +2,8 @@
 
 #include "host/text/Number.h"
 
+#include <QHeaderView>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QResizeEvent>
 #include <QToolButton>
@@ -33,6 +35,57 @@ CKivSlider::CKivSlider(QWidget* parent) : QSlider(Qt::Vertical, parent)
 {
     setInvertedAppearance(true);
     setInvertedControls(true);
+    connect(this, &QSlider::valueChanged, this, [this] {
+        if (!m_isHeld)
+            Q_EMIT EndScroll();
+    });
+}
+
+void CKivSlider::EndHeldScroll()
+{
+    if (!m_isHeld)
+        return;
+    m_isHeld = false;
+    Q_EMIT EndScroll();
+}
+
+void CKivSlider::mousePressEvent(QMouseEvent* event)
+{
+    const bool wasHeld = m_isHeld;
+    m_isHeld = true;
+    QSlider::mousePressEvent(event);
+    if (!event->isAccepted())
+        m_isHeld = wasHeld; // not one of its buttons
+}
+
+void CKivSlider::mouseReleaseEvent(QMouseEvent* event)
+{
+    QSlider::mouseReleaseEvent(event);
+    if (event->buttons() == Qt::NoButton)
+        EndHeldScroll();
+}
+
+void CKivSlider::keyPressEvent(QKeyEvent* event)
+{
+    const bool wasHeld = m_isHeld;
+    m_isHeld = true;
+    QSlider::keyPressEvent(event);
+    if (!event->isAccepted())
+        m_isHeld = wasHeld; // not one of its keys
+}
+
+void CKivSlider::keyReleaseEvent(QKeyEvent* event)
+{
+    QSlider::keyReleaseEvent(event);
+    if (!event->isAutoRepeat() && !isSliderDown())
+        EndHeldScroll();
+}
+
+void CKivSlider::focusOutEvent(QFocusEvent* event)
+{
+    QSlider::focusOutEvent(event);
+    if (!isSliderDown())
+        EndHeldScroll(); // the release of the key goes elsewhere
 }
 
 void CKivSlider::paintEvent(QPaintEvent* event)
@@ -40,16 +93,56 @@ void CKivSlider::paintEvent(QPaintEvent* event)
     if (tickInterval() > 0) {
         constexpr int handleHalf = 7;
         constexpr int tickLength = 4;
+        constexpr int tickDistance = 12; // from the groove to the outer end of a tick
         QPainter painter(this);
         painter.setPen(palette().color(QPalette::Disabled, QPalette::WindowText));
         const int span = height() - 2 * handleHalf;
+        const int left = width() / 2 - tickDistance;
+        const int right = width() / 2 + tickDistance - 1;
         for (int tick = minimum(); tick <= maximum(); tick += tickInterval()) {
             const int y = handleHalf + span * (tick - minimum()) / std::max(maximum() - minimum(), 1);
-            painter.drawLine(0, y, tickLength, y);
-            painter.drawLine(width() - 1 - tickLength, y, width() - 1, y);
+            painter.drawLine(left, y, left + tickLength, y);
+            painter.drawLine(right - tickLength, y, right, y);
         }
     }
     QSlider::paintEvent(event);
+}
+
+CKivListCtrl::CKivListCtrl(QWidget* parent) : QTreeView(parent)
+{
+    setRootIsDecorated(false);
+    setItemsExpandable(false);
+    setUniformRowHeights(true); // no row is measured, so a long list shows at once
+    setSelectionMode(SingleSelection);
+    setEditTriggers(NoEditTriggers);
+    setVerticalScrollMode(ScrollPerPixel);
+    setHorizontalScrollMode(ScrollPerPixel);
+    setTabKeyNavigation(false);
+    header()->setStretchLastSection(false); // columns keep the widths they are given
+    header()->setSectionsMovable(false);
+}
+
+void CKivListCtrl::SetFullRowSelect()
+{
+    setSelectionBehavior(SelectRows);
+    setAllColumnsShowFocus(true);
+}
+
+int CKivListCtrl::WidthBesideScrollBar() const
+{
+    return std::max(0, maximumViewportSize().width() - style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this));
+}
+
+int CKivListCtrl::SelectedRow() const
+{
+    const QModelIndexList rows = selectionModel() ? selectionModel()->selectedIndexes() : QModelIndexList();
+    return rows.isEmpty() ? -1 : rows.constFirst().row();
+}
+
+void CKivListCtrl::SelectRow(int row)
+{
+    if (model())
+        setCurrentIndex(model()->index(row, 0));
 }
 
 CKivSpinButton::CKivSpinButton(QWidget* parent) : QWidget(parent)

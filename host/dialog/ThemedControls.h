@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSlider>
+#include <QTreeView>
 
 /// The host's themed controls. Templates name them as widget classes; the theme styles them by these names.
 
@@ -63,7 +64,8 @@ public:
     [[nodiscard]] int SelectionEnd() const;
 };
 
-/// A vertical track bar whose top is its lowest value.
+/// A vertical track bar whose top is its lowest value. A key held, a drag and a held click are one scroll action each,
+/// which ends when the key or the button is let go; anything else that moves it, such as the wheel, ends at once.
 class CKivSlider : public QSlider
 {
     Q_OBJECT
@@ -71,9 +73,44 @@ class CKivSlider : public QSlider
 public:
     explicit CKivSlider(QWidget* parent = nullptr);
 
+Q_SIGNALS:
+    /// A scroll action ended, wherever it led.
+    void EndScroll();
+
 protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
     /// The theme's slider has no ticks of its own.
     void paintEvent(QPaintEvent* event) override;
+
+private:
+    void EndHeldScroll();
+
+    bool m_isHeld = false; ///< by a key or a mouse button
+};
+
+/// A list in report style: rows of one height under headings, one row selected at a time. It shows whatever model it
+/// is given.
+class CKivListCtrl : public QTreeView
+{
+    Q_OBJECT
+
+public:
+    explicit CKivListCtrl(QWidget* parent = nullptr);
+
+    /// Selects and marks whole rows instead of cells.
+    void SetFullRowSelect();
+
+    /// Width of the rows in pixels while the vertical scroll bar shows.
+    [[nodiscard]] int WidthBesideScrollBar() const;
+
+    /// Row of the selection; -1 without one.
+    [[nodiscard]] int SelectedRow() const;
+    /// Selects a row and gives it the list's own focus, without taking the keyboard.
+    void SelectRow(int row);
 };
 
 /// A pair of arrows without a value of its own: each click, or each repeat of a held one, reports a step.

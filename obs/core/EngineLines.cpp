@@ -58,6 +58,17 @@ QString EngineLines::SetAltitudeAndShow(double altitude)
     return Number::Format("Location.Altitude = %f; show sky", altitude);
 }
 
+QString EngineLines::MoveToAndCalculate(double longitude, double latitude)
+{
+    return Number::Format("Location.Longitude = %f; Location.Latitude = %f; Calc Stellar", longitude, latitude);
+}
+
+QString EngineLines::MoveBackTo(double longitude, double latitude, double altitude)
+{
+    return Number::Format("Location.Longitude = %f; Location.Latitude = %f; Location.Altitude = %f", longitude,
+                          latitude, altitude);
+}
+
 QString EngineLines::CenterAt(double longitude, double latitude)
 {
     return Number::Format(

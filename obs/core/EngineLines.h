@@ -30,6 +30,9 @@ inline constexpr char16_t QueryBesselApply[] = u"? Solar.Planet.Earth.BesselElem
 [[nodiscard]] QString MoveToAndShow(double longitude, double latitude);
 [[nodiscard]] QString MoveTo(double longitude, double latitude, double altitude);
 [[nodiscard]] QString SetAltitudeAndShow(double altitude);
+/// Moves without drawing, so that the terrain's altitude can be asked for; and back again.
+[[nodiscard]] QString MoveToAndCalculate(double longitude, double latitude);
+[[nodiscard]] QString MoveBackTo(double longitude, double latitude, double altitude);
 [[nodiscard]] QString CenterAt(double longitude, double latitude);     ///< six decimals
 [[nodiscard]] QString CenterAtFine(double longitude, double latitude); ///< eight decimals
 [[nodiscard]] QString CenterLongitude(double longitude);

@@ -7,16 +7,7 @@
 
 namespace
 {
-constexpr int LongitudeCap = 180;
-constexpr int LatitudeCap = 90;
 constexpr double FieldLimit = 1.0e6; // far beyond any angle; keeps the whole parts inside an int
-
-struct SplitAngle
-{
-    int Degrees = 0;
-    int Minutes = 0;
-    double Seconds = 0.0;
-};
 
 /// Only a number that fits the fields can be split; anything else counts as 0.
 double Splittable(double value)
@@ -24,8 +15,20 @@ double Splittable(double value)
     return std::isfinite(value) ? std::clamp(value, -FieldLimit, FieldLimit) : 0.0;
 }
 
-SplitAngle Split(double x, int cap)
+double Signed(double value, int sign)
 {
+    return sign == 0 ? value : -value;
+}
+} // namespace
+
+bool SiteLocationFormat::HasHemisphereChoice(int body)
+{
+    return body == BodyTable::Earth || body == BodyTable::Moon;
+}
+
+SiteLocationFormat::SplitAngle SiteLocationFormat::Split(double degrees, int cap)
+{
+    const double x = Splittable(degrees);
     SplitAngle result;
     result.Degrees = static_cast<int>(std::floor(x));
     const double m = (x - result.Degrees) * 60;
@@ -41,17 +44,6 @@ SplitAngle Split(double x, int cap)
         result.Minutes = 0;
     }
     return result;
-}
-
-double Signed(double value, int sign)
-{
-    return sign == 0 ? value : -value;
-}
-} // namespace
-
-bool SiteLocationFormat::HasHemisphereChoice(int body)
-{
-    return body == BodyTable::Earth || body == BodyTable::Moon;
 }
 
 void SiteLocationFormat::SplitLongitude(double longitude, int body, SiteFields& fields)
@@ -90,19 +82,19 @@ void SiteLocationFormat::SplitTimeZone(double timeZone, SiteFields& fields)
     fields.TimeZoneMinutes = static_cast<int>(std::floor((std::fabs(z) - fields.TimeZoneHours) * 60 + 0.5));
 }
 
-double SiteLocationFormat::JoinLongitude(const SiteFields& fields, int body)
+double SiteLocationFormat::JoinLongitude(const CoordinateFields& fields, int body)
 {
     const double sum = fields.LongitudeDegrees + fields.LongitudeMinutes / 60.0 + fields.LongitudeSeconds / 3600.0;
     return HasHemisphereChoice(body) ? Signed(sum, fields.LongitudeHemisphere) : sum;
 }
 
-double SiteLocationFormat::JoinLatitude(const SiteFields& fields)
+double SiteLocationFormat::JoinLatitude(const CoordinateFields& fields)
 {
     return Signed(fields.LatitudeDegrees + fields.LatitudeMinutes / 60.0 + fields.LatitudeSeconds / 3600.0,
                   fields.LatitudeHemisphere);
 }
 
-double SiteLocationFormat::JoinTimeZone(const SiteFields& fields)
+double SiteLocationFormat::JoinTimeZone(const CoordinateFields& fields)
 {
     return Signed(fields.TimeZoneHours + fields.TimeZoneMinutes / 60.0, fields.TimeZoneSign);
 }

@@ -10,8 +10,8 @@ struct SiteLocation
     double TimeZone = 0.0;
 };
 
-/// A location as the user edits it: what the dialog's data exchange binds to its controls.
-struct SiteFields
+/// Longitude, latitude and time zone as the user edits them, in each dialog that shows a position.
+struct CoordinateFields
 {
     int LongitudeHemisphere = -1; ///< 0 east, 1 west, -1 before the first fill
     int LongitudeDegrees = 0;
@@ -24,6 +24,13 @@ struct SiteFields
     int TimeZoneSign = -1; ///< 0 "+", 1 "-", -1 before the first fill
     int TimeZoneHours = 0;
     int TimeZoneMinutes = 0;
+
+    bool operator==(const CoordinateFields&) const = default;
+};
+
+/// A location as the user edits it: what the site dialog's data exchange binds to its controls.
+struct SiteFields : CoordinateFields
+{
     double AltitudeValue = 0.0; ///< display units: metres or kilometres by body
     int AltitudeMode = -1;      ///< 0 automatic, 1 typed by the user, -1 before the first fill
 
@@ -44,6 +51,22 @@ inline constexpr double NoTimeZone = 9999.0;
 /// Whether the user chooses the hemisphere of this body's longitude: on the Earth and the Moon.
 [[nodiscard]] bool HasHemisphereChoice(int body);
 
+/// Degrees, minutes and seconds of an angle without a sign.
+struct SplitAngle
+{
+    int Degrees = 0;
+    int Minutes = 0;
+    double Seconds = 0.0;
+};
+
+/// Splits an angle of 0 degrees or more: seconds are rounded half up to a tenth and carry into minutes and degrees,
+/// and degrees that were carried stop at the cap. What is no number counts as 0.
+[[nodiscard]] SplitAngle Split(double degrees, int cap);
+
+/// Highest degrees after a carry.
+inline constexpr int LongitudeCap = 180;
+inline constexpr int LatitudeCap = 90;
+
 /// Fill the fields of one quantity. Seconds are rounded half up to a tenth and carry into minutes and degrees; the
 /// degrees then stop at 180 (longitude) or 90 (latitude) on every body.
 void SplitLongitude(double longitude, int body, SiteFields& fields);
@@ -54,9 +77,9 @@ void SplitLatitude(double latitude, SiteFields& fields);
 void SplitTimeZone(double timeZone, SiteFields& fields);
 
 /// Degrees: -180 to 180 on the Earth and the Moon, without a sign elsewhere.
-[[nodiscard]] double JoinLongitude(const SiteFields& fields, int body);
-[[nodiscard]] double JoinLatitude(const SiteFields& fields);
-[[nodiscard]] double JoinTimeZone(const SiteFields& fields);
+[[nodiscard]] double JoinLongitude(const CoordinateFields& fields, int body);
+[[nodiscard]] double JoinLatitude(const CoordinateFields& fields);
+[[nodiscard]] double JoinTimeZone(const CoordinateFields& fields);
 
 /// Altitude between metres and display units: kilometres unless the body counts as small.
 [[nodiscard]] constexpr double MetresFromDisplay(double value, bool isSmall)

@@ -242,7 +242,8 @@ TEST(EntryRules, SpinsStepClampAndWrap)
         EXPECT_EQ(row.Spun < Box::LatDeg ? LngText(fields) : LatText(fields), row.To)
             << "box " << static_cast<int>(row.Spun);
     }
-    SiteFields zone{.TimeZoneHours = 14, .TimeZoneMinutes = 0};
+    SiteFields zone;
+    zone.TimeZoneHours = 14;
     EntryRules::SpinBox(zone, Box::TzHour, -1, 4);
     EntryRules::SpinBox(zone, Box::TzMin, 1, 4);
     EXPECT_EQ(TzText(zone), u"-1 14 0"_s);
@@ -250,7 +251,8 @@ TEST(EntryRules, SpinsStepClampAndWrap)
                                                    {0.0, 1, false, 0.0},
                                                    {999999.0, -1, true, 999999.0},
                                                    {39.0, -5, true, 40.0}}) {
-        SiteFields fields{.AltitudeValue = from};
+        SiteFields fields;
+        fields.AltitudeValue = from;
         EntryRules::SpinAltitude(fields, delta, isSmall);
         EXPECT_EQ(fields.AltitudeValue, to);
     }

@@ -119,7 +119,7 @@ private:
     QString Name(bool isFresh)
     {
         const QStringList endings{u"山"_s, u"ソ"_s, u"\"/\\"_s, u"Spot"_s, u" "_s, u"～－"_s};
-        const QString name = endings[static_cast<qsizetype>(Number(6))];
+        const QString& name = endings[static_cast<qsizetype>(Number(6))];
         return isFresh ? QString::number(++m_count) + name : name;
     }
 
@@ -148,7 +148,7 @@ QByteArray RealOverlay()
     f.Put(SmallList);
     f.Open();
     CWalk walk(f, 5);
-    for (int step = 0; step < 30; ++step)
+    for (int step = 0; step < 12; ++step)
         walk.Step(true);
     EXPECT_TRUE(f.Document().SaveCityList().IsAll());
     return f.OverlayBytes();
@@ -243,18 +243,21 @@ TEST(PlaceSaving, NoDamageToTheOverlayLosesIt)
                               (R"([{"action":"path","original_name":"x","next":)" + QByteArray()).repeated(100'000)};
     for (qsizetype at = 1; at < real.size(); ++at)
         damaged += real.left(at);
-    for (qsizetype at = 0; at < real.size(); at += 3) {
+    for (qsizetype at = 0; at < real.size(); ++at) {
         damaged += real;
-        damaged.back()[at] = static_cast<char>(real[at] ^ (1 << (at / 3 % 8)));
+        damaged.back()[at] = static_cast<char>(real[at] ^ (1 << (at % 8)));
     }
     damaged += QString::fromLatin1(real).toUtf8();
     CPlacesInFolder f;
     f.Put(SmallList);
     int setAside = 0;
-    for (const QByteArray& bytes : damaged) {
+    for (qsizetype i = 0; i < damaged.size(); ++i) {
+        const QByteArray& bytes = damaged[i];
         f.PutOverlay(bytes);
         CPlaceDocument& document = f.Open();
-        document.Delete(document.Tree().Root()->FirstChild());
+        document.AddFolder(document.Tree().Root(), nullptr, u"new"_s);
+        if (i > 20 && i % 16 != 0)
+            continue; // flushing to the disk takes its time
         const QStringList before = f.Files();
         ASSERT_TRUE(document.SaveCityList().IsAll());
         QStringList added = f.Files();
@@ -268,7 +271,7 @@ TEST(PlaceSaving, NoDamageToTheOverlayLosesIt)
             QFile::remove(QFileInfo(f.Paths().OverlayFilePath).dir().filePath(name));
         EXPECT_TRUE(OverlayJson::Parse(f.OverlayBytes()).IsWhole);
     }
-    EXPECT_GT(setAside, real.size());
+    EXPECT_GT(setAside, damaged.size() / 32);
 }
 
 TEST(PlaceSaving, OfACutOverlayTheCompleteElementsAreReplayed)

@@ -42,7 +42,7 @@ QVariant CRecordingControl::Invoke(int method, const QVariantList& arguments)
         // NOLINTNEXTLINE(performance-no-int-to-ptr): the address is what the method takes
         const auto* flags = reinterpret_cast<const int*>(static_cast<quintptr>(arguments[0].toULongLong()));
         m_script.Flags.assign(flags, flags + std::max(8, m_script.FeatureCount));
-    } else if (method == Map::GetCenter) {
+    } else if (method == Map::GetCenter && arguments.size() == 2) {
         *arguments[0].value<double*>() = m_script.CenterLongitude;
         *arguments[1].value<double*>() = m_script.CenterLatitude;
     } else {
@@ -51,7 +51,11 @@ QVariant CRecordingControl::Invoke(int method, const QVariantList& arguments)
                                                             : argument.toString();
     }
     m_script.Transcript.Add(m_script.Tag + Number::Format(" %d(", method) + texts.join(u", "_s) + u')');
-    return method == Map::FeatureCount ? QVariant(m_script.FeatureCount) : QVariant();
+    if (m_script.During)
+        m_script.During(method);
+    if (method == Map::FeatureName)
+        return m_script.FeatureNames.value(arguments.value(0).toInt());
+    return method == Map::FeatureCount ? QVariant(m_script.FeatureCount) : m_script.Results.value(method);
 }
 
 void CRecordingControl::SetControlProperty(int property, const QVariant& value)
@@ -64,6 +68,7 @@ CExpectedPrompts::~CExpectedPrompts()
     Use(nullptr);
     for (const Prompt& prompt : m_expected)
         ADD_FAILURE() << "never shown: " << prompt.Text.toStdString();
+    EXPECT_TRUE(m_files.empty()) << "a file dialog never came";
 }
 
 void CExpectedPrompts::Expect(const char* text, Icon icon, Buttons buttons, Answer answer)
@@ -89,8 +94,13 @@ IPrompts::Answer CExpectedPrompts::Show(QWidget* /*parent*/, const QString& text
 
 QString CExpectedPrompts::OpenFile(QWidget* /*parent*/)
 {
-    ADD_FAILURE() << "unexpected file dialog";
-    return {};
+    if (m_files.empty()) {
+        ADD_FAILURE() << "unexpected file dialog";
+        return {};
+    }
+    const QString path = m_files.front();
+    m_files.pop_front();
+    return path;
 }
 
 bool CMessageReceiver::event(QEvent* event)

@@ -7,6 +7,7 @@
 #include <QStringList>
 
 #include <deque>
+#include <functional>
 #include <vector>
 
 /// What happened at the dialog's seams, line by line in the order of time.
@@ -30,7 +31,10 @@ struct ControlScript
     QString Tag;
     CTranscript& Transcript;
     QHash<QString, QString> Answers; ///< by the text of the query
+    QHash<int, QVariant> Results;    ///< by the number of the method
+    std::function<void(int)> During; ///< runs inside each numbered method
     int FeatureCount = 8;
+    QStringList FeatureNames; ///< of the kinds, empty beyond them
     double CenterLongitude = 0.0;
     double CenterLatitude = 0.0;
     bool Refuses = false;                       ///< no control can be created
@@ -41,7 +45,7 @@ struct ControlScript
     void Register(const QString& className);
 };
 
-/// A sky engine or a globe map that writes down what it is told.
+/// A sky engine, a globe map or a road map that writes down what it is told.
 class CRecordingControl : public IControl
 {
 public:
@@ -69,6 +73,8 @@ public:
     /// From now on any prompt may come and gets OK.
     void AnswerAll() { m_answersAll = true; }
     void Expect(const char* text, Icon icon, Buttons buttons = Buttons::Ok, Answer answer = Answer::Ok);
+    /// Answers the next file dialog with the path, empty for cancel.
+    void ExpectFile(const QString& path) { m_files.push_back(path); }
     Answer Show(QWidget* parent, const QString& text, Icon icon, Buttons buttons) override;
     QString OpenFile(QWidget* parent) override;
 
@@ -81,6 +87,7 @@ private:
         Answer Reply;
     };
     std::deque<Prompt> m_expected;
+    std::deque<QString> m_files;
     bool m_answersAll = false;
 };
 

@@ -190,6 +190,26 @@ TEST_F(RoadMapTest, DragAndKeysMoveTheMapAndPickTheMiddle)
     EXPECT_EQ(m_stage.Map.Center().Latitude, site.Latitude);
 }
 
+TEST_F(RoadMapTest, KeepsItsMiddleInTheMiddleOfWhatIsNotCovered)
+{
+    QWidget window;
+    auto* map = new CRoadMap(&window, m_folder.path() + u'/');
+    auto* strip = new QWidget(&window);
+    strip->setAutoFillBackground(true);
+    window.resize(401, 301);
+    map->setGeometry(window.rect());
+    strip->setGeometry(0, 200, 401, 101);
+    map->show();
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    const QPoint middle(200, 100);
+    EXPECT_FALSE(map->Site());
+    QTest::mouseClick(map, Qt::LeftButton, {}, middle);
+    ASSERT_TRUE(map->Site());
+    EXPECT_NEAR(map->Site()->Longitude, map->Center().Longitude, 1e-4);
+    EXPECT_NEAR(map->Site()->Latitude, map->Center().Latitude, 1e-4);
+}
+
 TEST_F(RoadMapTest, WrongCallsChangeNothing)
 {
     m_stage.Show(139.5, 35.6, 300000);

@@ -1,0 +1,34 @@
+#include "city/EdtFld.h"
+
+#include "city/ControlIds.h"
+#include "city/core/PlaceName.h"
+#include "res/StringTable.h"
+
+using namespace Qt::StringLiterals;
+
+CEdtFld::CEdtFld(QWidget* parent) : CEdtFld(nullptr, parent) {}
+
+CEdtFld::CEdtFld(CCorKiv* engine, QWidget* parent)
+    : CKivDialog(EditFolderId::Template, StringTable::Load(StringTable::SectionEditFolder), parent)
+{
+    SetHostEngine(engine);
+}
+
+void CEdtFld::DoDataExchange(CDataExchange* exchange)
+{
+    CKivDialog::DoDataExchange(exchange);
+    DDX_Text(exchange, EditFolderId::EditName, Name);
+}
+
+void CEdtFld::OnOK()
+{
+    UpdateData();
+    Name = Name.trimmed();
+    const QString complaint =
+        Name.isEmpty() ? u"フォルダ名を入力してください。\n"_s : PlaceName::Complaints(Name, u"フォルダ名"_s);
+    if (!complaint.isEmpty())
+        MessageBox(complaint);
+    UpdateData(false);
+    if (complaint.isEmpty())
+        CKivDialog::OnOK();
+}

@@ -1,0 +1,154 @@
+#include "city/DlgCityMoveTo.h"
+#include "host/text/CodePage932.h"
+#include "tests/dialog/CityFixture.h"
+
+#include <QAbstractButton>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+class CityDrag : public CCityFixture
+{
+protected:
+    [[nodiscard]] std::string Highlight() const
+    {
+        const QModelIndex index = Dialog->Item<CKivTreeCtrl>(CityId::Tree)->DropHighlight();
+        return index.data().toString().toStdString();
+    }
+    void Choose(int radio)
+    {
+        InNext<CDlgCityMoveTo>([radio](CDlgCityMoveTo& moveTo) {
+            EXPECT_TRUE(moveTo.Item<QAbstractButton>(MoveToId::RadioAfter)->isChecked());
+            if (radio != 0) {
+                moveTo.Item<QAbstractButton>(radio)->click();
+                Key(Qt::Key_Return);
+            }
+        });
+    }
+};
+
+constexpr char Shipped[] = "日本(関東(東京 横浜) 東北(仙台) 富士山) 海外(Paris London)";
+
+TEST_F(CityDrag, MovesByTheRules)
+{
+    struct Case
+    {
+        const char* From;
+        const char* To;
+        int Radio; ///< of the chooser; 0 cancels it, -1: it does not open
+        const char* Tree;
+        const char* Highlight;
+    };
+    const Case cases[]{
+        {"海外/London", "日本/関東/東京", -1, "日本(関東(東京 London 横浜) 東北(仙台) 富士山) 海外(Paris)", ""},
+        {"海外/London", "日本/東北", -1, "日本(関東(東京 横浜) 東北(London 仙台) 富士山) 海外(Paris)", ""},
+        {"日本/富士山", "日本/関東", -1, "日本(関東(富士山 東京 横浜) 東北(仙台)) 海外(Paris London)", ""},
+        {"日本/東北", "日本/関東/東京", -1, "日本(関東(東京 東北(仙台) 横浜) 富士山) 海外(Paris London)", ""},
+        {"日本/東北", "海外", MoveToId::RadioAfter, "日本(関東(東京 横浜) 富士山) 海外(Paris London) 東北(仙台)", ""},
+        {"日本/東北", "海外", MoveToId::RadioInto, "日本(関東(東京 横浜) 富士山) 海外(東北(仙台) Paris London)", ""},
+        {"日本/東北", "海外", 0, Shipped, ""},
+        {"日本", "日本/関東", -1, Shipped, ""},
+        {"日本", "日本/関東/東京", -1, Shipped, ""},
+        {"日本", "", -1, Shipped, "場所"},
+        {"海外/Paris", "海外/Paris", -1, Shipped, ""},
+        {"", "海外/Paris", -1, Shipped, ""},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(std::string(c.From) + " -> " + c.To);
+        Dialog = std::make_unique<CDlgCity>(&Engine, &MainWindow);
+        Dialog->Paths = CPlacePaths::InFolder(Folder.path() + u'/');
+        Run([&] {
+            if (c.Radio >= 0)
+                Choose(c.Radio);
+            Drag(c.From, c.To);
+            EXPECT_EQ(TreeText(), c.Tree);
+            EXPECT_EQ(Highlight(), c.Highlight);
+            EXPECT_EQ(Selected(), "場所");
+            EXPECT_EQ(QWidget::mouseGrabber(), nullptr);
+            Key(Qt::Key_Z, Qt::ControlModifier);
+            EXPECT_EQ(TreeText(), Shipped);
+        });
+    }
+}
+
+TEST_F(CityDrag, CountsAsAChangeEvenWhenItIsCancelled)
+{
+    Run([this] {
+        Select("海外/Paris");
+        Drag("海外/London", "日本/富士山", true);
+        EXPECT_EQ(TreeText(), Shipped);
+        EXPECT_EQ(Highlight(), "富士山");
+        EXPECT_EQ(Selected(), "Paris");
+        const QPoint start = PointOf("海外/London");
+        Mouse(QEvent::MouseButtonPress, start, Qt::LeftButton, Qt::LeftButton);
+        Mouse(QEvent::MouseMove, start + QPoint(0, 15), Qt::NoButton, Qt::LeftButton);
+        EXPECT_EQ(QWidget::mouseGrabber(), Dialog.get());
+        Key(Qt::Key_Delete); // no edit comes in between
+        const QPoint outside(Dialog->width() - 5, Dialog->height() - 5);
+        Mouse(QEvent::MouseMove, outside, Qt::NoButton, Qt::LeftButton);
+        Mouse(QEvent::MouseButtonRelease, outside, Qt::LeftButton, Qt::NoButton);
+        EXPECT_EQ(TreeText(), Shipped);
+        Click(CityId::ButtonOk);
+    });
+    EXPECT_NE(ReadFile("kivpel_user_obs.json"), "(none)");
+}
+
+TEST_F(CityDrag, TakesTheSelectionAlongWithWhatIsMoved)
+{
+    Run([this] {
+        Select("日本/東北/仙台");
+        Type(CoordinateId::EditLong1, "12");
+        Choose(MoveToId::RadioInto);
+        Drag("日本/東北", "海外");
+        EXPECT_EQ(Selected(), "仙台");
+        EXPECT_EQ(TextOf(CoordinateId::EditLong1), "12");
+        Drag("海外/東北/仙台", "海外/Paris");
+        EXPECT_EQ(Selected(), "仙台");
+        EXPECT_EQ(TreeText(), "日本(関東(東京 横浜) 富士山) 海外(東北 Paris 仙台 London)");
+    });
+}
+
+TEST_F(CityDrag, MovesWithoutAMouse)
+{
+    Run([this] {
+        Select("日本/富士山");
+        Key(Qt::Key_Up, Qt::AltModifier);
+        EXPECT_EQ(TreeText(), "日本(関東(東京 横浜) 富士山 東北(仙台)) 海外(Paris London)");
+        Key(Qt::Key_Right, Qt::AltModifier);
+        EXPECT_EQ(TreeText(), "日本(関東(富士山 東京 横浜) 東北(仙台)) 海外(Paris London)");
+        Key(Qt::Key_Up, Qt::AltModifier); // first already
+        Key(Qt::Key_Right, Qt::AltModifier);
+        Key(Qt::Key_Down, Qt::AltModifier);
+        EXPECT_EQ(TreeText(), "日本(関東(東京 富士山 横浜) 東北(仙台)) 海外(Paris London)");
+        Key(Qt::Key_Left, Qt::AltModifier);
+        EXPECT_EQ(TreeText(), "日本(関東(東京 横浜) 富士山 東北(仙台)) 海外(Paris London)");
+        Key(Qt::Key_Left, Qt::AltModifier);
+        Key(Qt::Key_Left, Qt::AltModifier); // not beside the root
+        EXPECT_EQ(TreeText(), "日本(関東(東京 横浜) 東北(仙台)) 富士山 海外(Paris London)");
+        EXPECT_EQ(Selected(), "富士山");
+
+        Select("日本/東北");
+        Key(Qt::Key_X, Qt::ControlModifier);
+        Select("海外");
+        Choose(MoveToId::RadioInto);
+        Key(Qt::Key_V, Qt::ControlModifier);
+        EXPECT_EQ(TreeText(), "日本(関東(東京 横浜)) 富士山 海外(東北(仙台) Paris London)");
+        Key(Qt::Key_V, Qt::ControlModifier); // once only
+        Select("海外");
+        Key(Qt::Key_X, Qt::ControlModifier);
+        Select("海外/東北");
+        Key(Qt::Key_V, Qt::ControlModifier); // not into itself
+        Select("海外/Paris");
+        Key(Qt::Key_X, Qt::ControlModifier);
+        Key(Qt::Key_Escape); // no longer cut
+        Select("日本");
+        Key(Qt::Key_V, Qt::ControlModifier);
+        EXPECT_EQ(TreeText(), "日本(関東(東京 横浜)) 富士山 海外(東北(仙台) Paris London)");
+        EXPECT_TRUE(Dialog->isVisible());
+        for (int i = 0; i < 7; ++i)
+            Key(Qt::Key_Z, Qt::ControlModifier);
+        EXPECT_EQ(TreeText(), Shipped);
+    });
+}
+} // namespace

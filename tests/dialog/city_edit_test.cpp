@@ -1,0 +1,282 @@
+#include "city/AddCty.h"
+#include "city/EdtCty.h"
+#include "city/EdtFld.h"
+#include "host/text/CodePage932.h"
+#include "tests/dialog/CityFixture.h"
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QFile>
+#include <QLineEdit>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+class CityEdit : public CCityFixture
+{
+protected:
+    static void SetName(const CKivDialog& editor, int id, const char* name)
+    {
+        editor.Item<QLineEdit>(id)->setText(QString::fromUtf8(name));
+    }
+    static void Enter() { Key(Qt::Key_Return); }
+
+    /// Presses Insert and goes through both dialogs with OK; further values of the place by the steps.
+    void AddPlace(const char* name, const std::function<void(CEdtCty&)>& steps = {})
+    {
+        InNext<CAddCty>([=, this](CAddCty& /*add*/) {
+            InNext<CEdtCty>([=](CEdtCty& editor) {
+                EXPECT_EQ(editor.Name, u"新規"_s);
+                SetName(editor, EditCityId::EditName, name);
+                if (steps)
+                    steps(editor);
+                Enter();
+            });
+            Enter();
+        });
+        Key(Qt::Key_Insert);
+    }
+    void AddFolder(const char* name)
+    {
+        InNext<CAddCty>([=, this](CAddCty& add) {
+            InNext<CEdtFld>([=](CEdtFld& editor) {
+                SetName(editor, EditFolderId::EditName, name);
+                Enter();
+            });
+            add.Item<QAbstractButton>(AddCityId::RadioFolder)->click();
+            Enter();
+        });
+        Key(Qt::Key_Insert);
+    }
+    void EditPlace(const std::function<void(CEdtCty&)>& steps)
+    {
+        InNext<CEdtCty>([=](CEdtCty& editor) {
+            steps(editor);
+            Enter();
+        });
+        Key(Qt::Key_F2);
+    }
+    void RenameFolder(const char* name)
+    {
+        InNext<CEdtFld>([=](CEdtFld& editor) {
+            SetName(editor, EditFolderId::EditName, name);
+            Enter();
+        });
+        Key(Qt::Key_F2);
+    }
+    static void TypeIn(const CKivDialog& editor, int id, const char* text)
+    {
+        auto* edit = editor.Item<QLineEdit>(id);
+        edit->setFocus();
+        edit->selectAll();
+        QTest::keyClicks(edit, QString::fromUtf8(text));
+    }
+    [[nodiscard]] QString UserList() const { return CodePage932::Decode(ReadFile("kivpel_user.obs")); }
+    [[nodiscard]] QString Overlay() const { return CodePage932::Decode(ReadFile("kivpel_user_obs.json")); }
+};
+
+TEST_F(CityEdit, AddsPlacesAndFoldersWhereTheSelectionSays)
+{
+    Run([this] {
+        Select("日本/関東/東京");
+        AddPlace("渋谷", [](CEdtCty& editor) {
+            EXPECT_EQ(editor.Item<QComboBox>(EditCityId::ComboKind)->currentIndex(), 0);
+            TypeIn(editor, CoordinateId::EditLong1, "140");
+            TypeIn(editor, CoordinateId::EditAlt, "25");
+            editor.Item<QComboBox>(EditCityId::ComboKind)->setCurrentIndex(3);
+        });
+        EXPECT_EQ(Selected(), "渋谷");
+        EXPECT_EQ(TextOf(CoordinateId::EditLong1) + ' ' + TextOf(CoordinateId::EditAlt), "140 25");
+        EXPECT_EQ(Enabled(), "eadi");
+        Select("");
+        AddFolder("新しい国");
+        EXPECT_EQ(Selected(), "新しい国");
+        AddPlace("港");
+        EXPECT_EQ(TreeText(), "新しい国(港) 日本(関東(東京 渋谷 横浜) 東北(仙台) 富士山) 海外(Paris London)");
+        Click(CityId::ButtonOk);
+    });
+    EXPECT_EQ(Transcript.Take().substr(0, 0), ""); // the editors asked the map for kinds
+    EXPECT_TRUE(UserList().contains(u"@新しい国\r\n港"_s)) << UserList().toStdString();
+    EXPECT_TRUE(UserList().contains(
+        u"渋谷                                    ,140.7500000E,35.5000000N,     25,+09.00, 0, 1, 3\r\n"_s))
+        << UserList().toStdString();
+
+    // The next dialog shows the same tree.
+    Dialog = std::make_unique<CDlgCity>(&Engine, &MainWindow);
+    Dialog->Paths = CPlacePaths::InFolder(Folder.path() + u'/');
+    Run([this] {
+        EXPECT_EQ(TreeText(), "新しい国(港) 日本(関東(東京 渋谷 横浜) 東北(仙台) 富士山) 海外(Paris London)");
+    });
+}
+
+TEST_F(CityEdit, RefusesTheNameOfASibling)
+{
+    Run([this] {
+        Select("日本/関東/東京");
+        Prompts.Expect("都市名[横浜]はすでに存在しています。\n別の名称を指定してください。",
+                       IPrompts::Icon::Information);
+        AddPlace("横浜", [](CEdtCty& editor) { TypeIn(editor, CoordinateId::EditLong1, "100"); });
+        EXPECT_EQ(TextOf(CoordinateId::EditLong1), "139"); // the boxes as they were
+        EXPECT_EQ(Dialog->Coordinates.LongitudeDegrees, 100);
+        Prompts.Expect("都市名[横浜]はすでに存在しています。\n別の名称を指定してください。",
+                       IPrompts::Icon::Information);
+        EditPlace([](CEdtCty& editor) {
+            SetName(editor, EditCityId::EditName, "横浜");
+            TypeIn(editor, CoordinateId::EditLong1, "101");
+        });
+        EXPECT_EQ(Dialog->Coordinates.LongitudeDegrees, 100);
+        Select("日本");
+        Prompts.Expect("フォルダ[関東]はすでに存在しています。\n別の名称を指定してください。",
+                       IPrompts::Icon::Information);
+        AddFolder("関東");
+        Prompts.Expect("フォルダ[海外]はすでに存在しています。\n別の名称を指定してください。",
+                       IPrompts::Icon::Information);
+        RenameFolder("海外");
+        EXPECT_EQ(TreeText(), "日本(関東(東京 横浜) 東北(仙台) 富士山) 海外(Paris London)");
+        Click(CityId::ButtonOk);
+    });
+    EXPECT_EQ(Overlay(), u"(none)"_s); // nothing was changed
+}
+
+TEST_F(CityEdit, FollowsTheTerrainAfterAMoveAlone)
+{
+    struct Case
+    {
+        int Id; ///< box to type in, 0 for none
+        const char* Text;
+        const char* Line; ///< from the altitude on
+    };
+    for (const Case& c :
+         {Case{CoordinateId::EditLong2, "1", "      5,+09.00, 1, 1, 2"},
+          Case{CoordinateId::EditAlt, "6", "      6,+09.00, 0, 1, 2"},
+          Case{CoordinateId::EditTzHour, "8", "      5,+08.00, 0, 1, 2"}, Case{0, "", "      5,+09.00, 0, 1, 2"}}) {
+        QFile::remove(PathOf("kivpel_user_obs.json"));
+        Dialog = std::make_unique<CDlgCity>(&Engine, &MainWindow);
+        Dialog->Paths = CPlacePaths::InFolder(Folder.path() + u'/');
+        Dialog->SetCorMapPtr(&Map);
+        Run([&] {
+            Select("日本/関東/横浜");
+            EditPlace([&](CEdtCty& editor) {
+                EXPECT_EQ(editor.Item<QComboBox>(EditCityId::ComboKind)->currentText(), u"都市"_s);
+                if (c.Id != 0)
+                    TypeIn(editor, c.Id, c.Text);
+            });
+            Click(CityId::ButtonOk);
+        });
+        const QString list = UserList();
+        const qsizetype line = list.indexOf(u"横浜"_s);
+        EXPECT_TRUE(list.sliced(line).section(u"N,"_s, 1).startsWith(QString::fromUtf8(c.Line)))
+            << list.sliced(line, 90).toStdString();
+    }
+}
+
+TEST_F(CityEdit, RecordsAFolderThatKeepsItsName)
+{
+    Run([this] {
+        Select("海外");
+        InNext<CEdtFld>([](CEdtFld& editor) {
+            EXPECT_EQ(editor.Name, u"海外"_s);
+            Enter();
+        });
+        Click(CityId::ButtonEdit);
+        Click(CityId::ButtonOk);
+    });
+    EXPECT_TRUE(Overlay().contains(u"\"latest_name\":\"海外\""_s)) << Overlay().toStdString();
+}
+
+TEST_F(CityEdit, DeletesAfterAQuestion)
+{
+    Run([this] {
+        Select("日本/関東");
+        constexpr char folder[] = "\"関東\"フォルダとこのフォルダに含まれるすべての情報を消去します。";
+        Prompts.Expect(folder, IPrompts::Icon::Warning, IPrompts::Buttons::OkCancel, IPrompts::Answer::Cancel);
+        Key(Qt::Key_Delete);
+        Prompts.Expect(folder, IPrompts::Icon::Warning, IPrompts::Buttons::OkCancel);
+        Key(Qt::Key_Delete);
+        EXPECT_EQ(Selected(), "東北");
+        EXPECT_EQ(Enabled(), "ead-");
+        Select("海外/London");
+        Prompts.Expect("\"London\"を削除します", IPrompts::Icon::Warning, IPrompts::Buttons::OkCancel);
+        Key(Qt::Key_Delete);
+        EXPECT_EQ(Selected(), "Paris"); // and its values
+        EXPECT_EQ(TextOf(CoordinateId::EditLong1), "2");
+        Prompts.Expect("\"Paris\"を削除します", IPrompts::Icon::Warning, IPrompts::Buttons::OkCancel);
+        Key(Qt::Key_Delete);
+        EXPECT_EQ(Selected(), "海外");
+        EXPECT_EQ(TreeText(), "日本(東北(仙台) 富士山) 海外");
+
+        Key(Qt::Key_Z, Qt::ControlModifier);
+        EXPECT_EQ(Selected(), "Paris");
+        Key(Qt::Key_Z, Qt::ControlModifier);
+        Key(Qt::Key_Z, Qt::ControlModifier);
+        EXPECT_EQ(Selected(), "関東");
+        EXPECT_EQ(TreeText(), "日本(関東(東京 横浜) 東北(仙台) 富士山) 海外(Paris London)");
+        Key(Qt::Key_Z, Qt::ControlModifier); // nothing is left to undo
+        Key(Qt::Key_Y, Qt::ControlModifier);
+        EXPECT_EQ(TreeText(), "日本(東北(仙台) 富士山) 海外(Paris London)");
+        Click(CityId::ButtonOk);
+    });
+    EXPECT_FALSE(UserList().contains(u"東京"_s));
+    EXPECT_TRUE(UserList().contains(u"London"_s));
+}
+
+TEST_F(CityEdit, ResetsToTheShippedListAndLosesTheEdits)
+{
+    constexpr char question[] = "都市名データを初期化します。\r\nこれまで編集したデータは全て失われます。";
+    WriteFile("kivpel_user_obs.json",
+              CodePage932::Encode(u"[{\"original_name\":\"場所\",\"action\":\"path\",\"type\":\"node\",\"next\":["
+                                  u"{\"original_name\":\"海外\",\"action\":\"delete\",\"next\":\"\"}]}]"));
+    QFile::setPermissions(PathOf("kivpel.obs"), QFileDevice::ReadOwner | QFileDevice::ReadUser);
+    Run([this, question] {
+        Prompts.Expect(question, IPrompts::Icon::Warning, IPrompts::Buttons::OkCancel, IPrompts::Answer::Cancel);
+        Click(CityId::ButtonReset);
+        Select("日本/富士山");
+        Prompts.Expect(question, IPrompts::Icon::Warning, IPrompts::Buttons::OkCancel);
+        Click(CityId::ButtonReset);
+        EXPECT_EQ(TreeText(), "日本(関東(東京 横浜) 東北(仙台) 富士山) 海外(Paris London)");
+        EXPECT_EQ(Selected(), "");
+        EXPECT_EQ(Enabled(), "ead-"); // the list is writable now
+        // With nothing selected there is nothing to edit or delete, and the root to add to.
+        Click(CityId::ButtonEdit);
+        Click(CityId::ButtonDel);
+        for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_Left, Qt::Key_Right})
+            QTest::keyClick(Dialog->Item(CityId::Tree), key, Qt::AltModifier);
+        Dialog->Item(CityId::Tree)->setFocus();
+        AddFolder("新規の国");
+        EXPECT_EQ(TreeText(), "新規の国 日本(関東(東京 横浜) 東北(仙台) 富士山) 海外(Paris London)");
+        Key(Qt::Key_Z, Qt::ControlModifier);
+        Click(CityId::ButtonOk);
+    });
+    EXPECT_TRUE(UserList().contains(u"Paris"_s));
+    EXPECT_FALSE(Overlay().contains(u"海外"_s)) << Overlay().toStdString();
+}
+
+TEST_F(CityEdit, SaysWhenThereIsNothingToResetTo)
+{
+    Run([this] {
+        QFile::remove(PathOf("kivpel.obs"));
+        Prompts.Expect("都市名データを初期化します。\r\nこれまで編集したデータは全て失われます。",
+                       IPrompts::Icon::Warning, IPrompts::Buttons::OkCancel);
+        Prompts.Expect("観測地ファイルを読み込めないため、初期化できません。", IPrompts::Icon::Exclamation);
+        Click(CityId::ButtonReset);
+        EXPECT_EQ(TreeText(), "日本(関東(東京 横浜) 東北(仙台) 富士山) 海外(Paris London)");
+        EXPECT_EQ(Selected(), "場所");
+    });
+}
+
+TEST_F(CityEdit, ReportsAFullTable)
+{
+    QByteArray list = "#PLACE LIST\r\n@A\r\n";
+    for (int i = 0; i < CPlaceList::PlaceTableSize; ++i)
+        list += "P" + QByteArray::number(i) + ",1E,2N,3,+09.00, 0, 0, 2\r\n";
+    WriteFile("kivpel.obs", list + "#\r\n");
+    Run([this] {
+        Select("A");
+        Prompts.Expect("無効な引数が検出されました。", IPrompts::Icon::Exclamation);
+        AddPlace("one more");
+        EXPECT_EQ(Dialog->Item<CKivTreeCtrl>(CityId::Tree)->model()->rowCount(At("A")), CPlaceList::PlaceTableSize);
+        EXPECT_EQ(Selected(), "A");
+    });
+}
+} // namespace

@@ -1,0 +1,99 @@
+#include "city/PlaceFindLine.h"
+#include "tests/dialog/CityFixture.h"
+
+#include <QInputMethodEvent>
+#include <QLabel>
+#include <QLineEdit>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+class CityFind : public CCityFixture
+{
+protected:
+    [[nodiscard]] CPlaceFindLine* Line() const { return Dialog->findChild<CPlaceFindLine*>(); }
+    [[nodiscard]] std::string Count() const { return Line()->findChild<QLabel*>()->text().toStdString(); }
+    /// Settles a text in the input method where the focus is.
+    static void Compose(const QString& text)
+    {
+        QInputMethodEvent event;
+        event.setCommitString(text);
+        QApplication::sendEvent(QApplication::focusWidget(), &event);
+    }
+};
+
+TEST_F(CityFind, WalksThroughTheMatchesInTreeOrder)
+{
+    Run([this] {
+        EXPECT_TRUE(Line()->isHidden());
+        QTest::keyClicks(QApplication::focusWidget(), u"O"_s); // opens the line, which takes the next keys
+        QTest::keyClicks(QApplication::focusWidget(), u"nd"_s);
+        EXPECT_TRUE(Line()->isVisible());
+        EXPECT_EQ(Line()->Text(), u"Ond"_s);
+        EXPECT_EQ(Selected(), "London");
+        EXPECT_EQ(Count(), "1 / 1");
+        EXPECT_EQ(TextOf(CoordinateId::EditLong2), "30"); // selected like any other place
+        EXPECT_TRUE(Dialog->Item<CKivTreeCtrl>(CityId::Tree)->isExpanded(At("海外")));
+
+        Key(Qt::Key_A, Qt::ControlModifier);
+        Compose(u"ア"_s);
+        EXPECT_EQ(Count(), "一致なし");
+        EXPECT_EQ(Selected(), "London");
+        Key(Qt::Key_Escape);
+        EXPECT_TRUE(Line()->isHidden());
+        EXPECT_TRUE(Dialog->isVisible());
+        EXPECT_EQ(QApplication::focusWidget(), Dialog->Item(CityId::Tree));
+
+        Select("日本/東北");
+        EXPECT_TRUE(QApplication::focusWidget()->testAttribute(Qt::WA_InputMethodEnabled));
+        Compose(u"東"_s); // typed into the tree by an input method
+        EXPECT_EQ(Count(), "3 / 3");
+        EXPECT_EQ(Selected(), "東北"); // where the selection is
+        Key(Qt::Key_F3);
+        EXPECT_EQ(Selected(), "関東");
+        Key(Qt::Key_Return);
+        EXPECT_EQ(Selected(), "東京");
+        EXPECT_EQ(Count(), "2 / 3");
+        Key(Qt::Key_F3, Qt::ShiftModifier);
+        Key(Qt::Key_Up);
+        EXPECT_EQ(Selected(), "東北");
+        EXPECT_TRUE(Dialog->isVisible()); // Enter went on in the matches
+
+        Dialog->Item(CityId::Tree)->setFocus();
+        Prompts.Expect("\"東北\"フォルダとこのフォルダに含まれるすべての情報を消去します。", IPrompts::Icon::Warning,
+                       IPrompts::Buttons::OkCancel);
+        Key(Qt::Key_Delete);
+        Key(Qt::Key_F3);
+        EXPECT_EQ(Count(), "1 / 2"); // the tree as it is now
+        Key(Qt::Key_F, Qt::ControlModifier);
+        EXPECT_EQ(Line()->findChild<QLineEdit*>()->selectedText(), u"東"_s);
+    });
+}
+
+TEST_F(CityFind, TakesNoKeysOfTheTree)
+{
+    Run([this] {
+        Select("日本");
+        for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Plus, Qt::Key_Minus, Qt::Key_Asterisk, Qt::Key_Home})
+            Key(key);
+        EXPECT_TRUE(Line()->isHidden());
+        Key(Qt::Key_F3); // nothing was looked for yet
+        EXPECT_TRUE(Line()->isVisible());
+        EXPECT_EQ(Count(), "");
+    });
+}
+
+TEST(PlaceFinder, ComparesWhatTheUserMeans)
+{
+    const std::pair<QString, QString> same[]{
+        {u"トウキョウ"_s, u"とうきょう"_s},  {u"ﾊﾞﾝｺｸ"_s, u"バンコク"_s},       {u"ﾊﾟﾘ"_s, u"ぱり"_s},
+        {u"ＴＯＫＹＯ　１"_s, u"tokyo 1"_s}, {u"ヴェネツィア"_s, u"ｳﾞｪﾈﾂｨｱ"_s}, {u"Ärger①"_s, u"ärgeR1"_s},
+        {u"ｽﾞｰﾑﾃﾞ"_s, u"ずーむで"_s},        {u"〜−・"_s, u"～－･"_s},
+    };
+    for (const auto& [one, other] : same)
+        EXPECT_EQ(CPlaceFinder::Folded(one), CPlaceFinder::Folded(other)) << one.toStdString();
+    EXPECT_NE(CPlaceFinder::Folded(u"は"_s), CPlaceFinder::Folded(u"ば"_s));
+    EXPECT_NE(CPlaceFinder::Folded(u"つ"_s), CPlaceFinder::Folded(u"っ"_s));
+}
+} // namespace

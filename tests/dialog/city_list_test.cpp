@@ -1,0 +1,196 @@
+#include "host/text/CodePage932.h"
+#include "tests/dialog/CityFixture.h"
+
+#include <QAbstractButton>
+#include <QDir>
+#include <QFile>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+using CityList = CCityFixture;
+
+constexpr char Shipped[] = "日本(関東(東京 横浜) 東北(仙台) 富士山) 海外(Paris London)";
+
+TEST_F(CityList, OpensWithTheRootSelected)
+{
+    WriteFile("kivpel_user_obs.json",
+              CodePage932::Encode(u"[{\"original_name\":\"場所\",\"action\":\"path\",\"type\":\"node\",\"next\":["
+                                  u"{\"original_name\":\"海外\",\"action\":\"delete\",\"next\":\"\"}]}]"));
+    const int result = Run([this] {
+        EXPECT_EQ(TreeText(), "日本(関東(東京 横浜) 東北(仙台) 富士山)");
+        EXPECT_EQ(Selected(), "場所");
+        EXPECT_TRUE(Dialog->Item<CKivTreeCtrl>(CityId::Tree)->isExpanded(At("")));
+        EXPECT_EQ(QApplication::focusWidget(), Dialog->Item(CityId::Tree));
+        EXPECT_EQ(Enabled(), "-a-i");
+        EXPECT_EQ(TextOf(CoordinateId::EditLong1), "10"); // the caller's
+        EXPECT_EQ(Messages.first(), u"main 1136 0 0"_s);
+        EXPECT_EQ(Messages.last(), u"main 1136 2 0"_s);
+        Key(Qt::Key_Escape);
+    });
+    EXPECT_EQ(result, QDialog::Rejected);
+    EXPECT_EQ(ReadFile("kivpel_user.obs"), "(none)");
+    EXPECT_EQ(Transcript.Take(), "");
+}
+
+TEST_F(CityList, ShowsThePlaceSelected)
+{
+    Run([this] {
+        Select("日本");
+        EXPECT_EQ(Enabled(), "ead-");
+        EXPECT_EQ(TextOf(CoordinateId::EditLong1), "10"); // a folder changes nothing
+        Select("海外/London");
+        EXPECT_EQ(Enabled(), "eadi");
+        EXPECT_EQ(TextOf(CoordinateId::EditLong2), "30");
+        EXPECT_TRUE(Dialog->Item<QAbstractButton>(CoordinateId::RadioWest)->isChecked());
+        EXPECT_EQ(TextOf(CoordinateId::EditAlt), "11");
+        Key(Qt::Key_Up); // to Paris
+        EXPECT_EQ(TextOf(CoordinateId::EditLat3), "0.0");
+        EXPECT_EQ(TextOf(CoordinateId::EditTzHour), "1");
+        EXPECT_TRUE(Dialog->Item<QAbstractButton>(CoordinateId::RadioEast)->isChecked());
+        Select("");
+        EXPECT_EQ(Enabled(), "-a-i"); // as the place left them
+        Prompts.Expect("緯度の分には 0 から 59 の値を入力してください。", IPrompts::Icon::Information);
+        Type(CoordinateId::EditLat2, "75");
+        EXPECT_EQ(TextOf(CoordinateId::EditLat2), "59");
+        Prompts.Expect("緯度の度には 0 から 90 までの値を入力してください。", IPrompts::Icon::Information);
+        Type(CoordinateId::EditLat1, "95");
+        EXPECT_EQ(TextOf(CoordinateId::EditLat1) + ' ' + TextOf(CoordinateId::EditLat2), "90 0");
+        Type(CoordinateId::EditLat2, "7"); // none at the pole
+        EXPECT_EQ(TextOf(CoordinateId::EditLat2), "0");
+        QTest::keyClick(Dialog->Item(CoordinateId::EditLat1), Qt::Key_Down);
+        EXPECT_EQ(TextOf(CoordinateId::EditLat1), "89");
+        Key(Qt::Key_Return);
+    });
+    EXPECT_EQ(Transcript.Take(), "");
+    EXPECT_EQ(Dialog->result(), QDialog::Accepted);
+    EXPECT_EQ(Dialog->Coordinates.LongitudeDegrees, 2);
+    EXPECT_EQ(Dialog->Coordinates.LatitudeDegrees, 89);
+    EXPECT_EQ(Dialog->IsAltitudeFromTerrain, 0);
+    EXPECT_EQ(ReadFile("kivpel_user.obs"), "(none)"); // nothing was changed
+}
+
+TEST_F(CityList, AsksTheTerrainForAltitudesAndPutsTheEngineBack)
+{
+    EngineScript.Answers = {{u"? Location.Longitude"_s, u"139.5"_s},
+                            {u"? Location.Latitude"_s, u"-35.25 deg"_s},
+                            {u"? Location.Altitude"_s, u"77.6"_s}};
+    Dialog->SetMesh(1);
+    EXPECT_EQ(Transcript.Take(), "E ? Location.Longitude\nE ? Location.Latitude\nE ? Location.Altitude");
+    Run([this] {
+        Select("日本/関東/横浜");
+        EXPECT_EQ(
+            Transcript.Take(),
+            "E Location.Longitude = 139.500000; Location.Latitude = 35.250000; Calc Stellar\nE ? Location.Altitude");
+        EXPECT_EQ(TextOf(CoordinateId::EditAlt), "78");
+        EXPECT_EQ(Dialog->IsAltitudeFromTerrain, 1);
+        Select("日本/関東/東京");
+        EXPECT_EQ(TextOf(CoordinateId::EditAlt), "39");
+        EXPECT_EQ(Dialog->IsAltitudeFromTerrain, 0);
+    });
+    EXPECT_EQ(Transcript.Take(),
+              "E Location.Longitude = 139.500000; Location.Latitude = -35.250000; Location.Altitude = 77.600000");
+}
+
+TEST_F(CityList, EndsWithThePlaceThatIsClickedTwice)
+{
+    const int result = Run([this] {
+        const auto clickTwice = [this](const char* path) {
+            const QPoint point = PointOf(path);
+            for (const QEvent::Type press : {QEvent::MouseButtonPress, QEvent::MouseButtonDblClick}) {
+                Mouse(press, point, Qt::LeftButton, Qt::LeftButton);
+                Mouse(QEvent::MouseButtonRelease, point, Qt::LeftButton, Qt::NoButton);
+            }
+        };
+        clickTwice("日本");
+        EXPECT_TRUE(Dialog->isVisible());
+        EXPECT_EQ(Selected(), "日本");
+        clickTwice("海外/London");
+        EXPECT_FALSE(Dialog->isVisible());
+    });
+    EXPECT_EQ(result, QDialog::Accepted);
+    EXPECT_EQ(PlaceCoordinates::ComposeLongitude(Dialog->Coordinates), -0.5);
+}
+
+TEST_F(CityList, KeepsAnInitialPlaceForTheCaller)
+{
+    constexpr char question[] = "西経   0度30分 0.0秒\n北緯  51度30分 0.0秒\n標高 11m\nタイムゾーン + 0時間 0分"
+                                "\n\nを初期値として設定します。";
+    Run([this, question] {
+        Select("海外/London");
+        Prompts.Expect(question, IPrompts::Icon::Information, IPrompts::Buttons::OkCancel, IPrompts::Answer::Cancel);
+        Click(CityId::ButtonSetInit);
+        EXPECT_EQ(Dialog->IsInitialSet, 0);
+        Prompts.Expect(question, IPrompts::Icon::Information, IPrompts::Buttons::OkCancel);
+        Click(CityId::ButtonSetInit);
+    });
+    EXPECT_EQ(Dialog->IsInitialSet, 1);
+    EXPECT_EQ(Dialog->InitialLongitude, -0.5);
+    EXPECT_EQ(Dialog->InitialLatitude, 51.5);
+    EXPECT_EQ(Dialog->InitialAltitude, 11.0);
+    EXPECT_EQ(Dialog->InitialTimeZone, 0.0);
+}
+
+TEST_F(CityList, TellsWhenItCannotSave)
+{
+    Dialog->Paths.OverlayFilePath = PathOf("missing/overlay.json");
+    Run([this] {
+        Select("海外/London");
+        Key(Qt::Key_Up, Qt::AltModifier);
+        const QByteArray text =
+            "観測地の変更を保存できませんでした。\n保存先のフォルダと空き容量を確かめてください。\n\n" +
+            Dialog->Paths.OverlayFilePath.toUtf8();
+        Prompts.Expect(text.constData(), IPrompts::Icon::Exclamation);
+        Click(CityId::ButtonOk);
+    });
+    EXPECT_EQ(Dialog->result(), QDialog::Accepted);
+    EXPECT_EQ(Transcript.Take(), "M 26(true)");
+}
+
+TEST_F(CityList, EditsNothingInAReadOnlyListBeyondWhatTheRootAllows)
+{
+    QFile::setPermissions(PathOf("kivpel.obs"), QFileDevice::ReadOwner | QFileDevice::ReadUser);
+    Run([this] {
+        EXPECT_EQ(Enabled(), "-a-i");
+        Drag("海外/London", "日本/富士山");
+        Select("海外/London");
+        EXPECT_EQ(Enabled(), "---i");
+        for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_Left, Qt::Key_Right})
+            Key(key, Qt::AltModifier);
+        for (const Qt::Key key : {Qt::Key_Insert, Qt::Key_F2, Qt::Key_Delete})
+            Key(key);
+        EXPECT_EQ(TreeText(), Shipped);
+        Key(Qt::Key_Return);
+    });
+    EXPECT_EQ(Dialog->result(), QDialog::Accepted);
+    EXPECT_EQ(ReadFile("kivpel_user_obs.json"), "(none)");
+}
+
+TEST_F(CityList, RecordsNothingOfANameEditedInPlace)
+{
+    Run([this] {
+        auto* tree = Dialog->Item<CKivTreeCtrl>(CityId::Tree);
+        Q_EMIT tree->EndLabelEdit(At("海外"), u"外国"_s);
+        Q_EMIT tree->EndLabelEdit(At("日本"), QString()); // cancelled
+        EXPECT_EQ(TreeText(), "日本(関東(東京 横浜) 東北(仙台) 富士山) 外国(Paris London)");
+        Click(CityId::ButtonOk);
+    });
+    EXPECT_TRUE(CodePage932::Decode(ReadFile("kivpel_user.obs")).contains(u"@外国"_s));
+    EXPECT_FALSE(CodePage932::Decode(ReadFile("kivpel_user_obs.json")).contains(u"外国"_s));
+}
+
+TEST_F(CityList, ShowsWhatThereIsOfAListThatIsTooLong)
+{
+    QByteArray list = "#PLACE LIST\r\n@A\r\n";
+    for (int i = 0; i <= CPlaceList::PlaceTableSize; ++i)
+        list += "P" + QByteArray::number(i) + ",1E,2N,3,+09.00, 0, 0, 2\r\n";
+    WriteFile("kivpel.obs", list);
+    Prompts.Expect("無効な引数が検出されました。", IPrompts::Icon::Exclamation);
+    Run([this] {
+        Select("A");
+        EXPECT_EQ(Dialog->Item<CKivTreeCtrl>(CityId::Tree)->model()->rowCount(At("A")), CPlaceList::PlaceTableSize);
+        EXPECT_EQ(Messages.last(), u"main 1136 2 0"_s);
+    });
+}
+} // namespace

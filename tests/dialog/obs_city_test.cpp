@@ -1,0 +1,98 @@
+#include "city/ControlIds.h"
+#include "city/DlgCity.h"
+#include "host/dialog/KivTreeCtrl.h"
+#include "host/text/CodePage932.h"
+#include "tests/dialog/ObsFixture.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QTest>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+class ObsCity : public CObsFixture
+{
+protected:
+    void WriteList(const char* folder) const
+    {
+        QFile list(Folder.filePath(QString::fromUtf8(folder) + u"/kivpel.obs"_s));
+        EXPECT_TRUE(list.open(QIODevice::WriteOnly));
+        list.write("#PLACE LIST\r\nSite,010.5000000W,20.5000000S,    123,-08.00, 1, 0, 2\r\n");
+    }
+
+    /// Opens the city list with the button and does the steps in it; a list left open is cancelled.
+    void InCityList(const std::function<void(CDlgCity&)>& steps)
+    {
+        QTimer poll;
+        poll.callOnTimeout([&] {
+            auto* dialog = qobject_cast<CDlgCity*>(QApplication::activeModalWidget());
+            if (!dialog)
+                return;
+            poll.stop();
+            EXPECT_EQ(Messages.value(0), u"main 1725 1 0"_s);
+            Transcript.Take();
+            Messages.clear();
+            steps(*dialog);
+            if (dialog->isVisible())
+                dialog->reject();
+        });
+        poll.start(1);
+        Messages.clear();
+        Click(ObsId::ButtonCity);
+        EXPECT_EQ(Messages, QStringList{u"main 1725 0 0"_s});
+    }
+
+    static void SelectSite(CDlgCity& dialog)
+    {
+        auto* tree = dialog.Item<CKivTreeCtrl>(CityId::Tree);
+        tree->Select(tree->model()->index(1, 0)); // beside the root
+        EXPECT_EQ(tree->Selected().data().toString(), u"Site"_s);
+    }
+};
+
+TEST_F(ObsCity, SaysThatThereIsNoList)
+{
+    Open();
+    Prompts.Expect("観測地ファイルが見つかりません。", IPrompts::Icon::None);
+    Click(ObsId::ButtonCity);
+    EXPECT_EQ(Transcript.Take(), "");
+}
+
+TEST_F(ObsCity, TakesThePlaceOver)
+{
+    WriteList("module");
+    Open(true);
+    Observer.UpdateObsByUI(139.5, 35.5, 39.0, 9.0);
+    Dialog->InitLocation(0);
+    Transcript.Take();
+    Embedded.Answers[u"? Location.Altitude"_s] = u"456.0"_s;
+    InCityList([](CDlgCity& dialog) {
+        EXPECT_EQ(dialog.Coordinates.LongitudeDegrees, 139);
+        EXPECT_EQ(dialog.Coordinates.LatitudeMinutes, 30);
+        EXPECT_EQ(dialog.Coordinates.TimeZoneHours, 9);
+        SelectSite(dialog);
+        dialog.Item<QAbstractButton>(CityId::ButtonOk)->click();
+    });
+    EXPECT_EQ(Fields(), "W 10 30 0.0 S 20 30 0.0");
+    EXPECT_EQ(TextOf(ObsId::EditAlt), "456");
+    EXPECT_NEAR(Observer.GetLongitude(), -10.5, 1e-9);
+    EXPECT_EQ(Observer.GetHeight(), 456.0);
+    EXPECT_EQ(Observer.GetUserTz(), -8.0);
+    EXPECT_EQ(Dialog->findChildren<CDlgCity*>().size(), 0);
+}
+
+TEST_F(ObsCity, AppliesNothingAfterCancel)
+{
+    WriteList("data");
+    Open();
+    const std::string before = Fields();
+    InCityList([](CDlgCity& dialog) { SelectSite(dialog); });
+    EXPECT_EQ(Fields(), before);
+    EXPECT_EQ(Transcript.Take(), "");
+}
+} // namespace

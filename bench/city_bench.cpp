@@ -34,6 +34,22 @@ QString PlaceName(int folder, int place)
     return u"観測地点%1の%2"_s.arg(folder).arg(place);
 }
 
+/// Waits for a widget's first painting.
+class CPaintWatch : public QObject
+{
+public:
+    explicit CPaintWatch(QWidget& widget) { widget.installEventFilter(this); }
+    [[nodiscard]] bool HasPainted() const { return m_hasPainted; }
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override
+    {
+        m_hasPainted = m_hasPainted || event->type() == QEvent::Paint;
+        return false;
+    }
+
+private:
+    bool m_hasPainted = false;
+};
+
 /// Files of the city list, and the dialog on them.
 class CCityStage
 {
@@ -70,9 +86,9 @@ public:
         dialog.Paths = CPlacePaths::InFolder(m_folder.path() + u'/');
         QTimer::singleShot(0, &dialog, [&] {
             auto* tree = dialog.Item<CKivTreeCtrl>(CityId::Tree);
-            while (!dialog.testAttribute(Qt::WA_WState_ExplicitShowHide) || !dialog.isVisible())
+            CPaintWatch watch(*tree->viewport());
+            while (!watch.HasPainted())
                 QApplication::processEvents();
-            QApplication::processEvents(); // paints
             opened = std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
             steps(dialog, *tree);
             dialog.reject();

@@ -4,8 +4,10 @@
 #include "bench/Measure.h"
 #include "city/core/PlaceDocument.h"
 #include "controls/globe_map/GlobeMap.h"
+#include "controls/road_map/RoadMap.h"
 #include "host/control/ControlNumbers.h"
 #include "host/control/ControlRegister.h"
+#include "host/control/CorMpp.h"
 #include "host/control/RoadMapResults.h"
 #include "host/dialog/Theme.h"
 #include "host/dialog/ThemedControls.h"
@@ -286,6 +288,46 @@ void RedrawGlobe(benchmark::State& state)
         state, 10.0, [&] { longitude += 0.05; }, draw);
 }
 
+/// The road map with a marked site, moved before each redraw as under the user's hand.
+void RedrawRoadMap(benchmark::State& state)
+{
+    using namespace ControlNumber::RoadMap;
+    constexpr double unit = CCorMpp::MillisecondsPerDegree;
+    CRoadMap map(nullptr, DataFolder);
+    map.resize(640, 480);
+    map.show();
+    const auto scale = static_cast<int>(state.range(0));
+    map.Invoke(SetScale, {scale});
+    map.Invoke(SetPosition, {true, 139.54 * unit, 35.68 * unit});
+    QApplication::processEvents();
+    double x = 138.0 * unit;
+    const auto draw = [&] {
+        map.Invoke(SetPosition, {false, x, 36.0 * unit});
+        map.repaint();
+    };
+    draw();
+    MeasureMedian(
+        state, 16.0, [&] { x += scale * 0.01; }, draw);
+}
+
+/// From the call until the event that tells the end; everything is looked through, and much of it is found.
+void SearchRoadMap(benchmark::State& state)
+{
+    using namespace ControlNumber::RoadMap;
+    CRoadMap map(nullptr, DataFolder);
+    const bool isFacility = state.range(0) != 0;
+    const QString text = isFacility ? u"天文 台"_s : u"県 市"_s;
+    const auto search = [&] {
+        map.Invoke(Search, {isFacility, text});
+        QApplication::processEvents();
+    };
+    search();
+    MeasureMedian(
+        state, 20.0, [] {}, search);
+    if (!CRoadMapResults::Find(map.Invoke(GetSearchResult, {}).toLongLong()))
+        state.SkipWithError("nothing was found");
+}
+
 /// A host with its windows, in folders of its own.
 class CStage
 {
@@ -462,6 +504,16 @@ BENCHMARK(ReplayOneFolder)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(ReplayAgainstParsing)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(SaveBothFiles)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(RedrawGlobe)->ArgName("zoom")->Arg(0)->Arg(40)->Arg(70)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(RedrawRoadMap)
+    ->ArgName("scale")
+    ->Arg(1000)
+    ->Arg(8000)
+    ->Arg(200000)
+    ->Arg(1000000)
+    ->Arg(9999999)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(SearchRoadMap)->ArgName("facility")->Arg(0)->Arg(1)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(OpenDialog)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(SpinStep)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(TypeDigit)->UseManualTime()->Unit(benchmark::kMillisecond);

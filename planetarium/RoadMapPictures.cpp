@@ -94,14 +94,10 @@ void ShootAlone(CCamera& camera, CMainWindow& window)
     host.CloseRoadMap();
 }
 
-/// A machine on which the map's data are not installed.
+/// A machine on which the map's data are not installed; comes last.
 void ShootWithoutData(CCamera& camera, QWidget& window)
 {
-    CComponentStore store;
-    store.SetValue(CComponentStore::Root::LocalMachine, u"SOFTWARE\\Super Mapple\\version 12.0.0\\Mapple\\App"_s,
-                   u"path"_s, {CComponentStore::ValueType::String, u"(none)"_s});
-    if (!store.Save())
-        return;
+    CComponentStore::UseFile(QString());
     CDlgMapple dialog(&window);
     dialog.Create(nullptr);
     camera.Shoot(dialog, u"road-map-no-data.png"_s);

@@ -1,8 +1,6 @@
 #include "host/dialog/Theme.h"
 #include "host/system/CommonFile.h"
-#include "host/system/ComponentStore.h"
 #include "host/system/Registry.h"
-#include "planetarium/Components.h"
 #include "planetarium/ControlClasses.h"
 #include "planetarium/Guide.h"
 #include "planetarium/MainWindow.h"
@@ -45,7 +43,7 @@ int main(int argc, char** argv)
         folders.UseShipped(AsFolder(parser.value(data)));
     if (parser.isSet(terrain))
         folders.TerrainIndex = parser.value(terrain);
-    // A picture run keeps its hands off the user's own places, settings and installed components.
+    // A picture run keeps its hands off the user's own places and settings.
     const QString own = parser.isSet(pictures) ? AsFolder(parser.value(pictures)) + u"user/"_s : QString();
     if (parser.isSet(user))
         folders.User = AsFolder(parser.value(user));
@@ -55,14 +53,11 @@ int main(int argc, char** argv)
         CRegistry::UseFile(parser.value(settings));
     else if (!own.isEmpty())
         CRegistry::UseFile(own + u"settings.ini"_s);
-    if (!own.isEmpty())
-        CComponentStore::UseFile(own + u"components.xml"_s);
 
     CCommonFile::SetModulePath(folders.Shipped);
     folders.InstallPlaceList();
     folders.InstallRoadMap();
     ControlClasses::Register(folders.Shipped);
-    Components::Install(folders.Shipped);
     Guide::Install(folders.Shipped + u"../docs/guide.ja.md"_s);
 
     CMainWindow window(folders);

@@ -143,11 +143,13 @@ bool CDlgMapple::CreateMap()
         return false;
     }
     MapCreated = 1;
-    MapCtrl.setAccessibleName(u"道路地図"_s);
     MapCtrl.lower(); // under the other controls, which stay usable when it covers the whole window
     MapCtrl.show();
     ConnectEvents(MapCtrl);
     QWidget* const map = MapCtrl.Control()->Window();
+    map->setAccessibleName(u"道路地図"_s);
+    // Enter, which a map may take elsewhere, closes this window.
+    map->setAccessibleDescription(u"矢印キーで地図を動かし、スペースキーで中央の地点を観測地にします。"_s);
     setTabOrder(map, ZoomSlider); // as the eye goes
     map->setFocus();
     return true;
@@ -329,11 +331,10 @@ bool CDlgMapple::PreTranslateMessage(QKeyEvent& key)
 
 bool CDlgMapple::event(QEvent* event)
 {
-    if (event->type() != CHostMessage::EventType())
+    const auto* message = event->type() == CHostMessage::EventType() ? static_cast<CHostMessage*>(event) : nullptr;
+    if (!message || message->Number != MappleId::MessageFindSelectPos)
         return CKivDialog::event(event);
-    const auto& message = *static_cast<const CHostMessage*>(event);
-    if (message.Number == MappleId::MessageFindSelectPos)
-        OnFindSelectPos(message.First.toUInt(), message.Second.value<double*>());
+    OnFindSelectPos(message->First.toUInt(), message->Second.value<double*>());
     return true;
 }
 

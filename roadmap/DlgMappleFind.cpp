@@ -162,6 +162,12 @@ void CDlgMappleFind::ClearResultList()
     ResultTable.Clear();
 }
 
+void CDlgMappleFind::DisableControls()
+{
+    setFocus(); // else it would go on to the button that closes, for the next Enter to press
+    EnableSearchControls(false);
+}
+
 void CDlgMappleFind::EnableSearchControls(bool enable)
 {
     using namespace MappleFindId;

@@ -49,7 +49,7 @@ private:
     void EndSearch(bool hasResults, const QString& message);
     void ShowResults(const SearchOutcome& outcome, const std::vector<CRoadMapResult>& rows);
     bool MoveToSelection(bool setAsSite);
-    void DisableControls() { EnableSearchControls(false); }
+    void DisableControls();
     void EnableControls() { EnableSearchControls(true); }
     void EnableSearchControls(bool enable);
     void ClearResultList();

@@ -1,5 +1,7 @@
 #include "roadmap/ResultTable.h"
 
+using namespace Qt::StringLiterals;
+
 void CResultTable::Fill(std::span<const ResultColumn> columns, std::vector<CRoadMapResult> rows)
 {
     beginResetModel();
@@ -20,10 +22,12 @@ int CResultTable::columnCount(const QModelIndex& parent) const
 
 QVariant CResultTable::data(const QModelIndex& index, int role) const
 {
-    // The tip shows what a narrow column cuts off.
     if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::ToolTipRole))
         return {};
-    return m_columns[static_cast<size_t>(index.column())].Text(m_rows[static_cast<size_t>(index.row())]);
+    const ResultColumn& column = m_columns[static_cast<size_t>(index.column())];
+    const QString text = column.Text(m_rows[static_cast<size_t>(index.row())]);
+    // The tip shows what a narrow column cuts off; a text that looks like HTML is shown as it stands.
+    return role == Qt::DisplayRole || text.isEmpty() ? text : u"<p>"_s + text.toHtmlEscaped() + u"</p>"_s;
 }
 
 QVariant CResultTable::headerData(int section, Qt::Orientation orientation, int role) const

@@ -67,7 +67,8 @@ struct PointTable
     [[nodiscard]] Chain Take(int column, int row, int first, int count) const
     {
         Chain chain;
-        for (auto index = static_cast<std::size_t>(first); index < static_cast<std::size_t>(first + count); ++index) {
+        for (int number = first; number < first + count; ++number) {
+            const auto index = static_cast<std::size_t>(number);
             // Stored as signed 16-bit numbers, meant as unsigned ones.
             chain.emplace_back(column * StepsPerDegree + (X.at(index) & 0xFFFF),
                                (Rows - 1 - row) * StepsPerDegree + (Y.at(index) & 0xFFFF));
@@ -84,7 +85,7 @@ template <typename Taker> void ForEachBin(const ShoreBox& box, const Taker& take
     for (int north = box.South + 1; north <= box.North; ++north) {
         for (int west = box.West; west < box.East; ++west) {
             const int row = Rows / 2 - north;
-            take(west, row, static_cast<std::size_t>(row * Columns + west));
+            take(west, row, row * Columns + west);
         }
     }
 }
@@ -261,9 +262,11 @@ std::vector<MapLine> ShoreBins::ReadShores(const QString& path, const ShoreBox& 
     const std::vector<int> infos = file.Numbers("Embedded_npts_levels_exit_entry_for_a_segment");
     const std::vector<int> firstPoints = file.Numbers("Id_of_first_point_in_a_segment");
     std::map<int, std::vector<Chain>> levels;
-    ForEachBin(box, [&](int column, int row, std::size_t bin) {
+    ForEachBin(box, [&](int column, int row, int binNumber) {
+        const auto bin = static_cast<std::size_t>(binNumber);
         for (int segment = 0; segment < segmentCounts.at(bin); ++segment) {
-            const auto index = static_cast<std::size_t>(firstSegments.at(bin) + segment);
+            const int number = firstSegments.at(bin) + segment;
+            const auto index = static_cast<std::size_t>(number);
             const auto info = static_cast<std::uint32_t>(infos.at(index));
             constexpr std::uint32_t closed = 4;
             Chain chain = points.Take(column, row, firstPoints.at(index), static_cast<int>(info >> 9));
@@ -305,9 +308,11 @@ std::vector<MapLine> ShoreBins::ReadRivers(const QString& path, const ShoreBox& 
     const std::vector<int> levels = file.Numbers("Hierarchial_level_of_a_segment");
     const std::vector<int> firstPoints = file.Numbers("Id_of_first_point_in_a_segment");
     std::vector<Chain> pieces;
-    ForEachBin(box, [&](int column, int row, std::size_t bin) {
+    ForEachBin(box, [&](int column, int row, int binNumber) {
+        const auto bin = static_cast<std::size_t>(binNumber);
         for (int segment = 0; segment < segmentCounts.at(bin); ++segment) {
-            const auto index = static_cast<std::size_t>(firstSegments.at(bin) + segment);
+            const int number = firstSegments.at(bin) + segment;
+            const auto index = static_cast<std::size_t>(number);
             if (pointCounts.at(index) > 1 && levels.at(index) <= LastRiverLevel) {
                 pieces.push_back(points.Take(column, row, firstPoints.at(index), pointCounts.at(index)));
             }

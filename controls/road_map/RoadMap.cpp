@@ -141,7 +141,14 @@ double CRoadMap::MetersPerPixel() const
 
 CSphereView CRoadMap::View() const
 {
-    return {m_center, EarthRadius / MetersPerPixel(), QPointF(width() / 2.0, height() / 2.0)};
+    const QSizeF open = OpenSize();
+    return {m_center, EarthRadius / MetersPerPixel(), QPointF(open.width() / 2, open.height() / 2)};
+}
+
+QSize CRoadMap::OpenSize() const
+{
+    const QRect open = visibleRegion().boundingRect();
+    return open.isEmpty() ? size() : QSize(open.right() + 1, open.bottom() + 1);
 }
 
 bool CRoadMap::HasSeconds() const
@@ -176,14 +183,15 @@ void CRoadMap::resizeEvent(QResizeEvent* event)
 
 QRectF CRoadMap::ReadOutPlace() const
 {
-    return MapFurniture::ReadOutPlace(MapFurniture::SmallFont(font()), size(),
+    return MapFurniture::ReadOutPlace(MapFurniture::SmallFont(font()), OpenSize(),
                                       MapFurniture::PositionText({-179.99, -89.99}, HasSeconds()));
 }
 
 void CRoadMap::paintEvent(QPaintEvent*)
 {
     const double scale = devicePixelRatioF();
-    const QSize pixels = (QSizeF(size()) * scale).toSize();
+    const QSize open = OpenSize();
+    const QSize pixels = (QSizeF(open) * scale).toSize();
     if (pixels.isEmpty())
         return;
     if (m_picture.size() != pixels) {
@@ -197,7 +205,7 @@ void CRoadMap::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.drawImage(QPointF(0, 0), m_picture);
     if (hasFocus())
-        MapFurniture::DrawFocus(painter, rect(), palette().color(QPalette::Highlight).lighter(130));
+        MapFurniture::DrawFocus(painter, QRect(QPoint(), open), palette().color(QPalette::Highlight).lighter(130));
     std::optional<GeoPoint> named;
     if (m_pointer)
         named = View().FromScreen(*m_pointer);

@@ -75,6 +75,8 @@ private:
     void ApplyFont();
     [[nodiscard]] double MetersPerPixel() const;
     [[nodiscard]] CSphereView View() const;
+    /// The part from the upper left corner that no window beside it covers; its middle is the map's.
+    [[nodiscard]] QSize OpenSize() const;
     [[nodiscard]] bool HasSeconds() const;
     [[nodiscard]] QRectF ReadOutPlace() const;
     void MoveCenter(const GeoPoint& center);

@@ -94,13 +94,13 @@ void CRoadMap::keyPressEvent(QKeyEvent* event)
 {
     switch (event->key()) {
     case Qt::Key_Left:
-        return Shift({-width() * KeyShare, 0});
+        return Shift({-OpenSize().width() * KeyShare, 0});
     case Qt::Key_Right:
-        return Shift({width() * KeyShare, 0});
+        return Shift({OpenSize().width() * KeyShare, 0});
     case Qt::Key_Up:
-        return Shift({0, -height() * KeyShare});
+        return Shift({0, -OpenSize().height() * KeyShare});
     case Qt::Key_Down:
-        return Shift({0, height() * KeyShare});
+        return Shift({0, OpenSize().height() * KeyShare});
     case Qt::Key_Home:
         if (m_site)
             MoveCenter(*m_site);

@@ -20,6 +20,7 @@ constexpr std::array<double, 18> Spacings = {30,        15,        10,        5,
 
 // Nearer to a pole only every 30th or 90th meridian is drawn: the others would run together.
 constexpr double CrowdedLatitude = 80;
+constexpr double MostMeridians = 400;
 
 // The part of a line that is on the near side and not far outside the area, as runs of connected points.
 class CLineDrawer
@@ -59,6 +60,7 @@ struct Range
 {
     double First = 0;
     double Last = 0;
+    double Spacing = 1; // degrees from line to line
 };
 
 QString DegreeText(double degrees, double spacing, bool isLongitude, const GraticuleStyle& style)
@@ -90,22 +92,22 @@ void DrawLabel(QPainter& painter, const QRectF& box, Qt::Alignment alignment, co
     painter.drawText(box, static_cast<int>(alignment) | Qt::TextDontClip, text);
 }
 
-void DrawLabels(QPainter& painter, const CSphereView& view, QSizeF size, const GraticuleStyle& style, double spacing,
+void DrawLabels(QPainter& painter, const CSphereView& view, QSizeF size, const GraticuleStyle& style,
                 const Range& longitudes, const Range& latitudes)
 {
     const QFontMetricsF metrics(painter.font());
     const double inset = 4;
     painter.setPen(style.Label);
-    for (int index = static_cast<int>(std::ceil(latitudes.First / spacing)); index * spacing <= latitudes.Last;
-         ++index) {
+    for (int index = static_cast<int>(std::ceil(latitudes.First / latitudes.Spacing));
+         index * latitudes.Spacing <= latitudes.Last; ++index) {
         // The line meets the left edge near the longitude that lies there at the height of its own middle point.
-        const auto middle = view.ToScreen(view.Center().Longitude, index * spacing);
+        const auto middle = view.ToScreen(view.Center().Longitude, index * latitudes.Spacing);
         if (!middle)
             continue;
         double y = middle->y();
         for (int step = 0; step < 3; ++step) {
             const auto edge = view.FromScreen(QPointF(inset, y));
-            const auto moved = edge ? view.ToScreen(edge->Longitude, index * spacing) : std::nullopt;
+            const auto moved = edge ? view.ToScreen(edge->Longitude, index * latitudes.Spacing) : std::nullopt;
             if (!moved)
                 break;
             y = moved->y();
@@ -113,19 +115,19 @@ void DrawLabels(QPainter& painter, const CSphereView& view, QSizeF size, const G
         if (y < metrics.height() + inset || y > size.height() - 2 * metrics.height())
             continue;
         DrawLabel(painter, QRectF(inset, y - metrics.height() - 1, 1, metrics.height()), Qt::AlignLeft,
-                  DegreeText(index * spacing, spacing, false, style));
+                  DegreeText(index * latitudes.Spacing, latitudes.Spacing, false, style));
     }
-    for (int index = static_cast<int>(std::ceil(longitudes.First / spacing)); index * spacing <= longitudes.Last;
-         ++index) {
+    for (int index = static_cast<int>(std::ceil(longitudes.First / longitudes.Spacing));
+         index * longitudes.Spacing <= longitudes.Last; ++index) {
         double x = view.CenterPixel().x();
         for (int step = 0; step < 4; ++step) {
             const auto edge = view.FromScreen(QPointF(x, size.height() - inset));
-            const auto moved = edge ? view.ToScreen(index * spacing, edge->Latitude) : std::nullopt;
+            const auto moved = edge ? view.ToScreen(index * longitudes.Spacing, edge->Latitude) : std::nullopt;
             if (!moved)
                 break;
             x = moved->x();
         }
-        const QString text = DegreeText(WrapLongitude(index * spacing), spacing, true, style);
+        const QString text = DegreeText(WrapLongitude(index * longitudes.Spacing), longitudes.Spacing, true, style);
         const double width = metrics.horizontalAdvance(text);
         if (x < 3 * metrics.height() || x + width > size.width() - inset)
             continue;
@@ -156,12 +158,17 @@ void DrawGraticule(QPainter& painter, const CSphereView& view, QSizeF size, cons
     const double reach = view.VisibleAngle(size);
     const GeoPoint center = view.Center();
     const Range latitudes = {std::max(-90 + spacing, center.Latitude - reach),
-                             std::min(90 - spacing, center.Latitude + reach)};
-    Range longitudes = {-180 + spacing, 180};
+                             std::min(90 - spacing, center.Latitude + reach), spacing};
+    Range longitudes = {-180 + spacing, 180, spacing};
     const double ratio = std::sin(reach * RadiansPerDegree) / std::cos(center.Latitude * RadiansPerDegree);
     if (std::abs(center.Latitude) + reach < 90 && ratio < 1) {
         const double width = std::asin(ratio) / RadiansPerDegree;
-        longitudes = {center.Longitude - width, center.Longitude + width};
+        longitudes = {center.Longitude - width, center.Longitude + width, spacing};
+    }
+    // Around a pole a view shows every longitude, however small it is.
+    for (std::size_t index = Spacings.size(); index-- > 0;) {
+        if ((longitudes.Last - longitudes.First) / longitudes.Spacing > MostMeridians)
+            longitudes.Spacing = std::max(longitudes.Spacing, Spacings[index]);
     }
     // About eight pixels from point to point, on the visible part only.
     const double step = std::clamp(8 / view.Radius() / RadiansPerDegree, 1e-5, 3.0);
@@ -176,17 +183,19 @@ void DrawGraticule(QPainter& painter, const CSphereView& view, QSizeF size, cons
     for (int index = static_cast<int>(std::ceil(latitudes.First / spacing)); index * spacing <= latitudes.Last;
          ++index) {
         choosePen(index == 0);
-        const int count = static_cast<int>(std::ceil((longitudes.Last - longitudes.First + spacing) / step));
+        const double narrowing = std::cos(index * spacing * RadiansPerDegree);
+        const double along = std::min(step / std::max(narrowing, 1e-9), 3.0);
+        const int count = static_cast<int>(std::ceil((longitudes.Last - longitudes.First + spacing) / along));
         for (int point = 0; point <= count; ++point)
-            drawer.Add({longitudes.First - spacing + point * step, index * spacing});
+            drawer.Add({longitudes.First - spacing + point * along, index * spacing});
         drawer.Finish();
     }
-    for (int index = static_cast<int>(std::ceil(longitudes.First / spacing)); index * spacing <= longitudes.Last;
-         ++index) {
-        const double longitude = index * spacing;
+    for (int index = static_cast<int>(std::ceil(longitudes.First / longitudes.Spacing));
+         index * longitudes.Spacing <= longitudes.Last; ++index) {
+        const double longitude = index * longitudes.Spacing;
         const double turned = std::abs(WrapLongitude(longitude));
         choosePen(turned < 1e-9 || turned > 180 - 1e-9);
-        const bool reachesPole = std::abs(std::remainder(longitude, spacing < 5 ? 30.0 : 90.0)) < 1e-9;
+        const bool reachesPole = std::abs(std::remainder(longitude, longitudes.Spacing < 5 ? 30.0 : 90.0)) < 1e-9;
         const double limit = reachesPole ? 90.0 : CrowdedLatitude;
         const double first = std::max(firstLatitude, -limit);
         const double last = std::min(lastLatitude, limit);
@@ -197,6 +206,6 @@ void DrawGraticule(QPainter& painter, const CSphereView& view, QSizeF size, cons
         drawer.Finish();
     }
     if (style.Label.isValid() && HasGraticuleLabels(view, size))
-        DrawLabels(painter, view, size, style, spacing, longitudes, latitudes);
+        DrawLabels(painter, view, size, style, longitudes, latitudes);
     painter.restore();
 }

@@ -62,6 +62,7 @@ void CControlWindow::DestroyControl()
     hide();
     setParent(nullptr);
     m_controlId = 0;
+    m_sink = {};
     if (!m_control)
         return;
     m_control->SetEventSink({});

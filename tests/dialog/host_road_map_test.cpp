@@ -1,0 +1,117 @@
+// The planetarium's road map: when it is offered, and how it and the observer follow each other.
+
+#include "host/control/ControlNumbers.h"
+#include "host/control/ControlRegister.h"
+#include "host/system/ComponentStore.h"
+#include "host/system/Registry.h"
+#include "planetarium/Host.h"
+#include "tests/dialog/Doubles.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+class HostRoadMapTest : public ::testing::Test
+{
+protected:
+    HostRoadMapTest() : m_map(u"R"_s, m_transcript), m_engine(u"H"_s, m_transcript)
+    {
+        CRegistry::UseFile(m_folder.filePath(u"settings.ini"_s));
+        CRegistry::Write(u"Dialog\\Mapple"_s, u"CreateWait"_s, 0, CRegistry::Count);
+        m_folders.User = m_folder.path() + u'/';
+        m_folders.Shipped = m_folders.User;
+        m_map.Register(QString::fromUtf16(ControlClass::RoadMap));
+        m_engine.Register(QString::fromUtf16(ControlClass::SkyEngine));
+        m_host = std::make_unique<CHost>(&m_mainWindow, m_folders);
+    }
+    ~HostRoadMapTest() override
+    {
+        m_host.reset();
+        CComponentStore::UseFile(m_folder.filePath(u"gone"_s));
+        for (const char16_t* name : {ControlClass::SkyEngine, ControlClass::RoadMap})
+            CControlRegister::Instance().Unregister(QString::fromUtf16(name));
+        CRegistry::UseFile(u"/dev/null"_s);
+    }
+
+    // The lines that the road map got.
+    std::string Heard()
+    {
+        QStringList heard;
+        for (const QString& line : QString::fromStdString(m_transcript.Take()).split(u'\n')) {
+            if (line.startsWith(u"R "))
+                heard += line;
+        }
+        return heard.join(u'\n').toStdString();
+    }
+    void Click(double latitude, double longitude)
+    {
+        m_map.Control->Raise(ControlNumber::RoadMap::EventMouseUp, {latitude, longitude});
+    }
+
+    QTemporaryDir m_folder;
+    DataFolders m_folders;
+    CTranscript m_transcript;
+    ControlScript m_map;
+    ControlScript m_engine;
+    QWidget m_mainWindow;
+    std::unique_ptr<CHost> m_host;
+};
+} // namespace
+
+TEST_F(HostRoadMapTest, IsOfferedWhereItIsInstalled)
+{
+    CComponentStore::UseFile(m_folder.filePath(u"nothing"_s));
+    EXPECT_FALSE(CHost::HasRoadMap());
+    m_host->OpenRoadMap(true);
+    EXPECT_EQ(m_host->RoadMap(), nullptr);
+    m_folders.InstallRoadMap();
+    EXPECT_TRUE(CHost::HasRoadMap());
+    m_host->OpenRoadMap(true); // the control is there, its data are not
+    EXPECT_TRUE(m_host->RoadMap()->IsWindow());
+    EXPECT_FALSE(m_host->RoadMap()->MapOfDialog().IsCreated());
+}
+
+TEST_F(HostRoadMapTest, FollowsTheObserverAndLeadsIt)
+{
+    constexpr int mars = 5;
+    QDir(m_folder.path()).mkdir(u"roadmap"_s);
+    m_folders.InstallRoadMap();
+    m_host->OpenRoadMap(true);
+    Heard();
+    m_host->MoveObserver(140.0, 36.0, 5.0);
+    EXPECT_EQ(Heard(), "R 1(true, 504000000.000000, 129600000.000000)");
+    m_host->SetBody(mars);
+    Heard();
+    Click(35.5, 139.75);
+    EXPECT_EQ(Heard(), ""); // the mark is there already
+    EXPECT_EQ(m_host->Observer().GetBody(), CKPDateObs::Earth);
+    EXPECT_DOUBLE_EQ(m_host->Observer().GetLongitude(), 139.75);
+    CDlgMapple* const open = m_host->RoadMap();
+    m_host->OpenRoadMap(true);
+    EXPECT_EQ(m_host->RoadMap(), open);
+    open->close();
+    m_host->MoveObserver(141.0, 36.0, 5.0);
+    EXPECT_EQ(Heard(), "");
+}
+
+TEST_F(HostRoadMapTest, LeadsTheObserverThroughTheEngine)
+{
+    constexpr int mars = 5;
+    QDir(m_folder.path()).mkdir(u"roadmap"_s);
+    m_folders.InstallRoadMap();
+    m_host->OpenRoadMap(false);
+    m_host->SetBody(mars);
+    Heard();
+    m_engine.Answers[u"? Location.Longitude"_s] = u"139.75"_s;
+    m_engine.Answers[u"? Location.Latitude"_s] = u"35.5"_s;
+    Click(35.5, 139.75);
+    EXPECT_EQ(Heard(), "");
+    EXPECT_EQ(m_host->Observer().GetBody(), CKPDateObs::Earth);
+    EXPECT_DOUBLE_EQ(m_host->Observer().GetLongitude(), 139.75);
+    EXPECT_DOUBLE_EQ(m_host->Observer().GetLatitude(), 35.5);
+}

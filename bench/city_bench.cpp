@@ -140,6 +140,13 @@ void FindPlace(benchmark::State& state)
         QTest::keyClick(&tree, Qt::Key_F, Qt::ControlModifier);
         auto* line = tree.findChild<QLineEdit*>();
         const QString text = PlaceName(FolderCount - 1, PlacesPerFolder - 1);
+        // The first one takes over all names, and finds them all.
+        const double first = ProcessorMilliseconds([line] {
+            line->setText(u"観"_s);
+            QApplication::processEvents();
+        });
+        state.counters["first_ms"] = first;
+        Hold(state, first, 5.0);
         bool isWhole = false;
         MeasureMedian(
             state, 5.0, [&isWhole] { isWhole = !isWhole; },

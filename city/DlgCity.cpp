@@ -29,12 +29,7 @@ CDlgCity::CDlgCity(CCorKiv* engine, QWidget* parent)
     SetHostEngine(engine);
 }
 
-CDlgCity::~CDlgCity()
-{
-    IsQuiet = true;
-    if (Tree)
-        Tree->setModel(nullptr); // it outlives the model
-}
+CDlgCity::~CDlgCity() = default;
 
 void CDlgCity::SetMesh(int hasMesh)
 {
@@ -51,10 +46,8 @@ void CDlgCity::SetMesh(int hasMesh)
 
 int CDlgCity::DoModal()
 {
-    constexpr int failed = -1;
     const int result = CKivDialog::DoModal(HostEngine());
-    if (result != failed)
-        OnDestroy();
+    DestroyWindow();
     return result;
 }
 
@@ -238,9 +231,14 @@ void CDlgCity::SavePlaces()
                    IPrompts::Icon::Exclamation);
 }
 
-/// Undoes the moves of the engine that selecting places made.
 void CDlgCity::OnDestroy()
 {
+    // Undoes the moves of the engine that selecting places made.
     if (HasMesh != 0 && HostEngine())
         HostEngine()->Command(EngineLines::MoveBackTo(SavedLongitude, SavedLatitude, SavedAltitude));
+    IsQuiet = true;
+    if (Tree)
+        Tree->setModel(nullptr); // it outlives the window for a while, and may outlive the model
+    Tree = nullptr;
+    FindLine = nullptr;
 }

@@ -58,6 +58,7 @@ protected:
     bool OnInitDialog() override;
     void OnOK() override;
     void OnClose() override { OnCancel(); }
+    void OnDestroy() override;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -72,7 +73,6 @@ private:
     void MakeImageList();
     void LoadPlaces();
     void SavePlaces();
-    void OnDestroy();
     void EnableBtn();
     void OnSelchangedSetObsTreeCity();
     void ShowPlace(const CCityList& place);

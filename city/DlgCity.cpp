@@ -51,6 +51,12 @@ int CDlgCity::DoModal()
     return result;
 }
 
+bool CDlgCity::RefreshUserObs()
+{
+    LoadPlaces();
+    return Document.RefreshUserObs();
+}
+
 CKivDialog::MessageMap CDlgCity::GetMessageMap()
 {
     MessageMap map = CCoordinateDialog::GetMessageMap();
@@ -90,6 +96,8 @@ void CDlgCity::MakeImageList()
 /// Reads the shipped list and replays the user's changes onto it. What a full table breaks off is told; the rest shows.
 void CDlgCity::LoadPlaces()
 {
+    if (Document.Tree().Root())
+        return; // once only
     Document.SetPaths(Paths);
     Document.SetProgress(HostWindow::SendListProgress);
     bool isLoaded = false;

@@ -40,8 +40,9 @@ public:
     /// Answers the dialog's result, -1 when it has no template.
     int DoModal();
 
-    /// Writes the user list file from the tree; false when it could not be written.
-    bool RefreshUserObs() { return Document.RefreshUserObs(); }
+    /// Writes the user list file from the tree, which is loaded first when the dialog was not opened; false when it
+    /// could not be written.
+    bool RefreshUserObs();
 
     /// Goes back to the shipped list after a question.
     void OnBnClickedCityReset();

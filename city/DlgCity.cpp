@@ -29,12 +29,7 @@ CDlgCity::CDlgCity(CCorKiv* engine, QWidget* parent)
     SetHostEngine(engine);
 }
 
-CDlgCity::~CDlgCity()
-{
-    IsQuiet = true;
-    if (Tree)
-        Tree->setModel(nullptr); // it outlives the model
-}
+CDlgCity::~CDlgCity() = default;
 
 void CDlgCity::SetMesh(int hasMesh)
 {
@@ -51,11 +46,15 @@ void CDlgCity::SetMesh(int hasMesh)
 
 int CDlgCity::DoModal()
 {
-    constexpr int failed = -1;
     const int result = CKivDialog::DoModal(HostEngine());
-    if (result != failed)
-        OnDestroy();
+    DestroyWindow();
     return result;
+}
+
+bool CDlgCity::RefreshUserObs()
+{
+    LoadPlaces();
+    return Document.RefreshUserObs();
 }
 
 CKivDialog::MessageMap CDlgCity::GetMessageMap()
@@ -97,6 +96,8 @@ void CDlgCity::MakeImageList()
 /// Reads the shipped list and replays the user's changes onto it. What a full table breaks off is told; the rest shows.
 void CDlgCity::LoadPlaces()
 {
+    if (Document.Tree().Root())
+        return; // once only
     Document.SetPaths(Paths);
     Document.SetProgress(HostWindow::SendListProgress);
     bool isLoaded = false;
@@ -238,9 +239,14 @@ void CDlgCity::SavePlaces()
                    IPrompts::Icon::Exclamation);
 }
 
-/// Undoes the moves of the engine that selecting places made.
 void CDlgCity::OnDestroy()
 {
+    // Undoes the moves of the engine that selecting places made.
     if (HasMesh != 0 && HostEngine())
         HostEngine()->Command(EngineLines::MoveBackTo(SavedLongitude, SavedLatitude, SavedAltitude));
+    IsQuiet = true;
+    if (Tree)
+        Tree->setModel(nullptr); // it outlives the window for a while, and may outlive the model
+    Tree = nullptr;
+    FindLine = nullptr;
 }

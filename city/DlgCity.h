@@ -40,8 +40,9 @@ public:
     /// Answers the dialog's result, -1 when it has no template.
     int DoModal();
 
-    /// Writes the user list file from the tree; false when it could not be written.
-    bool RefreshUserObs() { return Document.RefreshUserObs(); }
+    /// Writes the user list file from the tree, which is loaded first when the dialog was not opened; false when it
+    /// could not be written.
+    bool RefreshUserObs();
 
     /// Goes back to the shipped list after a question.
     void OnBnClickedCityReset();
@@ -58,6 +59,7 @@ protected:
     bool OnInitDialog() override;
     void OnOK() override;
     void OnClose() override { OnCancel(); }
+    void OnDestroy() override;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -72,7 +74,6 @@ private:
     void MakeImageList();
     void LoadPlaces();
     void SavePlaces();
-    void OnDestroy();
     void EnableBtn();
     void OnSelchangedSetObsTreeCity();
     void ShowPlace(const CCityList& place);

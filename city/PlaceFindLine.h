@@ -3,6 +3,7 @@
 #include <QFrame>
 
 class CKivEdit;
+class QAbstractScrollArea;
 class QLabel;
 
 /// The find line of the place tree: a small box at the tree's upper corner that opens when the user types.
@@ -12,7 +13,7 @@ class CPlaceFindLine : public QFrame
 
 public:
     /// The line belongs to the tree and is hidden at first.
-    explicit CPlaceFindLine(QWidget* tree);
+    explicit CPlaceFindLine(QAbstractScrollArea* tree);
 
     /// Shows the line; a text is typed into it.
     void Open(const QString& text);
@@ -35,7 +36,7 @@ private:
     [[nodiscard]] bool OnKey(int key, Qt::KeyboardModifiers modifiers);
     void Place();
 
-    QWidget* m_tree;
+    QAbstractScrollArea* m_tree;
     CKivEdit* m_edit; ///< a child of this
     QLabel* m_count;  ///< a child of this
 };

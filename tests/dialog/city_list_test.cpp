@@ -167,6 +167,13 @@ TEST_F(CityList, EditsNothingInAReadOnlyListBeyondWhatTheRootAllows)
     EXPECT_EQ(ReadFile("kivpel_user_obs.json"), "(none)");
 }
 
+TEST_F(CityList, WritesTheUserListWithoutAWindow)
+{
+    EXPECT_TRUE(Dialog->RefreshUserObs());
+    EXPECT_TRUE(ReadFile("kivpel_user.obs").contains("@@" + CodePage932::Encode(u"東北") + "\r\n"));
+    EXPECT_FALSE(Dialog->isVisible());
+}
+
 TEST_F(CityList, RecordsNothingOfANameEditedInPlace)
 {
     Run([this] {

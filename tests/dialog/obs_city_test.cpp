@@ -18,11 +18,12 @@ namespace
 class ObsCity : public CObsFixture
 {
 protected:
-    void WriteList(const char* folder) const
+    void WriteList(const char* folder, bool isAutoAltitude = true) const
     {
         QFile list(Folder.filePath(QString::fromUtf8(folder) + u"/kivpel.obs"_s));
         EXPECT_TRUE(list.open(QIODevice::WriteOnly));
-        list.write("#PLACE LIST\r\nSite,010.5000000W,20.5000000S,    123,-08.00, 1, 0, 2\r\n");
+        list.write("#PLACE LIST\r\nSite,010.5000000W,20.5000000S,    123,-08.00, ");
+        list.write(isAutoAltitude ? "1, 0, 2\r\n" : "0, 0, 2\r\n");
     }
 
     /// Opens the city list with the button and does the steps in it; a list left open is cancelled.
@@ -84,6 +85,27 @@ TEST_F(ObsCity, TakesThePlaceOver)
     EXPECT_EQ(Observer.GetHeight(), 456.0);
     EXPECT_EQ(Observer.GetUserTz(), -8.0);
     EXPECT_EQ(Dialog->findChildren<CDlgCity*>().size(), 0);
+}
+
+TEST_F(ObsCity, TurnsAutomaticAltitudeOffForAPlaceWithItsOwn)
+{
+    WriteList("data", false);
+    Open(true);
+    EXPECT_TRUE(Item<QAbstractButton>(ObsId::RadioAltAuto)->isChecked());
+    InCityList([this](CDlgCity& dialog) {
+        SelectSite(dialog);
+        Prompts.Expect("西経  10度30分 0.0秒\n南緯  20度30分 0.0秒\n標高 123m\nタイムゾーン - 8時間 0分"
+                       "\n\nを初期値として設定します。",
+                       IPrompts::Icon::Information, IPrompts::Buttons::OkCancel);
+        dialog.Item<QAbstractButton>(CityId::ButtonSetInit)->click();
+        EXPECT_EQ(StoredText("Default", "location"), "(none)"); // not before the list ends with OK
+        dialog.Item<QAbstractButton>(CityId::ButtonOk)->click();
+    });
+    EXPECT_NE(Transcript.Take().find("H Solar.Planet.Earth.Landscape.AutoGetAltitude = FALSE"), std::string::npos);
+    EXPECT_TRUE(Item<QAbstractButton>(ObsId::RadioAltManual)->isChecked());
+    EXPECT_TRUE(Item(ObsId::EditAlt)->isEnabled());
+    EXPECT_EQ(Observer.GetHeight(), 123.0);
+    EXPECT_EQ(StoredText("Default", "location"), "location(-10.500000, -20.500000, 123.000000)");
 }
 
 TEST_F(ObsCity, AppliesNothingAfterCancel)

@@ -106,7 +106,7 @@ int CReliefLayer::LevelAt(double longitude, double latitude) const
     const uchar* lower = m_shade.constScanLine(top + 1) + left;
     const double shade =
         (upper[0] * (1 - right) + upper[1] * right) * (1 - down) + (lower[0] * (1 - right) + lower[1] * right) * down;
-    return static_cast<int>(shade + 0.5);
+    return static_cast<int>(shade);
 }
 
 void CReliefLayer::Draw(QPainter& painter, const CSphereView& view, QSizeF size, double metersPerPixel,

@@ -139,7 +139,7 @@ struct RankLook
     double Importance;
     double WidestAngle;
 };
-constexpr std::array<RankLook, 4> RankLooks = {{{2, 0, 20}, {1, 1.4, 3.2}, {1, 3.6, 1.6}, {1, 6, 0.5}}};
+constexpr std::array<RankLook, 4> RankLooks = {{{2, 0, 20}, {1, 1.4, 1.6}, {1, 3.6, 1.0}, {1, 6, 0.4}}};
 
 Landmark MakeLandmark(const QString& name, const GeoPoint& position, int kind, double importance, double widestAngle)
 {

@@ -69,6 +69,10 @@ bool CDlgCity::OnDialogKey(const QKeyEvent& event)
             EndOfDrag(0, QPoint());
         return true;
     }
+    if (event.key() == Qt::Key_Escape && FindLine && !FindLine->isHidden()) {
+        FindLine->Close();
+        return true;
+    }
     if (event.key() == Qt::Key_Escape && Delegate && Delegate->CutItem().isValid()) {
         Delegate->SetCutItem({});
         Tree->viewport()->update();

@@ -81,6 +81,10 @@ TEST_F(CityFind, TakesNoKeysOfTheTree)
         Key(Qt::Key_F3); // nothing was looked for yet
         EXPECT_TRUE(Line()->isVisible());
         EXPECT_EQ(Count(), "");
+        Dialog->Item(CityId::Tree)->setFocus();
+        Key(Qt::Key_Escape); // closes the line first
+        EXPECT_TRUE(Line()->isHidden());
+        EXPECT_TRUE(Dialog->isVisible());
     });
 }
 

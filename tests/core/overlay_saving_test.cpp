@@ -247,7 +247,7 @@ TEST(PlaceSaving, NoDamageToTheOverlayLosesIt)
         damaged += real;
         damaged.back()[at] = static_cast<char>(real[at] ^ (1 << (at % 8)));
     }
-    damaged += QString::fromLatin1(real).toUtf8();
+    damaged += CodePage932::Decode(real).toUtf8();
     CPlacesInFolder f;
     f.Put(SmallList);
     int setAside = 0;
@@ -298,6 +298,50 @@ TEST(PlaceSaving, OfACutOverlayTheCompleteElementsAreReplayed)
         f.PutOverlay(c.Overlay);
         EXPECT_EQ(Outline(f.Open().Tree().Root()->FirstChild()), c.Outline) << c.Overlay.toStdString();
     }
+}
+
+TEST(PlaceSaving, OfAFileThatItWroteItselfTheFoldersBeforeTheCutAreReplayed)
+{
+    CPlacesInFolder f;
+    f.Put(SmallList);
+    f.Open();
+    for (const char16_t* name : {u"1", u"2", u"3"})
+        f.Document().AddFolder(f.At({}), nullptr, QString::fromUtf16(name));
+    ASSERT_TRUE(f.Document().SaveCityList().IsAll());
+    const QByteArray whole = f.OverlayBytes();
+    qsizetype most = 0;
+    for (qsizetype length = 0; length < whole.size(); ++length) {
+        f.PutOverlay(whole.left(length));
+        const qsizetype added = Outline(f.Open().Tree().Root()->FirstChild()).split(u' ').size() - 3;
+        EXPECT_GE(added, most) << length;
+        most = added;
+    }
+    EXPECT_EQ(most, 3);
+}
+
+TEST(PlaceSaving, KeepsWhatOthersWroteAndWhatLinksPointTo)
+{
+    CPlacesInFolder f;
+    f.Put(SmallList);
+    const QString path = f.Paths().OverlayFilePath;
+    const QString target = path + u".elsewhere"_s;
+    const QByteArray other = "[{\"action\":\"path\"}]";
+    const QByteArray damaged = "[{";
+    WriteFile(target, damaged);
+    ASSERT_TRUE(QFile::link(target, path));
+    f.Open();
+    f.Document().SetSaveFileFactory([](const QString& name) { return std::make_unique<CFillingFile>(name, 1); });
+    for (int attempt = 0; attempt < 3; ++attempt)
+        EXPECT_FALSE(f.Document().SaveCityList().Overlay);
+    f.Document().SetSaveFileFactory([](const QString& name) { return std::make_unique<QSaveFile>(name); });
+    ASSERT_TRUE(f.Document().SaveCityList().IsAll());
+    EXPECT_EQ(ReadFile(path + u".damaged-1"_s), damaged);
+    EXPECT_FALSE(QFile::exists(path + u".damaged-2"_s)) << "once for all attempts";
+    WriteFile(path, other); // a second program, which read the file before
+    f.Document().AddFolder(f.At({}), nullptr, u"mine"_s);
+    ASSERT_TRUE(f.Document().SaveCityList().IsAll());
+    EXPECT_EQ(ReadFile(path + u".other-1"_s), other);
+    EXPECT_EQ(ReadFile(target), Serialized(f.Document()));
 }
 
 TEST(PlaceSaving, KeepsTheLastGoodOverlays)

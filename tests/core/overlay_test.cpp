@@ -200,6 +200,61 @@ TEST(PlaceOverlay, ReplaysWhatMatchesAndKeepsTheRest)
     }
 }
 
+TEST(PlaceOverlay, NamesThatChangeHandsReplayExactly)
+{
+    // Each step: the child of the folder by name, and its new name ("" deletes; no child adds it first).
+    using CSteps = QList<std::pair<QString, QString>>;
+    const CSteps cases[] = {
+        {{u"X"_s, u"X"_s}, {u"A"_s, u""_s}, {u"X"_s, u"A"_s}},
+        {{u"X"_s, u"X"_s}, {u"A"_s, u"Z"_s}, {u"X"_s, u"A"_s}},
+        {{u"A"_s, u"T"_s}, {u"B"_s, u"A"_s}, {u"T"_s, u"B"_s}},
+        {{u"B"_s, u"T"_s}, {u"A"_s, u"B"_s}, {u"T"_s, u"A"_s}},
+        {{u"A"_s, u"T"_s}, {u"B"_s, u"A"_s}, {u"C"_s, u"B"_s}, {u"T"_s, u"C"_s}},
+        {{u"X"_s, u"X"_s}, {u"C"_s, u""_s}, {u"X"_s, u"C"_s}, {u"B"_s, u""_s}, {u"C"_s, u"B"_s}},
+    };
+    for (const CSteps& steps : cases) {
+        CPlacesInFolder f;
+        f.Put("@x\n#\n");
+        f.Open();
+        for (const char16_t* name : {u"C", u"B", u"A"})
+            f.Document().AddPlace(f.At({u"x"_s}), nullptr, QString::fromUtf16(name), Values(*name, 0, 0, 0));
+        f.Document().SaveCityList();
+        f.Put(ReadFile(f.Paths().UserListFilePath)); // now they are shipped
+        QFile::remove(f.Paths().OverlayFilePath);
+        CPlaceDocument& document = f.Open();
+        double longitude = 1;
+        for (const auto& [name, newName] : steps) {
+            CPlaceItem* item = f.At({u"x"_s, name});
+            if (!item)
+                document.AddPlace(f.At({u"x"_s}), nullptr, newName, Values(++longitude, 1, 0, 0));
+            else if (newName.isEmpty())
+                document.Delete(item);
+            else
+                document.UpdatePlace(item, newName, Values(++longitude, 1, 0, 0));
+        }
+        const QString tree = TreeText(document);
+        ASSERT_TRUE(document.SaveCityList().IsAll());
+        const QByteArray saved = f.OverlayBytes();
+        EXPECT_EQ(TreeText(f.Open()), tree) << saved.toStdString();
+    }
+}
+
+TEST(PlaceOverlay, ARenamingThatTheShippedListTakesOverStaysAlive)
+{
+    CPlacesInFolder f;
+    f.Put(SmallList);
+    const QByteArray overlay = InRoot(InKanto(Node("update", "Old", "[]", "leaf", "Harbour", "", Spot)) + ',' +
+                                      Node("update", "Abroad", '[' + Node("add", "A", "[]") + ']', "node", "Overseas"));
+    f.PutOverlay(overlay);
+    CPlaceDocument& document = f.Open();
+    document.UpdatePlace(f.At({u"Japan"_s, u"Kanto"_s, u"Harbour"_s}), u"Port"_s, Values(1, 2, 3, 4));
+    document.Undo();
+    document.UpdatePlace(f.At({u"Japan"_s, u"Kanto"_s, u"Harbour"_s}), u"Haven"_s, Values(1, 2, 3, 4));
+    document.AddFolder(f.At({u"Overseas"_s}), nullptr, u"B"_s);
+    ASSERT_TRUE(document.SaveCityList().IsAll());
+    EXPECT_EQ(Outline(f.Open().Tree().Root()->FirstChild()), u"Japan(Kanto(Haven 港見台)) Overseas(B A Ridge)"_s);
+}
+
 TEST(PlaceOverlay, NamesClashAmongSiblingsOnly)
 {
     CPlacesInFolder f;
@@ -283,6 +338,9 @@ TEST(PlaceOverlay, RefusesWholeEditsThatTheTablesOrTheDepthForbid)
     EXPECT_THROW(document.UpdateFolder(deep, u"x"_s), CInvalidArgument);
     EXPECT_THROW(document.Delete(deep), CInvalidArgument);
     EXPECT_THROW(document.Move(f.At({u"f"_s, u"d"_s}), document.Tree().Root(), nullptr), CInvalidArgument);
+    EXPECT_THROW(document.Move(folder, folder->FirstChild(), nullptr), CInvalidArgument) << "into itself";
+    EXPECT_THROW(document.Move(folder, nullptr, nullptr), CInvalidArgument);
+    EXPECT_THROW(document.Move(folder, document.Tree().Root(), folder), CInvalidArgument);
     EXPECT_EQ(TreeText(document), tree);
     EXPECT_FALSE(document.CanUndo());
     document.AddFolder(folder, nullptr, u"x"_s);

@@ -214,13 +214,14 @@ void CDlgCity::OnObsSetInit()
 
 void CDlgCity::OnOK()
 {
-    if (IsModified != 0 && IsListWritable != 0)
-        SavePlaces();
+    if (IsModified != 0 && IsListWritable != 0 && !SavePlaces())
+        return;
     UpdateData();
     CKivDialog::OnOK();
 }
 
-void CDlgCity::SavePlaces()
+/// False when the changes could not be saved and the user would rather stay than lose them.
+bool CDlgCity::SavePlaces()
 {
     CPlaceDocument::CSaved saved;
     {
@@ -230,13 +231,15 @@ void CDlgCity::SavePlaces()
             MapControl->ReloadUserPlaces(true);
     }
     if (!saved.Overlay)
-        MessageBox(u"観測地の変更を保存できませんでした。\n保存先のフォルダと空き容量を確かめてください。\n\n"_s +
-                       Paths.OverlayFilePath,
-                   IPrompts::Icon::Exclamation);
-    else if (!saved.UserList)
+        return MessageBox(u"観測地の変更を保存できませんでした。保存先のフォルダと空き容量を確かめてください。\n"
+                          u"このまま閉じると、変更は失われます。閉じますか?\n\n"_s +
+                              Paths.OverlayFilePath,
+                          IPrompts::Icon::Warning, IPrompts::Buttons::OkCancel) == IPrompts::Answer::Ok;
+    if (!saved.UserList)
         MessageBox(u"観測地の変更は保存しましたが、地図に示す一覧を更新できませんでした。\n\n"_s +
                        Paths.UserListFilePath,
                    IPrompts::Icon::Exclamation);
+    return true;
 }
 
 void CDlgCity::OnDestroy()

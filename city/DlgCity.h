@@ -73,7 +73,7 @@ private:
     void AttachControls();
     void MakeImageList();
     void LoadPlaces();
-    void SavePlaces();
+    [[nodiscard]] bool SavePlaces();
     void EnableBtn();
     void OnSelchangedSetObsTreeCity();
     void ShowPlace(const CCityList& place);

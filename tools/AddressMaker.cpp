@@ -4,6 +4,7 @@
 #include "host/text/Number.h"
 
 #include <QFile>
+#include <QHash>
 #include <QSet>
 
 #include <algorithm>
@@ -19,11 +20,18 @@ constexpr double MunicipalityReach = 0.15; // degrees from its office within whi
 constexpr int TownRank = 3;
 const QString Japan = u"@日本"_s;
 
-QByteArray Line(const QString& address, const QString& name, int rank, double latitude, double longitude)
+QByteArray Line(const QString& address, const QString& name, int rank, qint64 population, double latitude,
+                double longitude)
 {
-    return Number::Format("%s,%s,%d,%.4f,%.4f\n", qUtf8Printable(address), qUtf8Printable(name), rank, latitude,
-                          longitude)
+    return Number::Format("%s,%s,%d,%lld,%.4f,%.4f\n", qUtf8Printable(address), qUtf8Printable(name), rank,
+                          static_cast<long long>(population), latitude, longitude)
         .toUtf8();
+}
+
+/// What two records of the same point have in common.
+QByteArray PointKey(double longitude, double latitude)
+{
+    return Number::Format("%.4f %.4f", longitude, latitude).toLatin1();
 }
 
 bool IsKanjiName(const QString& name)
@@ -115,7 +123,8 @@ QByteArray CAddressMaker::TownLine(const GeoPlace& place) const
             if (!line.isEmpty()) {
                 return {};
             }
-            line = Line(municipality->Prefecture + town, name, TownRank, place.Latitude, place.Longitude);
+            line = Line(municipality->Prefecture + town, name, TownRank, place.Population, place.Latitude,
+                        place.Longitude);
         }
         if (!line.isEmpty()) {
             return line;
@@ -126,14 +135,23 @@ QByteArray CAddressMaker::TownLine(const GeoPlace& place) const
 
 QByteArray CAddressMaker::Table() const
 {
-    QByteArray table = "# address,name,rank,latitude,longitude\n"
+    QByteArray table = "# address,name,rank,population,latitude,longitude\n"
                        "# Made by make_roadmap. Rank: 0 capitals and designated cities, 1 cities and wards of Tokyo, "
-                       "2 towns and villages, 3 parts of them.\n"
+                       "2 towns and villages, 3 parts of them. Population: 0 when GeoNames does not know it.\n"
                        "# Positions: GeoNames (CC BY 4.0) and the municipal offices; see SOURCES.md.\n";
+    QHash<QByteArray, qint64> populations;
+    for (const GeoPlace& place : m_places) {
+        if (place.Country == u"JP") {
+            qint64& population = populations[PointKey(place.Longitude, place.Latitude)];
+            population = std::max(population, place.Population);
+        }
+    }
     for (const Municipality& municipality : m_municipalities) {
         const QString inAddress = m_japan.InAddress(municipality.Prefecture, municipality.Name);
-        table += Line(municipality.Prefecture + (inAddress.isEmpty() ? municipality.Name : inAddress),
-                      municipality.Name, municipality.Rank, municipality.Latitude, municipality.Longitude);
+        table +=
+            Line(municipality.Prefecture + (inAddress.isEmpty() ? municipality.Name : inAddress), municipality.Name,
+                 municipality.Rank, populations.value(PointKey(municipality.Longitude, municipality.Latitude)),
+                 municipality.Latitude, municipality.Longitude);
     }
     QSet<QByteArray> known;
     for (const GeoPlace& place : m_places) {

@@ -26,12 +26,23 @@ int Refresh(const QString& list, const QString& overlay, const QString& userList
         std::fprintf(stderr, "cannot read %s\n", qUtf8Printable(list));
         return 1;
     }
+    if (QFileInfo(userList).exists() &&
+        QFileInfo(userList).canonicalFilePath() == QFileInfo(list).canonicalFilePath()) {
+        std::fprintf(stderr, "the user list must not be the shipped list\n");
+        return 1;
+    }
+    const QByteArray changes = COverlayFile::Read(overlay);
+    if (QFileInfo::exists(overlay) && !OverlayJson::Parse(changes).IsWhole &&
+        !(changes.isEmpty() && QFileInfo(overlay).size() == 0)) {
+        std::fprintf(stderr, "%s is damaged; nothing was written\n", qUtf8Printable(overlay));
+        return 1;
+    }
     CPlaceDocument document;
     document.SetPaths({list, userList, overlay});
     document.LoadCityList();
     document.LoadLocationTreeContext();
     if (!document.RefreshUserObs()) {
-        std::fprintf(stderr, "cannot write %s\n", qUtf8Printable(userList));
+        std::fprintf(stderr, "cannot read all of the list or cannot write %s\n", qUtf8Printable(userList));
         return 1;
     }
     return 0;

@@ -14,7 +14,7 @@ namespace
 {
 std::filesystem::path NativePath(const QString& path)
 {
-    return path.toStdU16String();
+    return QFile::encodeName(path).toStdString();
 }
 
 QByteArray Digest(const QByteArray& bytes)
@@ -22,25 +22,36 @@ QByteArray Digest(const QByteArray& bytes)
     return QCryptographicHash::hash(bytes, QCryptographicHash::Sha256);
 }
 
-/// Gives the file a second name, or a copy where the file system knows no second names.
+/// Gives the file a second name, or a copy where the file system knows no second names. A symbolic link stands for the
+/// file it points to, as it does when the file is replaced.
 bool Duplicate(const QString& from, const QString& to)
 {
     std::error_code error;
+    const std::filesystem::path source = std::filesystem::canonical(NativePath(from), error);
+    if (error)
+        return false;
     std::filesystem::remove(NativePath(to), error);
-    std::filesystem::create_hard_link(NativePath(from), NativePath(to), error);
+    std::filesystem::create_hard_link(source, NativePath(to), error);
     if (!error)
         return true;
-    error.clear();
-    std::filesystem::copy_file(NativePath(from), NativePath(to), error);
-    return !error;
+    std::error_code copyError;
+    std::filesystem::copy_file(source, NativePath(to), copyError);
+    if (copyError)
+        std::filesystem::remove(NativePath(to), error); // no half copies
+    return !copyError;
 }
 
-bool SetAside(const QString& path)
+/// Keeps the content for good, under "<path>.<label>-1" or the next free number; once, however often it is asked.
+bool SetAside(const QString& path, const QString& label, const QByteArray& content)
 {
-    int number = 1;
-    while (QFileInfo::exists(path + u".damaged-"_s + QString::number(number)))
-        ++number;
-    return Duplicate(path, path + u".damaged-"_s + QString::number(number));
+    QString last;
+    for (int number = 1;; ++number) {
+        const QString name = path + u'.' + label + u'-' + QString::number(number);
+        if (!QFileInfo::exists(name))
+            return (!last.isEmpty() && !content.isEmpty() && COverlayFile::Read(last) == content) ||
+                   Duplicate(path, name);
+        last = name;
+    }
 }
 
 /// What the file held before the save under way; after the save it becomes the newest backup.
@@ -78,12 +89,31 @@ bool COverlayFile::IsWhole(const QByteArray& bytes) const
     return Digest(bytes) == m_wholeDigest || OverlayJson::Parse(bytes).IsWhole;
 }
 
+namespace
+{
+/// Brings a save to its end that broke off between the replacement and the backup.
+void EndFormerSave(const QString& path, const QByteArray& content)
+{
+    const QString former = FormerName(path);
+    if (!QFileInfo::exists(former))
+        return;
+    if (COverlayFile::Read(former) == content)
+        QFile::remove(former);
+    else
+        Rotate(path);
+}
+} // namespace
+
 bool COverlayFile::Save(const QString& path, const QByteArray& bytes)
 {
     const QByteArray former = Read(path);
+    EndFormerSave(path, former);
     const bool isDamaged = QFileInfo(path).size() > 0 && !IsWhole(former); // also when it cannot be read
+    if (isDamaged && !SetAside(path, u"damaged"_s, former))
+        return false;
     const bool isWorthKeeping = !isDamaged && !former.isEmpty() && former != bytes;
-    if (isDamaged && !SetAside(path))
+    // Another program wrote it since it was read here: its changes are no earlier state of these.
+    if (isWorthKeeping && Digest(former) != m_wholeDigest && !SetAside(path, u"other"_s, former))
         return false;
     const bool isKept = isWorthKeeping && Duplicate(path, FormerName(path));
 

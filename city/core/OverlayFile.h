@@ -6,7 +6,8 @@
 #include <QString>
 
 /// The overlay's file, which holds what the user cannot make again. It is replaced whole or not at all; the last good
-/// contents stay beside it as backups, and a damaged content is set aside under a name of its own for good.
+/// contents stay beside it as backups. A damaged content, and one that another program put there meanwhile, is set
+/// aside for good as "<path>.damaged-1" or "<path>.other-1".
 class COverlayFile
 {
 public:
@@ -14,14 +15,15 @@ public:
     static constexpr int BackupCount = 3;
 
     explicit COverlayFile(CKivFile::SaveFileFactory factory) : m_factory(std::move(factory)) {}
+    void SetSaveFileFactory(CKivFile::SaveFileFactory factory) { m_factory = std::move(factory); }
 
     /// The content; empty when there is no file, or none that can be read.
     [[nodiscard]] static QByteArray Read(const QString& path);
 
-    /// Notes that this content was found whole, so that saving need not look again.
+    /// Notes that this content was read and found whole.
     void KnowAsWhole(const QByteArray& bytes);
 
-    /// Puts the bytes in the file's place. False, with the old file in place, when they cannot be written or a damaged
+    /// Puts the bytes in the file's place. False, with the old file in place, when they cannot be written or the
     /// old file cannot be set aside.
     [[nodiscard]] bool Save(const QString& path, const QByteArray& bytes);
 

@@ -3,6 +3,27 @@
 #include <algorithm>
 #include <numeric>
 
+namespace
+{
+using CNumbersByName = std::unordered_map<QString, std::set<quint64>>;
+
+void Add(CNumbersByName& numbers, const std::optional<QString>& name, quint64 number)
+{
+    if (name)
+        numbers[*name].insert(number);
+}
+
+void Remove(CNumbersByName& numbers, const std::optional<QString>& name, quint64 number)
+{
+    if (!name)
+        return;
+    const auto entry = numbers.find(*name);
+    entry->second.erase(number);
+    if (entry->second.empty())
+        numbers.erase(entry);
+}
+} // namespace
+
 COverlayIndex::CArrayIndex& COverlayIndex::Of(const picojson::array& nodes)
 {
     std::shared_ptr<CArrayIndex>& index = m_arrays[&nodes];
@@ -11,6 +32,8 @@ COverlayIndex::CArrayIndex& COverlayIndex::Of(const picojson::array& nodes)
         index->Numbers.resize(nodes.size());
         std::iota(index->Numbers.begin(), index->Numbers.end(), quint64(1));
         index->LastNumber = nodes.size();
+        for (size_t position = 0; position < nodes.size(); ++position)
+            Add(index->Claims, ClaimOf(nodes[position]), index->Numbers[position]);
     }
     return *index;
 }
@@ -27,6 +50,33 @@ std::optional<QString> COverlayIndex::NameOf(const picojson::value& element)
     const std::string& key = Is(node, Key::Action, Action::Update) ? Key::LatestName : Key::OriginalName;
     const auto name = node.find(key);
     return Text(name != node.end() ? name->second : picojson::value());
+}
+
+/// The name of the shipped item that the element renames or deletes.
+std::optional<QString> COverlayIndex::ClaimOf(const picojson::value& element)
+{
+    using namespace OverlayJson;
+    if (!element.is<picojson::object>())
+        return std::nullopt;
+    const auto& node = element.get<picojson::object>();
+    const auto name = node.find(Key::OriginalName);
+    if (name == node.end() || (!Is(node, Key::Action, Action::Update) && !Is(node, Key::Action, Action::Delete)))
+        return std::nullopt;
+    return Text(name->second);
+}
+
+std::vector<size_t> COverlayIndex::ClaimsBehind(const picojson::array& nodes, size_t position, const QString& name)
+{
+    const CArrayIndex& index = Of(nodes);
+    std::vector<size_t> positions;
+    const auto claims = index.Claims.find(name);
+    if (claims == index.Claims.end())
+        return positions;
+    for (auto number = claims->second.upper_bound(index.Numbers[position]); number != claims->second.end(); ++number) {
+        const auto at = std::lower_bound(index.Numbers.begin(), index.Numbers.end(), *number);
+        positions.push_back(static_cast<size_t>(at - index.Numbers.begin()));
+    }
+    return positions;
 }
 
 std::optional<size_t> COverlayIndex::Find(picojson::array& nodes, const QString& name, std::vector<CAddedKey>& added)
@@ -60,40 +110,50 @@ std::optional<size_t> COverlayIndex::Find(picojson::array& nodes, const QString&
 void COverlayIndex::Appended(const picojson::array& nodes)
 {
     CArrayIndex& index = Of(nodes);
-    if (index.Numbers.size() < nodes.size())
-        index.Numbers.push_back(++index.LastNumber);
+    if (index.Numbers.size() == nodes.size())
+        return; // made just now, with the element in it
+    index.Numbers.push_back(++index.LastNumber);
+    Add(index.Claims, ClaimOf(nodes.back()), index.LastNumber);
 }
 
-void COverlayIndex::BeforeErase(const picojson::array& nodes, size_t position)
+quint64 COverlayIndex::BeforeErase(const picojson::array& nodes, size_t position)
 {
     BeforeChange(nodes, position);
     CArrayIndex& index = Of(nodes);
-    index.Numbers.erase(index.Numbers.begin() + static_cast<std::ptrdiff_t>(position));
+    const auto at = index.Numbers.begin() + static_cast<std::ptrdiff_t>(position);
+    const quint64 number = *at;
+    index.Numbers.erase(at);
     if (position < index.ReadCount)
         --index.ReadCount;
     Drop(nodes[position]);
+    return number;
+}
+
+void COverlayIndex::Inserted(const picojson::array& nodes, size_t position, quint64 number)
+{
+    CArrayIndex& index = Of(nodes);
+    if (index.Numbers.size() == nodes.size())
+        return; // made just now, with the element in it
+    index.Numbers.insert(index.Numbers.begin() + static_cast<std::ptrdiff_t>(position), number);
+    if (position < index.ReadCount)
+        ++index.ReadCount;
+    AfterChange(nodes, position);
 }
 
 void COverlayIndex::BeforeChange(const picojson::array& nodes, size_t position)
 {
     CArrayIndex& index = Of(nodes);
-    if (position >= index.ReadCount)
-        return;
-    if (const std::optional<QString> name = NameOf(nodes[position])) {
-        const auto entry = index.ByName.find(*name);
-        entry->second.erase(index.Numbers[position]);
-        if (entry->second.empty())
-            index.ByName.erase(entry);
-    }
+    Remove(index.Claims, ClaimOf(nodes[position]), index.Numbers[position]);
+    if (position < index.ReadCount)
+        Remove(index.ByName, NameOf(nodes[position]), index.Numbers[position]);
 }
 
 void COverlayIndex::AfterChange(const picojson::array& nodes, size_t position)
 {
     CArrayIndex& index = Of(nodes);
-    if (position >= index.ReadCount)
-        return;
-    if (const std::optional<QString> name = NameOf(nodes[position]))
-        index.ByName[*name].insert(index.Numbers[position]);
+    Add(index.Claims, ClaimOf(nodes[position]), index.Numbers[position]);
+    if (position < index.ReadCount)
+        Add(index.ByName, NameOf(nodes[position]), index.Numbers[position]);
 }
 
 void COverlayIndex::Drop(const picojson::value& value)

@@ -29,12 +29,19 @@ public:
     [[nodiscard]] std::optional<size_t> Find(picojson::array& nodes, const QString& name,
                                              std::vector<CAddedKey>& added);
 
-    /// To be told after an element was appended, before one is erased, and around a change of an element's keys.
+    /// Positions behind the given one of the elements that rename or delete the shipped item of that name.
+    [[nodiscard]] std::vector<size_t> ClaimsBehind(const picojson::array& nodes, size_t position, const QString& name);
+
+    /// To be told after an element was appended, before one is erased, and around a change of an element's keys. An
+    /// element that is put back where it was erased gets its number back, too.
     void Appended(const picojson::array& nodes);
-    void BeforeErase(const picojson::array& nodes, size_t position);
+    quint64 BeforeErase(const picojson::array& nodes, size_t position);
+    void Inserted(const picojson::array& nodes, size_t position, quint64 number);
     void BeforeChange(const picojson::array& nodes, size_t position);
     void AfterChange(const picojson::array& nodes, size_t position);
 
+    /// Forgets an array; the next search reads it from the front.
+    void Forget(const picojson::array& nodes) { m_arrays.remove(&nodes); }
     /// Forgets all arrays inside the value.
     void Drop(const picojson::value& value);
     void Clear() { m_arrays.clear(); }
@@ -46,10 +53,12 @@ private:
         quint64 LastNumber = 0;
         size_t ReadCount = 0; ///< elements from the front that ByName knows
         std::unordered_map<QString, std::set<quint64>> ByName;
+        std::unordered_map<QString, std::set<quint64>> Claims; ///< of all elements, by the name of the shipped item
     };
 
     [[nodiscard]] CArrayIndex& Of(const picojson::array& nodes);
     [[nodiscard]] static std::optional<QString> NameOf(const picojson::value& element);
+    [[nodiscard]] static std::optional<QString> ClaimOf(const picojson::value& element);
 
     QHash<const picojson::array*, std::shared_ptr<CArrayIndex>> m_arrays;
 };

@@ -1,5 +1,6 @@
 #include "city/core/OverlayJson.h"
 
+#include "city/core/PlaceList.h"
 #include "host/text/CodePage932.h"
 
 #include <cmath>
@@ -40,6 +41,17 @@ public:
     bool parse_array_stop(size_t) { return true; }
     bool parse_object_stop() { return true; }
 
+    /// The keys stand in byte order, so that a file cut below a node object lacks that object's name. Of a path at the
+    /// top the name is known all the same.
+    void NameRoot(picojson::value& element) const
+    {
+        if (m_nesting != MaximumNesting || !element.is<picojson::object>())
+            return;
+        auto& node = element.get<picojson::object>();
+        if (OverlayJson::HoldsArray(node, OverlayJson::Key::Next))
+            node.try_emplace(OverlayJson::Key::OriginalName, CodePage932::Encode(CPlaceList::RootName).toStdString());
+    }
+
     template <typename Iterator> bool parse_array_item(picojson::input<Iterator>& in, size_t)
     {
         auto& items = m_out->get<picojson::array>();
@@ -47,6 +59,7 @@ public:
         CNodeContext context(&items.back(), m_nesting - 1);
         if (picojson::_parse(context, in))
             return true;
+        NameRoot(items.back());
         if (!IsPath(items.back()))
             items.pop_back();
         return false;

@@ -43,8 +43,9 @@ struct CParsed
     bool IsWhole = false; ///< an array, and nothing but white space after it
 };
 
-/// Parses as far as the bytes are JSON and nest no deeper than the tree may. Of a broken document all complete node
-/// objects are kept, and of those that lead to the break the ones that are known to be mere paths. Never throws.
+/// Parses as far as the bytes are JSON and nest no deeper than the tree may. Of a broken document the node objects that
+/// lead to the break are dropped, unless they are known to be mere paths of known name; what is complete beside and
+/// below those is kept. Never throws.
 [[nodiscard]] CParsed Parse(QByteArrayView bytes);
 
 /// The text of a key's value, decoded; a missing key is added with the value null, whose text is "null".

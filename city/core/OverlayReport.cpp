@@ -33,9 +33,17 @@ public:
                 Lines += folder + u"読み飛ばされる要素: "_s + Text(element);
                 continue;
             }
-            picojson::object node = element.get<picojson::object>();
-            const picojson::value next = std::exchange(node[Key::Next], {});
-            Report(next, folder + Say(node, folder) + u" / "_s);
+            picojson::object node;
+            const picojson::value* next = nullptr; // not copied, as every level holds all below it
+            for (const auto& [key, value] : element.get<picojson::object>()) {
+                if (key == Key::Next)
+                    next = &value;
+                else
+                    node.emplace(key, value);
+            }
+            const QString below = folder + Say(node, folder) + u" / "_s;
+            if (next)
+                Report(*next, below);
         }
     }
 

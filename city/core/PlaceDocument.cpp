@@ -2,6 +2,8 @@
 
 #include "city/core/PlaceEdits.h"
 
+#include <QFileInfo>
+
 #include <memory>
 #include <utility>
 
@@ -33,7 +35,7 @@ void CPlaceDocument::SetPaths(const CPlacePaths& paths)
 void CPlaceDocument::SetSaveFileFactory(const CKivFile::SaveFileFactory& factory)
 {
     m_list.SetSaveFileFactory(factory);
-    m_overlayFile = COverlayFile(factory);
+    m_overlayFile.SetSaveFileFactory(factory);
 }
 
 void CPlaceDocument::LoadCityList()
@@ -53,6 +55,8 @@ void CPlaceDocument::LoadLocationTreeContext()
     const QByteArray bytes = COverlayFile::Read(m_overlayFilePath);
     if (bytes.isEmpty()) {
         m_overlay.SetDefault();
+        if (QFileInfo(m_overlayFilePath).size() > 0) // it is there and cannot be read
+            m_list.SetIncomplete();
         return;
     }
     OverlayJson::CParsed parsed = OverlayJson::Parse(bytes);
@@ -122,6 +126,8 @@ CPlaceItem* CPlaceDocument::Move(CPlaceItem* item, CPlaceItem* newParent, CPlace
 
 bool CPlaceDocument::Reset()
 {
+    if (!m_overlay.Overlay().is<picojson::array>())
+        throw CInvalidArgument("the overlay was not loaded");
     auto edit = std::make_unique<CResetEdit>(m_list, m_overlay);
     edit->Do();
     if (!edit->IsWhole()) {

@@ -51,7 +51,8 @@ public:
     void SetSaveFileFactory(const CKivFile::SaveFileFactory& factory);
 
     /// Read the shipped list, then replay the overlay onto it; once each, in this order. Throw CInvalidArgument when a
-    /// table is full: what was taken in until then stays, and the user list is not written from it.
+    /// table is full: what was taken in until then stays. The user list is not written from a list that was taken in
+    /// only in part, or whose overlay is there and cannot be read.
     void LoadCityList();
     void LoadLocationTreeContext();
 
@@ -83,8 +84,8 @@ public:
     void UpdateFolder(CPlaceItem* item, const QString& newName);
     /// Removes the item with everything below it.
     void Delete(CPlaceItem* item);
-    /// Moves the item with everything below it; neither `newParent` nor `after` may lie in it. Answers the item that
-    /// stands in the new place, a copy of the moved one, which is gone.
+    /// Moves the item with everything below it. CInvalidArgument when the new place lies in it or is none. Answers the
+    /// item that stands in the new place, a copy of the moved one, which is gone.
     CPlaceItem* Move(CPlaceItem* item, CPlaceItem* newParent, CPlaceItem* after);
     /// Goes back to the shipped list and empties the overlay; places are numbered on after those in use,
     /// as long as the table has room for that. False, with nothing changed, when the shipped list cannot be read.

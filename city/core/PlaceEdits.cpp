@@ -39,7 +39,7 @@ void CAddEdit::TakeOut()
 CUpdateEdit::CUpdateEdit(CPlaceList& list, CPlaceOverlay& overlay, CPlaceItem* item, QString newName,
                          std::optional<CCityList> values)
     : CPlaceEdit(list, overlay), m_item(item), m_oldName(item->Text()), m_newName(std::move(newName)),
-      m_newValues(std::move(values))
+      m_wasUpdated(item->IsUpdated()), m_newValues(std::move(values))
 {
     if (m_newValues)
         m_oldValues = m_list.Place(item->Data());
@@ -60,6 +60,7 @@ CPlaceItem* CUpdateEdit::Do()
 CPlaceItem* CUpdateEdit::Undo()
 {
     m_overlay.Revert(std::move(m_change));
+    CPlaceTree::SetUpdated(m_item, m_wasUpdated);
     Apply(m_oldName, m_oldValues);
     return m_item;
 }

@@ -66,6 +66,7 @@ private:
     CPlaceItem* m_item;
     QString m_oldName;
     QString m_newName;
+    bool m_wasUpdated;
     std::optional<CCityList> m_oldValues;
     std::optional<CCityList> m_newValues;
 };

@@ -39,6 +39,16 @@ int HeightOf(const CPlaceItem* item)
     }
 }
 
+void RequireMove(const CPlaceItem* item, const CPlaceItem* newParent, const CPlaceItem* after)
+{
+    if (!newParent || after == item || (after && after->Parent() != newParent))
+        throw CInvalidArgument("no such place to move to");
+    for (const CPlaceItem* above = newParent; above; above = above->Parent()) {
+        if (above == item)
+            throw CInvalidArgument("an item cannot be moved into itself");
+    }
+}
+
 void RequireDepth(int depth)
 {
     if (depth > MaximumItemDepth)
@@ -112,14 +122,14 @@ void CPlaceOverlay::GetCurrentNodeObject(picojson::array& nodes, const QString& 
     path.push_back(0);
     for (COverlayIndex::CAddedKey& key : added) {
         path.back() = key.Position;
-        m_change.m_steps.push_back({CChange::Kind::KeySet, path, {}, std::move(key.Key), true});
+        m_change.m_steps.push_back({CChange::Kind::KeySet, path, {}, std::move(key.Key), true, 0});
     }
     path.back() = found ? *found : nodes.size();
     if (found)
         return;
     nodes.push_back(GenerateNewJsonObject(name, Action::Path, Type::Node, QString(), QString()));
     m_index.Appended(nodes);
-    m_change.m_steps.push_back({CChange::Kind::Appended, path, {}, {}, false});
+    m_change.m_steps.push_back({CChange::Kind::Appended, path, {}, {}, false, 0});
 }
 
 /// The entry of the item, looked for under the given name; entries above it are found by the items' texts.
@@ -135,11 +145,22 @@ CPlaceOverlay::CCursor CPlaceOverlay::TrackJsonCursor(const CPlaceItem* item, co
     CCursor cursor{&Top(), {}};
     for (const CPlaceItem* above : ancestors | std::views::reverse) {
         GetCurrentNodeObject(*cursor.Holder, above->Text(), cursor.Path);
+        Adopt(cursor, above, above->Text());
         MakePassable(cursor);
         cursor.Holder = &cursor.Entry()[Key::Next].get<picojson::array>();
     }
     GetCurrentNodeObject(*cursor.Holder, name, cursor.Path);
+    Adopt(cursor, item, name);
     return cursor;
+}
+
+/// A renaming that met nothing at the replay, but whose new name the shipped list has taken over since, becomes the
+/// entry of that item; else what is recorded in it would never be found again.
+void CPlaceOverlay::Adopt(const CCursor& cursor, const CPlaceItem* item, const QString& name)
+{
+    if (!item->IsUpdated() && Is(cursor.Entry(), Key::Action, Action::Update) &&
+        Text(cursor.Entry(), Key::OriginalName) != name)
+        SetKey(cursor, Key::OriginalName, String(name));
 }
 
 /// Makes of an entry that a replay would not follow, as only a damaged or foreign file has it, one that it follows;
@@ -154,6 +175,43 @@ void CPlaceOverlay::MakePassable(const CCursor& cursor)
         SetKey(cursor, Key::Next, picojson::value(picojson::array_type, false));
 }
 
+/// An entry that gives its item a name must come behind those that take this name from a shipped item: they look for
+/// the name, and must not meet this item. It stays where it is when the tree's order keeps them apart.
+void CPlaceOverlay::KeepBehindClaims(CCursor& cursor, const CPlaceItem* item)
+{
+    for (const size_t position : m_index.ClaimsBehind(*cursor.Holder, cursor.Position(), item->Text())) {
+        const auto& claim = (*cursor.Holder)[position].get<picojson::object>();
+        const auto latest = claim.find(Key::LatestName);
+        const bool isRenaming = Is(claim, Key::Action, Action::Update) && latest != claim.end();
+        const CPlaceItem* claimed =
+            isRenaming ? m_list.Tree().SearchNodeItem(item->Parent(), Text(latest->second)) : nullptr;
+        if (claimed && claimed->Order() < item->Order())
+            continue;
+        PutLast(cursor);
+        if (Is(cursor.Entry(), Key::Action, Action::Add)) // what stood in front then may be gone by now
+            SetKey(cursor, Key::VerticalOffset, String(item->Previous() ? item->Previous()->Text() : QString()));
+        return;
+    }
+}
+
+void CPlaceOverlay::PutLast(CCursor& cursor)
+{
+    picojson::value entry = (*cursor.Holder)[cursor.Position()];
+    Erase(cursor);
+    cursor.Holder->push_back(std::move(entry));
+    m_index.Appended(*cursor.Holder);
+    cursor.Path.back() = cursor.Holder->size() - 1;
+    m_change.m_steps.push_back({CChange::Kind::Appended, cursor.Path, {}, {}, false, 0});
+}
+
+void CPlaceOverlay::Erase(const CCursor& cursor)
+{
+    const quint64 number = m_index.BeforeErase(*cursor.Holder, cursor.Position());
+    const auto erased = cursor.Holder->begin() + static_cast<std::ptrdiff_t>(cursor.Position());
+    m_change.m_steps.push_back({CChange::Kind::Erased, cursor.Path, std::move(*erased), {}, false, number});
+    cursor.Holder->erase(erased);
+}
+
 void CPlaceOverlay::SetKey(const CCursor& cursor, const std::string& key, picojson::value value)
 {
     m_index.BeforeChange(*cursor.Holder, cursor.Position());
@@ -162,7 +220,7 @@ void CPlaceOverlay::SetKey(const CCursor& cursor, const std::string& key, picojs
     picojson::value& slot = entry[key];
     m_index.Drop(slot);
     slot.swap(value);
-    m_change.m_steps.push_back({CChange::Kind::KeySet, cursor.Path, std::move(value), key, wasMissing});
+    m_change.m_steps.push_back({CChange::Kind::KeySet, cursor.Path, std::move(value), key, wasMissing, 0});
     m_index.AfterChange(*cursor.Holder, cursor.Position());
 }
 
@@ -181,22 +239,23 @@ template <typename Edit> CPlaceOverlay::CChange CPlaceOverlay::Record(const Edit
 CPlaceOverlay::CChange CPlaceOverlay::AddNodeContext(const CPlaceItem* item)
 {
     return Record([&] {
-        const CCursor cursor = TrackJsonCursor(item, item->Text());
+        CCursor cursor = TrackJsonCursor(item, item->Text());
         picojson::value entry = GetNewNodeItem(item, item->Text());
         picojson::value& element = (*cursor.Holder)[cursor.Position()];
         m_index.BeforeChange(*cursor.Holder, cursor.Position());
         m_index.Drop(element);
         element.swap(entry);
-        m_change.m_steps.push_back({CChange::Kind::Replaced, cursor.Path, std::move(entry), {}, false});
+        m_change.m_steps.push_back({CChange::Kind::Replaced, cursor.Path, std::move(entry), {}, false, 0});
         m_index.AfterChange(*cursor.Holder, cursor.Position());
+        KeepBehindClaims(cursor, item);
     });
 }
 
-CPlaceOverlay::CChange CPlaceOverlay::UpdateNodeContext(const CPlaceItem* item, const QString& oldName,
+CPlaceOverlay::CChange CPlaceOverlay::UpdateNodeContext(CPlaceItem* item, const QString& oldName,
                                                         const QString& newName, bool isPlace)
 {
     return Record([&] {
-        const CCursor cursor = TrackJsonCursor(item, oldName);
+        CCursor cursor = TrackJsonCursor(item, oldName);
         if (Is(cursor.Entry(), Key::Action, Action::Add)) {
             SetKey(cursor, Key::OriginalName, String(newName));
         } else {
@@ -207,6 +266,9 @@ CPlaceOverlay::CChange CPlaceOverlay::UpdateNodeContext(const CPlaceItem* item, 
             SetKey(cursor, Key::Type, picojson::value(Type::Leaf));
             SetKey(cursor, Key::Data, String(m_list.GetLocationData(item->Data())));
         }
+        if (newName != oldName)
+            KeepBehindClaims(cursor, item);
+        CPlaceTree::SetUpdated(item, true);
     });
 }
 
@@ -218,10 +280,7 @@ void CPlaceOverlay::Delete(const CPlaceItem* item)
         SetKey(cursor, Key::Next, picojson::value(std::string()));
         return;
     }
-    m_index.BeforeErase(*cursor.Holder, cursor.Position());
-    const auto erased = cursor.Holder->begin() + static_cast<std::ptrdiff_t>(cursor.Position());
-    m_change.m_steps.push_back({CChange::Kind::Erased, cursor.Path, std::move(*erased), {}, false});
-    cursor.Holder->erase(erased);
+    Erase(cursor);
 }
 
 CPlaceOverlay::CChange CPlaceOverlay::DeleteNodeContext(const CPlaceItem* item)
@@ -233,6 +292,7 @@ CPlaceOverlay::CChange CPlaceOverlay::DropNodeContext(const CPlaceItem* item, co
                                                       const CPlaceItem* after)
 {
     return Record([&] {
+        RequireMove(item, newParent, after);
         RequireDepth(DepthOf(newParent) + HeightOf(item));
         Delete(item);
         picojson::value moved = GenerateWholeNodeObjects(item);
@@ -243,7 +303,7 @@ CPlaceOverlay::CChange CPlaceOverlay::DropNodeContext(const CPlaceItem* item, co
         next.push_back(std::move(moved));
         m_index.Appended(next);
         cursor.Path.push_back(next.size() - 1);
-        m_change.m_steps.push_back({CChange::Kind::Appended, cursor.Path, {}, {}, false});
+        m_change.m_steps.push_back({CChange::Kind::Appended, cursor.Path, {}, {}, false, 0});
     });
 }
 
@@ -258,7 +318,6 @@ picojson::array& CPlaceOverlay::HolderOf(const std::vector<size_t>& path)
 
 void CPlaceOverlay::Revert(CChange change)
 {
-    m_index.Clear();
     for (CChange::CStep& step : change.m_steps | std::views::reverse)
         RevertStep(std::move(step));
 }
@@ -269,20 +328,30 @@ void CPlaceOverlay::RevertStep(CChange::CStep&& step)
     const size_t position = step.Path.back();
     switch (step.What) {
     case CChange::Kind::Appended:
+        m_index.BeforeErase(holder, position);
         holder.pop_back();
         break;
     case CChange::Kind::Erased:
         holder.insert(holder.begin() + static_cast<std::ptrdiff_t>(position), std::move(step.Old));
+        m_index.Inserted(holder, position, step.Number);
         break;
     case CChange::Kind::Replaced:
+        m_index.BeforeChange(holder, position);
+        m_index.Drop(holder[position]);
         holder[position] = std::move(step.Old);
+        m_index.AfterChange(holder, position);
         break;
     case CChange::Kind::KeySet: {
+        m_index.BeforeChange(holder, position);
         auto& entry = holder[position].get<picojson::object>();
+        m_index.Drop(entry[step.Key]);
         if (step.WasMissing)
             entry.erase(step.Key);
         else
             entry[step.Key] = std::move(step.Old);
+        m_index.AfterChange(holder, position);
+        if (step.WasMissing)
+            m_index.Forget(holder); // a search must find the key missing again
     }
     }
 }

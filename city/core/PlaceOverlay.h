@@ -41,6 +41,7 @@ public:
             picojson::value Old;
             std::string Key;
             bool WasMissing = false;
+            quint64 Number = 0; ///< of an erased element in its array's index
         };
         std::vector<CStep> m_steps;
     };
@@ -63,7 +64,7 @@ public:
 
     /// Record an edit; see CPlaceDocument for the order of calls. The change says how to take it back.
     CChange AddNodeContext(const CPlaceItem* item);
-    CChange UpdateNodeContext(const CPlaceItem* item, const QString& oldName, const QString& newName, bool isPlace);
+    CChange UpdateNodeContext(CPlaceItem* item, const QString& oldName, const QString& newName, bool isPlace);
     CChange DeleteNodeContext(const CPlaceItem* item);
     /// A null `after` stands for the first position.
     CChange DropNodeContext(const CPlaceItem* item, const CPlaceItem* newParent, const CPlaceItem* after);
@@ -104,6 +105,10 @@ private:
     picojson::array& Top() { return m_overlay.get<picojson::array>(); }
     [[nodiscard]] picojson::array& HolderOf(const std::vector<size_t>& path);
     void MakePassable(const CCursor& cursor);
+    void Adopt(const CCursor& cursor, const CPlaceItem* item, const QString& name);
+    void KeepBehindClaims(CCursor& cursor, const CPlaceItem* item);
+    void PutLast(CCursor& cursor);
+    void Erase(const CCursor& cursor);
     void SetKey(const CCursor& cursor, const std::string& key, picojson::value value);
     void Delete(const CPlaceItem* item);
     void RevertStep(CChange::CStep&& step);

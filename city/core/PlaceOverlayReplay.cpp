@@ -74,6 +74,7 @@ CPlaceItem* CPlaceOverlay::AddTreeViewFromContextData(CPlaceItem* parent, const 
 void CPlaceOverlay::UpdTreeViewFromContextData(CPlaceItem* item, const QString& name, const CCarried& values)
 {
     m_list.Tree().SetText(item, name);
+    CPlaceTree::SetUpdated(item, true);
     if (!values.IsFolder && !item->IsFolder()) // a newer list may hold a folder where the user changed a place
         m_list.SetLocationData(item->Data(), values.Data);
 }

@@ -28,6 +28,8 @@ public:
     [[nodiscard]] CPlaceItem* Previous() const { return m_previous; }
     /// Ascending among siblings. The numbers may change when a sibling is added, their order does not.
     [[nodiscard]] quint64 Order() const { return m_order; }
+    /// Whether an entry of the overlay is known to hold this item's new name or values.
+    [[nodiscard]] bool IsUpdated() const { return m_isUpdated; }
 
 private:
     friend class CPlaceTree;
@@ -54,6 +56,7 @@ private:
     QString m_text;
     int m_data = FolderData;
     bool m_isTopLevel = false;
+    bool m_isUpdated = false;
     quint64 m_order = 0;
     CPlaceItem* m_parent = nullptr;
     CPlaceItem* m_firstChild = nullptr;
@@ -134,6 +137,7 @@ public:
     CPlaceItem* InsertAfter(CPlaceItem* parent, CPlaceItem* after, const QString& text, int data);
 
     void SetText(CPlaceItem* item, const QString& text);
+    static void SetUpdated(CPlaceItem* item, bool isUpdated) { item->m_isUpdated = isUpdated; }
 
     /// Removes the item with everything below it.
     void Remove(CPlaceItem* item) { (void)Detach(item); }

@@ -34,7 +34,7 @@ std::optional<GeoPoint> Point(const QVariantList& arguments)
 
 } // namespace
 
-CGlobeMap::CGlobeMap(QWidget* parent, QString dataFolder) : QWidget(parent), m_painter(std::move(dataFolder))
+CGlobeMap::CGlobeMap(QWidget* parent, QString dataFolder) : CMapWidget(parent), m_painter(std::move(dataFolder))
 {
     hide();
     setAttribute(Qt::WA_OpaquePaintEvent);
@@ -48,7 +48,7 @@ CGlobeMap::CGlobeMap(QWidget* parent, QString dataFolder) : QWidget(parent), m_p
         u"＋・－キーと PageUp・PageDown キーで拡大・縮小し、Home キーで観測地を中央に戻します。"_s);
     std::bitset<LandmarkKind::Count> kinds;
     m_painter.Landmarks().SetKinds(kinds.set());
-    ApplyFont();
+    CGlobeMap::ApplyFont();
 }
 
 CGlobeMap::~CGlobeMap() = default;
@@ -121,7 +121,7 @@ void CGlobeMap::SetControlProperty(int, const QVariant&) {}
 QVariant CGlobeMap::SetCenter(const QVariantList& arguments)
 {
     if (const auto point = Point(arguments))
-        m_center = *point;
+        PlaceCenter(*point); // drawn by the next Redraw
     return {};
 }
 
@@ -133,8 +133,8 @@ QVariant CGlobeMap::GetCenter(const QVariantList& arguments)
     auto* latitude = arguments[1].value<double*>();
     if (!longitude || !latitude)
         return {};
-    *longitude = m_center.Longitude;
-    *latitude = m_center.Latitude;
+    *longitude = Center().Longitude;
+    *latitude = Center().Latitude;
     return {};
 }
 
@@ -188,67 +188,16 @@ void CGlobeMap::ReadLandmarks()
 
 CSphereView CGlobeMap::View() const
 {
-    return CSphereView::ForAngle(m_center, m_viewAngle, size());
+    return CSphereView::ForAngle(Center(), m_viewAngle, size());
 }
 
-void CGlobeMap::MarkChanged()
+void CGlobeMap::PaintMap(QImage& picture)
 {
-    m_isChanged = true;
-    update();
+    m_scene.ReadOut = ReadOutPlace();
+    m_painter.Paint(picture, View(), m_viewAngle, m_scene, IsDragging());
 }
 
 void CGlobeMap::ApplyFont()
 {
     m_painter.Landmarks().SetFont(MapFurniture::NameFont(font()));
-    MarkChanged();
-}
-
-void CGlobeMap::changeEvent(QEvent* event)
-{
-    if (event->type() == QEvent::FontChange)
-        ApplyFont();
-    QWidget::changeEvent(event);
-}
-
-void CGlobeMap::resizeEvent(QResizeEvent* event)
-{
-    MarkChanged();
-    QWidget::resizeEvent(event);
-}
-
-void CGlobeMap::paintEvent(QPaintEvent*)
-{
-    const double scale = devicePixelRatioF();
-    const QSize pixels = (QSizeF(size()) * scale).toSize();
-    if (pixels.isEmpty())
-        return;
-    if (m_picture.size() != pixels) {
-        m_picture = QImage(pixels, QImage::Format_ARGB32_Premultiplied);
-        m_isChanged = true;
-    }
-    m_picture.setDevicePixelRatio(scale);
-    m_scene.ReadOut = ReadOutPlace();
-    if (std::exchange(m_isChanged, false))
-        m_painter.Paint(m_picture, View(), m_viewAngle, m_scene, m_press && m_press->IsDrag);
-
-    QPainter painter(this);
-    painter.drawImage(QPointF(0, 0), m_picture);
-    const QRectF area = rect();
-    std::optional<GeoPoint> named;
-    if (m_pointer)
-        named = View().FromScreen(*m_pointer);
-    else if (hasFocus())
-        named = m_center;
-    if (hasFocus())
-        MapFurniture::DrawFocus(painter, area, palette().color(QPalette::Highlight).lighter(130));
-    if (named) {
-        painter.setFont(MapFurniture::SmallFont(font()));
-        MapFurniture::DrawPlate(painter, ReadOutPlace(), MapFurniture::PositionText(*named, false));
-    }
-}
-
-QRectF CGlobeMap::ReadOutPlace() const
-{
-    return MapFurniture::ReadOutPlace(MapFurniture::SmallFont(font()), size(),
-                                      MapFurniture::PositionText({-179.99, -89.99}, false));
 }

@@ -1,16 +1,13 @@
 #include "controls/globe_map/GlobeMap.h"
 #include "host/control/ControlNumbers.h"
 
-#include <QApplication>
 #include <QGestureEvent>
 #include <QKeyEvent>
-#include <QMouseEvent>
 #include <QNativeGestureEvent>
 
 #include <algorithm>
 #include <cmath>
 #include <numbers>
-#include <utility>
 
 namespace
 {
@@ -32,7 +29,7 @@ bool CGlobeMap::event(QEvent* event)
             return true;
         }
     }
-    return QWidget::event(event);
+    return CMapWidget::event(event);
 }
 
 bool CGlobeMap::OnGesture(const QGestureEvent& event)
@@ -41,67 +38,10 @@ bool CGlobeMap::OnGesture(const QGestureEvent& event)
     if (!pinch)
         return false;
     // The fingers' way must not turn the globe, nor their lifting pick a point.
-    m_press.reset();
+    ForgetPress();
     if (pinch->changeFlags() & QPinchGesture::ScaleFactorChanged)
         ZoomBy(pinch->scaleFactor());
     return true;
-}
-
-void CGlobeMap::mousePressEvent(QMouseEvent* event)
-{
-    if (event->button() == Qt::LeftButton)
-        m_press = Press{event->position().toPoint(), event->position().toPoint(), false};
-    else
-        QWidget::mousePressEvent(event);
-}
-
-void CGlobeMap::mouseMoveEvent(QMouseEvent* event)
-{
-    const QPoint at = event->position().toPoint();
-    m_pointer = event->position();
-    if (m_press && event->buttons().testFlag(Qt::LeftButton)) {
-        if (!m_press->IsDrag && (at - m_press->At).manhattanLength() >= QApplication::startDragDistance()) {
-            m_press->IsDrag = true;
-            setCursor(Qt::ClosedHandCursor);
-        }
-        if (m_press->IsDrag)
-            Drag(std::exchange(m_press->Last, at), at);
-    }
-    update();
-}
-
-void CGlobeMap::mouseReleaseEvent(QMouseEvent* event)
-{
-    if (event->button() != Qt::LeftButton || !m_press) {
-        QWidget::mouseReleaseEvent(event);
-        return;
-    }
-    const bool wasDrag = std::exchange(m_press, std::nullopt)->IsDrag;
-    if (!wasDrag) {
-        Pick(event->position());
-        return;
-    }
-    setCursor(Qt::CrossCursor);
-    MarkChanged(); // in full quality again
-}
-
-void CGlobeMap::leaveEvent(QEvent* event)
-{
-    m_pointer.reset();
-    update();
-    QWidget::leaveEvent(event);
-}
-
-void CGlobeMap::focusInEvent(QFocusEvent* event)
-{
-    update();
-    QWidget::focusInEvent(event);
-}
-
-void CGlobeMap::focusOutEvent(QFocusEvent* event)
-{
-    update();
-    QWidget::focusOutEvent(event);
 }
 
 void CGlobeMap::keyPressEvent(QKeyEvent* event)
@@ -125,23 +65,17 @@ void CGlobeMap::keyPressEvent(QKeyEvent* event)
         return ZoomBy(1 / KeyZoomFactor);
     case Qt::Key_Home:
         if (m_scene.Observer)
-            MoveCenter(m_scene.Observer->Longitude, m_scene.Observer->Latitude);
+            MoveCenter(*m_scene.Observer);
         return;
     case Qt::Key_Return:
     case Qt::Key_Enter:
     case Qt::Key_Space:
         if (!event->isAutoRepeat())
-            RaiseEvent(ControlNumber::GlobeMap::EventObsPosition, {m_center.Longitude, m_center.Latitude});
+            Pick(Center());
         return;
     default:
-        QWidget::keyPressEvent(event);
+        CMapWidget::keyPressEvent(event);
     }
-}
-
-void CGlobeMap::MoveCenter(double longitude, double latitude)
-{
-    m_center = {WrapLongitude(longitude), std::clamp(latitude, -90.0, 90.0)};
-    MarkChanged();
 }
 
 void CGlobeMap::Drag(QPoint from, QPoint to)
@@ -154,20 +88,20 @@ void CGlobeMap::Drag(QPoint from, QPoint to)
     const bool isFirm = grabbed && under && std::hypot(way.x(), way.y()) < edge &&
                         std::abs(grabbed->Latitude) < WildLatitude && std::abs(under->Latitude) < WildLatitude;
     if (isFirm) {
-        MoveCenter(m_center.Longitude + WrapLongitude(grabbed->Longitude - under->Longitude),
-                   m_center.Latitude + grabbed->Latitude - under->Latitude);
+        MoveCenter({Center().Longitude + WrapLongitude(grabbed->Longitude - under->Longitude),
+                    Center().Latitude + grabbed->Latitude - under->Latitude});
         return;
     }
     const QPointF step = QPointF(from - to) / view.Radius() * DegreesPerRadian;
-    const double narrowing = std::max(0.3, std::cos(m_center.Latitude / DegreesPerRadian));
-    MoveCenter(m_center.Longitude + step.x() / narrowing, m_center.Latitude - step.y());
+    const double narrowing = std::max(0.3, std::cos(Center().Latitude / DegreesPerRadian));
+    MoveCenter({Center().Longitude + step.x() / narrowing, Center().Latitude - step.y()});
 }
 
 void CGlobeMap::TurnByKey(double right, double up)
 {
     const double step = std::min(m_viewAngle * KeyTurnShare, 10.0);
-    const double narrowing = std::max(0.2, std::cos(m_center.Latitude / DegreesPerRadian));
-    MoveCenter(m_center.Longitude + right * step / narrowing, m_center.Latitude + up * step);
+    const double narrowing = std::max(0.2, std::cos(Center().Latitude / DegreesPerRadian));
+    MoveCenter({Center().Longitude + right * step / narrowing, Center().Latitude + up * step});
 }
 
 void CGlobeMap::ZoomBy(double factor)
@@ -182,8 +116,7 @@ void CGlobeMap::ZoomBy(double factor)
     RaiseEvent(ControlNumber::GlobeMap::EventMagnification, {WidestAngle / angle});
 }
 
-void CGlobeMap::Pick(QPointF pixel)
+void CGlobeMap::Pick(const GeoPoint& point)
 {
-    if (const auto point = View().FromScreen(pixel))
-        RaiseEvent(ControlNumber::GlobeMap::EventObsPosition, {point->Longitude, point->Latitude});
+    RaiseEvent(ControlNumber::GlobeMap::EventObsPosition, {point.Longitude, point.Latitude});
 }

@@ -33,7 +33,7 @@ std::optional<GeoPoint> Position(const QVariant& x, const QVariant& y)
 }
 } // namespace
 
-CRoadMap::CRoadMap(QWidget* parent, QString dataFolder) : QWidget(parent), m_painter(std::move(dataFolder))
+CRoadMap::CRoadMap(QWidget* parent, QString dataFolder) : CMapWidget(parent), m_painter(std::move(dataFolder))
 {
     hide();
     setAttribute(Qt::WA_OpaquePaintEvent);
@@ -43,7 +43,7 @@ CRoadMap::CRoadMap(QWidget* parent, QString dataFolder) : QWidget(parent), m_pai
     setAccessibleName(u"道路地図"_s);
     setAccessibleDescription(u"矢印キーで地図を動かし、Enter キーまたはスペースキーで中央の地点を観測地にします。"
                              u"Home キーで観測地を中央に戻します。"_s);
-    ApplyFont();
+    CRoadMap::ApplyFont();
 }
 
 CRoadMap::~CRoadMap() = default;
@@ -142,7 +142,7 @@ double CRoadMap::MetersPerPixel() const
 CSphereView CRoadMap::View() const
 {
     const QSizeF open = OpenSize();
-    return {m_center, EarthRadius / MetersPerPixel(), QPointF(open.width() / 2, open.height() / 2)};
+    return {Center(), EarthRadius / MetersPerPixel(), QPointF(open.width() / 2, open.height() / 2)};
 }
 
 QSize CRoadMap::OpenSize() const
@@ -156,63 +156,12 @@ bool CRoadMap::HasSeconds() const
     return m_denominator <= LargestScaleWithSeconds;
 }
 
-void CRoadMap::MarkChanged()
+void CRoadMap::PaintMap(QImage& picture)
 {
-    m_isChanged = true;
-    update();
+    m_painter.Paint(picture, {View(), m_denominator, MetersPerPixel(), m_site, ReadOutPlace()});
 }
 
 void CRoadMap::ApplyFont()
 {
     m_painter.SetFonts(MapFurniture::NameFont(font()), MapFurniture::SmallFont(font()));
-    MarkChanged();
-}
-
-void CRoadMap::changeEvent(QEvent* event)
-{
-    if (event->type() == QEvent::FontChange)
-        ApplyFont();
-    QWidget::changeEvent(event);
-}
-
-void CRoadMap::resizeEvent(QResizeEvent* event)
-{
-    MarkChanged();
-    QWidget::resizeEvent(event);
-}
-
-QRectF CRoadMap::ReadOutPlace() const
-{
-    return MapFurniture::ReadOutPlace(MapFurniture::SmallFont(font()), OpenSize(),
-                                      MapFurniture::PositionText({-179.99, -89.99}, HasSeconds()));
-}
-
-void CRoadMap::paintEvent(QPaintEvent*)
-{
-    const double scale = devicePixelRatioF();
-    const QSize open = OpenSize();
-    const QSize pixels = (QSizeF(open) * scale).toSize();
-    if (pixels.isEmpty())
-        return;
-    if (m_picture.size() != pixels) {
-        m_picture = QImage(pixels, QImage::Format_ARGB32_Premultiplied);
-        m_isChanged = true;
-    }
-    m_picture.setDevicePixelRatio(scale);
-    if (std::exchange(m_isChanged, false))
-        m_painter.Paint(m_picture, {View(), m_denominator, MetersPerPixel(), m_site, ReadOutPlace()});
-
-    QPainter painter(this);
-    painter.drawImage(QPointF(0, 0), m_picture);
-    if (hasFocus())
-        MapFurniture::DrawFocus(painter, QRect(QPoint(), open), palette().color(QPalette::Highlight).lighter(130));
-    std::optional<GeoPoint> named;
-    if (m_pointer)
-        named = View().FromScreen(*m_pointer);
-    else if (hasFocus())
-        named = m_center;
-    if (named) {
-        painter.setFont(MapFurniture::SmallFont(font()));
-        MapFurniture::DrawPlate(painter, ReadOutPlace(), MapFurniture::PositionText(*named, HasSeconds()));
-    }
 }

@@ -1,11 +1,9 @@
 #pragma once
 
 #include "controls/road_map/RoadMapPainter.h"
+#include "controls/sphere/MapWidget.h"
 #include "host/control/Control.h"
 #include "host/control/RoadMapResults.h"
-
-#include <QImage>
-#include <QWidget>
 
 #include <memory>
 #include <optional>
@@ -16,7 +14,7 @@
 ///
 /// A search ends with an event (2 facilities, 3 addresses) from the event loop, status 0. A search that another one
 /// follows before that ends with status 1, and leaves no list.
-class CRoadMap : public QWidget, public IControl
+class CRoadMap : public CMapWidget, public IControl
 {
     Q_OBJECT
 
@@ -37,8 +35,6 @@ public:
     QVariant Invoke(int method, const QVariantList& arguments) override;
     void SetControlProperty(int property, const QVariant& value) override;
 
-    /// The point in the middle, longitude -180 to 180.
-    [[nodiscard]] GeoPoint Center() const { return m_center; }
     /// The marked site; none before the first.
     [[nodiscard]] std::optional<GeoPoint> Site() const { return m_site; }
 
@@ -46,25 +42,18 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override { return {120, 90}; }
 
 protected:
-    void changeEvent(QEvent* event) override;
-    void paintEvent(QPaintEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
-    void mouseMoveEvent(QMouseEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override;
-    void leaveEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    void focusInEvent(QFocusEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
+
+    [[nodiscard]] CSphereView View() const override;
+    /// The part from the upper left corner that no window beside it covers.
+    [[nodiscard]] QSize OpenSize() const override;
+    [[nodiscard]] bool HasSeconds() const override;
+    void PaintMap(QImage& picture) override;
+    void ApplyFont() override;
+    void Drag(QPoint from, QPoint to) override { Shift(from - to); }
+    void Pick(const GeoPoint& point) override;
 
 private:
-    struct Press
-    {
-        QPoint At;
-        QPoint Last;
-        bool IsDrag = false;
-    };
-
     // One numbered method each; wrong arguments are ignored.
     void SetPosition(const QVariantList& arguments);
     bool Search(const QVariantList& arguments);
@@ -72,26 +61,12 @@ private:
     void OpenFile(const QVariantList& arguments);
 
     void EndSearch(quint64 number, bool isFacility, const QString& text);
-    void ApplyFont();
     [[nodiscard]] double MetersPerPixel() const;
-    [[nodiscard]] CSphereView View() const;
-    /// The part from the upper left corner that no window beside it covers; its middle is the map's.
-    [[nodiscard]] QSize OpenSize() const;
-    [[nodiscard]] bool HasSeconds() const;
-    [[nodiscard]] QRectF ReadOutPlace() const;
-    void MoveCenter(const GeoPoint& center);
     void Shift(QPointF pixels);
-    void Pick(const GeoPoint& point);
-    void MarkChanged();
 
     CRoadMapPainter m_painter;
-    GeoPoint m_center{139.69, 35.69};
     std::optional<GeoPoint> m_site;
     int m_denominator = 8000;
     std::unique_ptr<CRoadMapResults> m_results;
     quint64 m_searchNumber = 0;
-    QImage m_picture;
-    bool m_isChanged = true;
-    std::optional<Press> m_press;
-    std::optional<QPointF> m_pointer;
 };

@@ -129,14 +129,17 @@ FacilityLook LookOf(const RoadMapFacility& facility)
     return {u"", LandmarkKind::Other, 4, 1};
 }
 
-// The same for the ranks of addresses; the importance of a city falls with its place in the list of its prefecture.
+// The same for the ranks of addresses; among those of a rank the larger one is the weightier.
+constexpr double LargestPopulation = 7; // as a power of ten
+constexpr int UnknownPopulation = 3000;
+constexpr double PopulationWeight = 0.5;
 struct RankLook
 {
     int Kind;
     double Importance;
     double WidestAngle;
 };
-constexpr std::array<RankLook, 4> RankLooks = {{{2, 0, 20}, {1, 1.4, 3.2}, {1, 3.6, 1.6}, {1, 6, 0.5}}};
+constexpr std::array<RankLook, 4> RankLooks = {{{2, 0, 20}, {1, 1.4, 1.6}, {1, 3.6, 1.0}, {1, 6, 0.4}}};
 
 Landmark MakeLandmark(const QString& name, const GeoPoint& position, int kind, double importance, double widestAngle)
 {
@@ -153,14 +156,14 @@ void CRoadMapData::Load(const QString& folder)
 void CRoadMapData::ParseAddresses(QByteArrayView bytes)
 {
     m_addresses.clear();
-    ForEachRow<5>(bytes, [this](const QStringList& fields) {
-        const auto position = PositionOf(fields[3], fields[4]);
+    ForEachRow<6>(bytes, [this](const QStringList& fields) {
+        const auto position = PositionOf(fields[4], fields[5]);
         const int rank = Number::LeadingInt(fields[2]);
         if (!position || fields[0].isEmpty() || rank < 0 || rank > LowestRank)
             return true;
         // The name of a village is known without its district, too.
         const QString folded = Fold(fields[0] + u'\n' + PrefectureOf(fields[0]) + fields[1]);
-        m_addresses.push_back({fields[0], fields[1], folded, *position, rank});
+        m_addresses.push_back({fields[0], fields[1], folded, *position, rank, Number::LeadingInt(fields[3])});
         return m_addresses.size() < MostRows;
     });
 }
@@ -218,18 +221,11 @@ std::vector<Landmark> CRoadMapData::Landmarks() const
 {
     std::vector<Landmark> places;
     places.reserve(m_addresses.size() + m_facilities.size());
-    QString prefecture;
-    std::array<int, RankLooks.size()> seen{};
     for (const RoadMapAddress& address : m_addresses) {
-        const QString its = PrefectureOf(address.Address);
-        if (its != prefecture) {
-            prefecture = its;
-            seen = {};
-        }
-        const auto rank = static_cast<std::size_t>(address.Rank);
-        const RankLook& look = RankLooks.at(rank);
-        const double importance = look.Importance + 0.4 * std::log2(1.0 + seen.at(rank)++);
-        places.push_back(MakeLandmark(address.Name, address.Position, look.Kind, importance, look.WidestAngle));
+        const RankLook& look = RankLooks.at(static_cast<std::size_t>(address.Rank));
+        const double smallness = LargestPopulation - std::log10(std::max(address.Population, UnknownPopulation));
+        places.push_back(MakeLandmark(address.Name, address.Position, look.Kind,
+                                      look.Importance + PopulationWeight * smallness, look.WidestAngle));
     }
     for (const RoadMapFacility& facility : m_facilities) {
         const FacilityLook look = LookOf(facility);

@@ -15,7 +15,8 @@ struct RoadMapAddress
     QString Name;    ///< what the map writes
     QString Folded;  ///< what a search looks at
     GeoPoint Position;
-    int Rank = 0; ///< 0 capitals and designated cities, 1 cities, 2 towns and villages, 3 parts of them
+    int Rank = 0;       ///< 0 capitals and designated cities, 1 cities, 2 towns and villages, 3 parts of them
+    int Population = 0; ///< 0 when it is not known
 };
 
 /// A place that people look for.
@@ -40,7 +41,7 @@ public:
     /// than 8 MiB counts as empty.
     void Load(const QString& folder);
 
-    /// Rows of address, name, rank, latitude, longitude; they take the place of those there were.
+    /// Rows of address, name, rank, population, latitude, longitude; they take the place of those there were.
     void ParseAddresses(QByteArrayView bytes);
     /// Rows of name, address, large, middle and small category, latitude, longitude.
     void ParseFacilities(QByteArrayView bytes);

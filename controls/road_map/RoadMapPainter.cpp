@@ -36,6 +36,7 @@ constexpr double SurroundingsReach = 0.35; // degrees to the nearest municipal o
 constexpr double SurroundingsAngle = 0.6;  // degrees of view from which the area has too many of them
 constexpr double PrefectureAngle = 0.12;   // from nearer, the borders' own inaccuracy would show
 constexpr double RiverAngle = 4;
+constexpr double WidePixel = 600; // metres a pixel from which the thinner coast will do
 constexpr double Margin = 6;
 // What the finer coast covers; its edge is a line of its own, which must stay out of sight.
 constexpr double NearWest = 122.2;
@@ -68,6 +69,8 @@ void CRoadMapPainter::LoadOnce()
     m_coast.Load(m_dataFolder + u"earth/coast10.kol"_s);
     m_borders.Load(m_dataFolder + u"earth/borders10.kol"_s);
     m_nearCoast.Load(m_dataFolder + u"roadmap/coast.kol"_s);
+    m_wideCoast.Load(m_dataFolder + u"roadmap/coastwide.kol"_s);
+    m_relief.Load(m_dataFolder + u"roadmap/relief.png"_s);
     m_rivers.Load(m_dataFolder + u"roadmap/rivers.kol"_s);
     m_prefectures.Load(m_dataFolder + u"roadmap/prefectures.kol"_s);
     m_data.Load(m_dataFolder + u"roadmap/"_s);
@@ -133,13 +136,19 @@ void CRoadMapPainter::PaintGround(QPainter& painter, const RoadMapScene& scene, 
 {
     const CSphereView& view = scene.View;
     const QRectF area(QPointF(0, 0), size);
-    painter.fillRect(area.adjusted(-1, -1, 1, 1), Sea);
-    const CLineSet& coast = IsNear(scene, size) ? m_nearCoast : m_coast;
-    if (!coast.IsEmpty()) {
-        painter.setRenderHint(QPainter::Antialiasing, false);
-        painter.setBrush(Qt::NoBrush);
+    const QRectF whole = area.adjusted(-1, -1, 1, 1);
+    const bool isNear = IsNear(scene, size);
+    const bool isWide = scene.MetersPerPixel > WidePixel && !m_wideCoast.IsEmpty();
+    const CLineSet& coast = !isNear ? m_coast : isWide ? m_wideCoast : m_nearCoast;
+    if (coast.IsEmpty())
+        painter.fillRect(whole, Sea);
+    else {
+        m_relief.Draw(painter, view, size, scene.MetersPerPixel, Land);
+        QPainterPath sea = coast.Inside(view, size);
+        sea.addRect(whole);
         // Hard edges: ten times as quick, and the coastline drawn on them is smooth.
-        painter.fillPath(coast.Inside(view, size), Land);
+        painter.setRenderHint(QPainter::Antialiasing, false);
+        painter.fillPath(sea, Sea);
         painter.setRenderHint(QPainter::Antialiasing);
         if (view.VisibleAngle(size) < RiverAngle) {
             painter.setPen(QPen(RiverColor, 0));

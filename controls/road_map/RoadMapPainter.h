@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/road_map/MarksFile.h"
+#include "controls/road_map/ReliefLayer.h"
 #include "controls/road_map/RoadMapData.h"
 #include "controls/sphere/LandmarkLayer.h"
 #include "controls/sphere/LineSet.h"
@@ -53,7 +54,9 @@ private:
     bool m_isLoaded = false;
     CLineSet m_coast;
     CLineSet m_nearCoast; // of Japan and around, finer
+    CLineSet m_wideCoast; // the same, thinner
     CLineSet m_rivers;
+    CReliefLayer m_relief;
     CLineSet m_borders;
     CLineSet m_prefectures;
     CRoadMapData m_data;

@@ -2,7 +2,19 @@
 
 #include "host/text/CodePage932.h"
 
+#include <cerrno>
+#include <unistd.h>
 #include <utility>
+
+namespace
+{
+/// Makes the disk take what was written. What it cannot promise is no error; what it refuses is, and the device's own
+/// flush at the end would not tell.
+bool IsOnDisk(int handle)
+{
+    return fsync(handle) == 0 || (errno != EIO && errno != ENOSPC && errno != EDQUOT);
+}
+} // namespace
 
 CKivFile::CKivFile() : CKivFile([](const QString& path) { return std::make_unique<QSaveFile>(path); }) {}
 
@@ -87,7 +99,7 @@ bool CKivFile::Close()
         return true;
     }
     // The device forgets an error of the flush that its own commit makes, and would put a cut file in place.
-    if (!m_failed && !m_writer->flush())
+    if (!m_failed && (!m_writer->flush() || !IsOnDisk(m_writer->handle())))
         m_failed = true;
     if (m_failed)
         m_writer->cancelWriting();

@@ -10,6 +10,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QSet>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -29,13 +30,13 @@ constexpr double Infinity = std::numeric_limits<double>::infinity();
 constexpr double Unit = CCorMpp::MillisecondsPerDegree;
 const QString Shipped = QStringLiteral(KIV_SOURCE_DATA);
 
-constexpr char Addresses[] = "# address,name,rank,latitude,longitude\n"
-                             "東京都三鷹市,三鷹市,1,35.6836,139.5596\r\n"
-                             "東京都港区,港区,1,35.6581,139.7515\n"
-                             "山形県飽海郡遊佐町,遊佐町,2,39.0157,139.9291\n"
-                             "千葉県鎌ケ谷市,鎌ケ谷市,1,35.7769,140.0008\n"
-                             "東京都三鷹市上連雀,上連雀,3,35.6969,139.5561\n"
-                             ",nowhere,1,1,1\nfar,far,1,91,0\nword,word,1,x,1\nshort,row\nrank,rank,9,1,1\n";
+constexpr char Addresses[] = "# address,name,rank,population,latitude,longitude\n"
+                             "東京都三鷹市,三鷹市,1,180000,35.6836,139.5596\r\n"
+                             "東京都港区,港区,1,0,35.6581,139.7515\n"
+                             "山形県飽海郡遊佐町,遊佐町,2,0,39.0157,139.9291\n"
+                             "千葉県鎌ケ谷市,鎌ケ谷市,1,-5,35.7769,140.0008\n"
+                             "東京都三鷹市上連雀,上連雀,3,x,35.6969,139.5561\n"
+                             ",nowhere,1,0,1,1\nfar,far,1,0,91,0\nword,word,1,0,x,1\nshort,row\nrank,rank,9,0,1,1\n";
 constexpr char Facilities[] = "国立天文台三鷹,東京都三鷹市大沢,天文・宇宙,天文台,研究天文台,35.6756,139.5381\n"
                               "ＪＡＸＡ筑波,,天文・宇宙,宇宙機関,研究,36.0650,140.1281\n"
                               "富士山,静岡県・山梨県,自然,山岳,山,35.3606,138.7274\n"
@@ -314,10 +315,11 @@ TEST_F(RoadMapTest, LaterSearchCancelsTheEarlierOne)
 
 TEST_F(RoadMapTest, DamagedDataLeaveAMap)
 {
-    const QByteArray garbage = QByteArray("\0\xFF,,,,\n,\xE3\x81,1,9e999,nan\n", 20) + QByteArray(300, ',') + "KOL1";
+    const QByteArray garbage = QByteArray("\0\xFF,,,,\n,\xE3\x81,1,0,9e999,nan\n", 22) + QByteArray(300, ',') + "KOL1";
     for (const QByteArray& bytes : {QByteArray(), garbage, garbage.repeated(20000), QByteArray(9 << 20, 'x')}) {
         for (const QString& name : {u"roadmap/addresses.csv"_s, u"roadmap/facilities.csv"_s, u"roadmap/coast.kol"_s,
-                                    u"roadmap/rivers.kol"_s, u"roadmap/prefectures.kol"_s, u"earth/coast10.kol"_s})
+                                    u"roadmap/coastwide.kol"_s, u"roadmap/relief.png"_s, u"roadmap/rivers.kol"_s,
+                                    u"roadmap/prefectures.kol"_s, u"earth/coast10.kol"_s})
             WriteFile(m_folder.filePath(name), bytes);
         CMapStage stage(m_folder.path() + u'/');
         EXPECT_FALSE(stage.Map.Invoke(Method::Search, {false, u"東"_s}).toBool()) << "there is nothing to search in";
@@ -407,6 +409,21 @@ TEST(ShippedRoadMap, KnowsTheLandAndTheSeaAtEveryScale)
             }
         }
     }
+}
+
+TEST(ShippedRoadMap, MountainsHaveLightAndShadowFromAfar)
+{
+    CMapStage stage(Shipped);
+    const auto countTones = [&stage](int scale) {
+        stage.Show(138.2, 35.55, scale); // between high ridges
+        const QImage picture = stage.Picture().copy(190, 140, 20, 20);
+        QSet<QRgb> tones;
+        for (int index = 0; index < 400; ++index)
+            tones.insert(picture.pixel(index % 20, index / 20));
+        return tones.size();
+    };
+    EXPECT_GT(countTones(4000000), 30);
+    EXPECT_LT(countTones(4000), 6);
 }
 
 TEST(ShippedRoadMap, TablesAreWholeAndInJapan)

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "controls/sphere/SphereView.h"
+
+#include <QImage>
+#include <QWidget>
+
+#include <optional>
+
+/// What the maps have in common: a picture that is drawn anew only after a change, dragging, a click that picks a
+/// point, and a plate that names the point under the pointer or, with the focus, the one in the middle.
+class CMapWidget : public QWidget
+{
+    Q_OBJECT
+
+public:
+    using QWidget::QWidget;
+
+    /// The point in the middle, longitude -180 to 180.
+    [[nodiscard]] GeoPoint Center() const { return m_center; }
+
+protected:
+    [[nodiscard]] virtual CSphereView View() const = 0;
+    /// The part from the upper left corner that shows the map; its middle is the map's.
+    [[nodiscard]] virtual QSize OpenSize() const { return size(); }
+    /// Whether a second of arc can be told on the map.
+    [[nodiscard]] virtual bool HasSeconds() const { return false; }
+    virtual void PaintMap(QImage& picture) = 0;
+    /// The window's font is another.
+    virtual void ApplyFont() = 0;
+    /// The left button draws the map along, from one pixel to another.
+    virtual void Drag(QPoint from, QPoint to) = 0;
+    virtual void Pick(const GeoPoint& point) = 0;
+
+    /// Any longitude; latitudes beyond a pole mean the pole. The second leaves the picture as it is for now.
+    void MoveCenter(const GeoPoint& center);
+    void PlaceCenter(const GeoPoint& center);
+    void MarkChanged();
+    [[nodiscard]] bool IsDragging() const { return m_press && m_press->IsDrag; }
+    void ForgetPress() { m_press.reset(); }
+    /// Where the plate stands; whatever the map writes must keep off it.
+    [[nodiscard]] QRectF ReadOutPlace() const;
+
+    void changeEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+private:
+    struct Press
+    {
+        QPoint At;
+        QPoint Last;
+        bool IsDrag = false;
+    };
+
+    GeoPoint m_center{139.69, 35.69};
+    QImage m_picture;
+    bool m_isChanged = true;
+    std::optional<Press> m_press;
+    std::optional<QPointF> m_pointer;
+};

@@ -12,7 +12,7 @@
 using namespace Qt::StringLiterals;
 
 CPlaceFindLine::CPlaceFindLine(QAbstractScrollArea* tree)
-    : QFrame(tree), m_tree(tree), m_edit(new CKivEdit(this)), m_count(new QLabel(this))
+    : QFrame(tree), m_tree(tree), m_viewport(tree->viewport()), m_edit(new CKivEdit(this)), m_count(new QLabel(this))
 {
     constexpr int margin = 4;
     constexpr int mostChars = 100;
@@ -50,7 +50,7 @@ CPlaceFindLine::CPlaceFindLine(QAbstractScrollArea* tree)
     connect(addButton(Qt::DownArrow, {}, u"次の一致 (F3)"_s), &QToolButton::clicked, this, &CPlaceFindLine::NextWanted);
     connect(addButton(Qt::NoArrow, u"×"_s, u"検索を閉じる (Esc)"_s), &QToolButton::clicked, this,
             &CPlaceFindLine::Close);
-    m_tree->viewport()->installEventFilter(this);
+    m_viewport->installEventFilter(this);
     hide();
 }
 
@@ -92,7 +92,7 @@ void CPlaceFindLine::ShowCount(int ordinal, int count)
 
 bool CPlaceFindLine::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == m_tree->viewport() && event->type() == QEvent::Resize)
+    if (watched == m_viewport && event->type() == QEvent::Resize)
         Place();
     if (watched == m_edit && event->type() == QEvent::KeyPress) {
         const auto* key = static_cast<QKeyEvent*>(event);
@@ -129,7 +129,7 @@ void CPlaceFindLine::Place()
 {
     constexpr int gap = 6;
     constexpr int widest = 340;
-    const QRect room = m_tree->viewport()->geometry();
+    const QRect room = m_viewport->geometry();
     const int width = qMin(widest, room.width() - 2 * gap);
     setGeometry(room.right() - gap - width, room.top() + gap, width, sizeHint().height());
 }

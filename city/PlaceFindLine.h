@@ -36,7 +36,8 @@ private:
     [[nodiscard]] bool OnKey(int key, Qt::KeyboardModifiers modifiers);
     void Place();
 
-    QAbstractScrollArea* m_tree;
-    CKivEdit* m_edit; ///< a child of this
-    QLabel* m_count;  ///< a child of this
+    QWidget* m_tree;
+    QWidget* m_viewport; ///< of the tree
+    CKivEdit* m_edit;    ///< a child of this
+    QLabel* m_count;     ///< a child of this
 };

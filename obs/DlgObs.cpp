@@ -213,14 +213,12 @@ void CDlgObs::RefreshUserList()
     list.SetPaths(CPlacePaths::InFolder(DataFolder));
     list.SetProgress(HostWindow::SendListProgress);
     bool isLoaded = false;
-    try {
+    Guarded([&list, &isLoaded] {
         list.LoadCityList();
         isLoaded = true;
         list.LoadLocationTreeContext();
         list.RefreshUserObs();
-    } catch (const CInvalidArgument&) {
-        // A full table: nothing is shown here, and the user list stays. The list dialog tells of it.
-    }
+    });
     if (!isLoaded) // the load broke off before its own report of the end
         HostWindow::SendListProgress(CPlaceList::PhaseEnd, 0);
 }

@@ -138,14 +138,17 @@ TEST_F(CityList, TellsWhenItCannotSave)
     Run([this] {
         Select("海外/London");
         Key(Qt::Key_Up, Qt::AltModifier);
-        const QByteArray text =
-            "観測地の変更を保存できませんでした。\n保存先のフォルダと空き容量を確かめてください。\n\n" +
-            Dialog->Paths.OverlayFilePath.toUtf8();
-        Prompts.Expect(text.constData(), IPrompts::Icon::Exclamation);
-        Click(CityId::ButtonOk);
+        const QByteArray text = "観測地の変更を保存できませんでした。保存先のフォルダと空き容量を確かめてください。\n"
+                                "このまま閉じると、変更は失われます。閉じますか?\n\n" +
+                                Dialog->Paths.OverlayFilePath.toUtf8();
+        for (const IPrompts::Answer answer : {IPrompts::Answer::Cancel, IPrompts::Answer::Ok}) {
+            EXPECT_TRUE(Dialog->isVisible());
+            Prompts.Expect(text.constData(), IPrompts::Icon::Warning, IPrompts::Buttons::OkCancel, answer);
+            Click(CityId::ButtonOk);
+        }
     });
     EXPECT_EQ(Dialog->result(), QDialog::Accepted);
-    EXPECT_EQ(Transcript.Take(), "M 26(true)");
+    EXPECT_EQ(Transcript.Take(), "M 26(true)\nM 26(true)");
 }
 
 TEST_F(CityList, EditsNothingInAReadOnlyListBeyondWhatTheRootAllows)

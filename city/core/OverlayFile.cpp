@@ -2,7 +2,6 @@
 
 #include "city/core/OverlayJson.h"
 
-#include <QCryptographicHash>
 #include <QFileInfo>
 
 #include <filesystem>
@@ -15,11 +14,6 @@ namespace
 std::filesystem::path NativePath(const QString& path)
 {
     return QFile::encodeName(path).toStdString();
-}
-
-QByteArray Digest(const QByteArray& bytes)
-{
-    return QCryptographicHash::hash(bytes, QCryptographicHash::Sha256);
 }
 
 /// Gives the file a second name, or a copy where the file system knows no second names. A symbolic link stands for the
@@ -79,14 +73,9 @@ QByteArray COverlayFile::Read(const QString& path)
     return file.HasReadError() ? QByteArray() : bytes;
 }
 
-void COverlayFile::KnowAsWhole(const QByteArray& bytes)
-{
-    m_wholeDigest = Digest(bytes);
-}
-
 bool COverlayFile::IsWhole(const QByteArray& bytes) const
 {
-    return Digest(bytes) == m_wholeDigest || OverlayJson::Parse(bytes).IsWhole;
+    return bytes == m_whole || OverlayJson::Parse(bytes).IsWhole;
 }
 
 namespace
@@ -113,7 +102,7 @@ bool COverlayFile::Save(const QString& path, const QByteArray& bytes)
         return false;
     const bool isWorthKeeping = !isDamaged && !former.isEmpty() && former != bytes;
     // Another program wrote it since it was read here: its changes are no earlier state of these.
-    if (isWorthKeeping && Digest(former) != m_wholeDigest && !SetAside(path, u"other"_s, former))
+    if (isWorthKeeping && former != m_whole && !SetAside(path, u"other"_s, former))
         return false;
     const bool isKept = isWorthKeeping && Duplicate(path, FormerName(path));
 

@@ -21,7 +21,7 @@ public:
     [[nodiscard]] static QByteArray Read(const QString& path);
 
     /// Notes that this content was read and found whole.
-    void KnowAsWhole(const QByteArray& bytes);
+    void KnowAsWhole(const QByteArray& bytes) { m_whole = bytes; }
 
     /// Puts the bytes in the file's place. False, with the old file in place, when they cannot be written or the
     /// old file cannot be set aside.
@@ -31,5 +31,5 @@ private:
     [[nodiscard]] bool IsWhole(const QByteArray& bytes) const;
 
     CKivFile::SaveFileFactory m_factory;
-    QByteArray m_wholeDigest;
+    QByteArray m_whole; ///< what the file held when it was last read or written here
 };

@@ -141,7 +141,7 @@ TEST_F(CityList, TellsWhenItCannotSave)
         const QByteArray text = "観測地の変更を保存できませんでした。保存先のフォルダと空き容量を確かめてください。\n"
                                 "このまま閉じると、変更は失われます。閉じますか?\n\n" +
                                 Dialog->Paths.OverlayFilePath.toUtf8();
-        for (const auto answer : {IPrompts::Answer::Cancel, IPrompts::Answer::Ok}) {
+        for (const IPrompts::Answer answer : {IPrompts::Answer::Cancel, IPrompts::Answer::Ok}) {
             EXPECT_TRUE(Dialog->isVisible());
             Prompts.Expect(text.constData(), IPrompts::Icon::Warning, IPrompts::Buttons::OkCancel, answer);
             Click(CityId::ButtonOk);

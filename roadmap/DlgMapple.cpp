@@ -1,11 +1,13 @@
 #include "roadmap/DlgMapple.h"
 
+#include "host/control/ControlArguments.h"
 #include "host/control/ControlNumbers.h"
 #include "host/dialog/HostMessage.h"
 #include "host/dialog/ThemedControls.h"
 #include "host/dialog/WaitCursor.h"
 #include "host/observer/KPDateObs.h"
 #include "host/system/CommonFile.h"
+#include "host/system/CurrentDirectory.h"
 #include "res/StringTable.h"
 #include "roadmap/ControlIds.h"
 #include "roadmap/DlgMappleFind.h"
@@ -16,9 +18,11 @@
 #include <QLayout>
 #include <QPointer>
 #include <QResizeEvent>
+#include <QScopeGuard>
 #include <QThread>
 
-#include <algorithm>
+#include <cmath>
+#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -27,6 +31,16 @@ namespace
 SitePosition ObserversSite(const CKPDateObs& observer)
 {
     return {observer.GetLongitude(CKPDateObs::Earth), observer.GetLatitude(CKPDateObs::Earth)};
+}
+
+/// The status of a search's end; an end that tells none counts as cancelled.
+long Status(const QVariantList& arguments)
+{
+    constexpr long cancelled = -1;
+    const auto number = ControlArguments::FiniteNumber(arguments.value(0));
+    return number && std::trunc(*number) == *number && std::fabs(*number) <= std::numeric_limits<qint32>::max()
+               ? static_cast<long>(*number)
+               : cancelled;
 }
 } // namespace
 
@@ -55,17 +69,16 @@ CKivDialog::MessageMap CDlgMapple::GetMessageMap()
 CKivDialog::EventSinkMap CDlgMapple::GetEventSinkMap()
 {
     using namespace ControlNumber::RoadMap;
-    constexpr int cancelled = -1; // an end without a status
     return {
         {MappleId::Map, EventMouseUp,
          [this](const QVariantList& a) {
-             if (a.size() >= 2)
-                 OnMouseUpMap(a[0].toDouble(), a[1].toDouble());
+             const auto latitude = ControlArguments::FiniteNumber(a.value(0));
+             const auto longitude = ControlArguments::FiniteNumber(a.value(1));
+             if (latitude && longitude)
+                 OnMouseUpMap(*latitude, *longitude);
          }},
-        {MappleId::Map, EventLandMarkEnd,
-         [this](const QVariantList& a) { OnFindLandMarkResult(a.value(0, cancelled).toInt()); }},
-        {MappleId::Map, EventAddressKeyEnd,
-         [this](const QVariantList& a) { OnFindAddressKeyResult(a.value(0, cancelled).toInt()); }},
+        {MappleId::Map, EventLandMarkEnd, [this](const QVariantList& a) { OnFindLandMarkResult(Status(a)); }},
+        {MappleId::Map, EventAddressKeyEnd, [this](const QVariantList& a) { OnFindAddressKeyResult(Status(a)); }},
     };
 }
 
@@ -119,9 +132,11 @@ void CDlgMapple::AttachControls()
 void CDlgMapple::PlaceMap()
 {
     const QWidget* const help = Item(MappleId::ButtonHelp);
-    const QWidget* const site = Item(MappleId::TextSite);
+    QWidget* const site = Item(MappleId::TextSite);
     if (!help || !site || !ZoomSlider)
         return;
+    // Room for the longest text, so that the window does not grow once there is one.
+    site->setMinimumWidth(site->fontMetrics().horizontalAdvance(SiteText({-179.9999, -89.9999})));
     adjustSize();
     QWidget* const content = site->parentWidget()->parentWidget();
     for (QWidget* panel : {static_cast<QWidget*>(this), content, ZoomSlider->parentWidget(), site->parentWidget()}) {
@@ -138,18 +153,20 @@ bool CDlgMapple::CreateMap()
 {
     const QWidget* const placeholder = Item(MappleId::MapPlaceholder);
     if (!placeholder || !MapCtrl.Create(placeholder->parentWidget(), MapRect, MappleId::Map)) {
-        MessageBox(u"Can't Create CorMpp"_s);
         MapCreated = 0;
+        MessageBox(u"Can't Create CorMpp"_s);
         return false;
     }
     MapCreated = 1;
+    MapCtrl.setWindowTitle(u"Mapple"_s);
     MapCtrl.lower(); // under the other controls, which stay usable when it covers the whole window
     MapCtrl.show();
     ConnectEvents(MapCtrl);
     QWidget* const map = MapCtrl.Control()->Window();
     map->setAccessibleName(u"道路地図"_s);
     // Enter, which a map may take elsewhere, closes this window.
-    map->setAccessibleDescription(u"矢印キーで地図を動かし、スペースキーで中央の地点を観測地にします。"_s);
+    map->setAccessibleDescription(u"矢印キーで地図を動かし、スペースキーで中央の地点を観測地にします。"
+                                  u"Home キーで観測地を中央に戻します。"_s);
     setTabOrder(map, ZoomSlider); // as the eye goes
     map->setFocus();
     return true;
@@ -228,7 +245,11 @@ void CDlgMapple::TakePickedSite(const SitePosition& site, const QString& engineL
     if (!IsWindow() || !site.IsFinite())
         return;
     UpdateSelectPosDisplay(site.Latitude, site.Longitude);
-    const QPointer<CDlgMapple> self(this); // the host may close the dialog as soon as it hears of the change
+    // The host may close the dialog as soon as it hears of the change, or throw.
+    const auto endOfPicking = qScopeGuard([self = QPointer<CDlgMapple>(this)] {
+        if (self)
+            self->Picking = false;
+    });
     Picking = true;
     if (CKPDateObs* const observer = ObsData) {
         observer->UpdateLocationObjectByUI(CKPDateObs::Earth, 1);
@@ -236,8 +257,6 @@ void CDlgMapple::TakePickedSite(const SitePosition& site, const QString& engineL
     } else if (HostEngine()) {
         HostEngine()->Command(engineLine);
     }
-    if (self)
-        Picking = false;
 }
 
 void CDlgMapple::OnFindLandMarkResult(long status)
@@ -278,8 +297,9 @@ void CDlgMapple::OnBnClickedRead()
 {
     if (!MapCreated)
         return;
+    const QPointer<CDlgMapple> self(this); // the host may end the dialog while the user chooses
     const QString path = IPrompts::Current().OpenFile(this);
-    if (!path.isEmpty())
+    if (self && !path.isEmpty())
         MapCtrl.OpenFile(path);
 }
 
@@ -322,7 +342,8 @@ bool CDlgMapple::PreTranslateMessage(QKeyEvent& key)
     case Qt::Key_Return:
     case Qt::Key_Enter:
     case Qt::Key_Escape:
-        OnClose(); // whatever control has the focus
+        if (!key.isAutoRepeat()) // a key still held from the search window is not meant for this one
+            OnClose();           // whatever control has the focus
         return true;
     default:
         return CKivDialog::PreTranslateMessage(key);

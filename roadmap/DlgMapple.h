@@ -2,7 +2,6 @@
 
 #include "host/control/CorMpp.h"
 #include "host/dialog/KivDialog.h"
-#include "host/system/CurrentDirectory.h"
 #include "obs/kivobs_export.h"
 #include "roadmap/core/ScaleTable.h"
 #include "roadmap/core/SitePosition.h"

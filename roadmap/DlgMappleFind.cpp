@@ -140,14 +140,16 @@ void CDlgMappleFind::EndSearch(bool hasResults, const QString& message)
     if (!self)
         return; // the host closed the road map while the box stood there
     HasResults = hasResults ? 1 : 0;
+    IsEnding = true;
     repaint();
+    IsEnding = false;
     Searching = 0;
 }
 
 void CDlgMappleFind::paintEvent(QPaintEvent* event)
 {
     CKivDialog::paintEvent(event);
-    if (Searching != 1)
+    if (Searching != 1 || !IsEnding) // a selection made by any other painting would ask for the next one
         return;
     if (HasResults == 1 && ResultList) {
         ResultList->setFocus();

@@ -60,6 +60,7 @@ private:
     int Rule = 0;
     int Searching = 0;
     int HasResults = 0;
+    bool IsEnding = false; ///< the painting that ends a search is under way
     QWidget& Owner;
     qint64 Results = 0; ///< number of the map's list, for CRoadMapResults::Find; the list may be gone
     CCorMpp* MapCtrl = nullptr;

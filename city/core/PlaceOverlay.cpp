@@ -1,7 +1,6 @@
 #include "city/core/PlaceOverlay.h"
 
 #include <algorithm>
-#include <ranges>
 #include <utility>
 
 using namespace OverlayJson;
@@ -143,7 +142,8 @@ CPlaceOverlay::CCursor CPlaceOverlay::TrackJsonCursor(const CPlaceItem* item, co
         ancestors.push_back(above);
 
     CCursor cursor{&Top(), {}};
-    for (const CPlaceItem* above : ancestors | std::views::reverse) {
+    for (size_t level = ancestors.size(); level-- > 0;) {
+        const CPlaceItem* above = ancestors[level];
         GetCurrentNodeObject(*cursor.Holder, above->Text(), cursor.Path);
         Adopt(cursor, above, above->Text());
         MakePassable(cursor);
@@ -318,8 +318,8 @@ picojson::array& CPlaceOverlay::HolderOf(const std::vector<size_t>& path)
 
 void CPlaceOverlay::Revert(CChange change)
 {
-    for (CChange::CStep& step : change.m_steps | std::views::reverse)
-        RevertStep(std::move(step));
+    for (size_t step = change.m_steps.size(); step-- > 0;)
+        RevertStep(std::move(change.m_steps[step]));
 }
 
 void CPlaceOverlay::RevertStep(CChange::CStep&& step)

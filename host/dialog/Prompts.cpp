@@ -3,6 +3,7 @@
 #include <QFileDialog>
 #include <QGuiApplication>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 
 namespace
@@ -22,19 +23,30 @@ class CToolkitPrompts : public IPrompts
 public:
     Answer Show(QWidget* parent, const QString& text, Icon icon, Buttons buttons) override
     {
-        QMessageBox box(BoxIcon(icon), parent ? parent->window()->windowTitle() : QString(), text,
-                        QMessageBox::NoButton, parent);
-        box.setTextFormat(Qt::PlainText);
-        QPushButton* ok = box.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
-        box.setDefaultButton(ok);
-        box.setEscapeButton(
-            buttons == Buttons::OkCancel ? box.addButton(QStringLiteral("キャンセル"), QMessageBox::RejectRole) : ok);
+        // The parent may go, and take the box with it, while the box stands.
+        const QPointer<QMessageBox> box = new QMessageBox(
+            BoxIcon(icon), parent ? parent->window()->windowTitle() : QString(), text, QMessageBox::NoButton, parent);
+        box->setTextFormat(Qt::PlainText);
+        QPushButton* ok = box->addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
+        box->setDefaultButton(ok);
+        box->setEscapeButton(
+            buttons == Buttons::OkCancel ? box->addButton(QStringLiteral("キャンセル"), QMessageBox::RejectRole) : ok);
         const CPromptCursor cursor;
-        box.exec();
-        return box.clickedButton() == ok ? Answer::Ok : Answer::Cancel;
+        box->exec();
+        const bool isOk = box && box->clickedButton() == ok;
+        delete box;
+        return isOk ? Answer::Ok : Answer::Cancel;
     }
 
-    QString OpenFile(QWidget* parent) override { return QFileDialog::getOpenFileName(parent); }
+    QString OpenFile(QWidget* parent) override
+    {
+        const QPointer<QFileDialog> dialog = new QFileDialog(parent);
+        dialog->setFileMode(QFileDialog::ExistingFile);
+        const bool isChosen = dialog->exec() == QDialog::Accepted && dialog;
+        const QString path = isChosen ? dialog->selectedFiles().value(0) : QString();
+        delete dialog;
+        return path;
+    }
 
 private:
     static QMessageBox::Icon BoxIcon(Icon icon)

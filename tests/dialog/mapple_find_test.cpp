@@ -86,6 +86,19 @@ const std::vector<int> WhileSearching{LabelSearchChar, EditSearchChar, GroupRule
                                       ListResult,      ButtonSearch,   ButtonMoveMap, ButtonSetObs};
 } // namespace
 
+/// Counts how often a window is painted.
+class CPaintCounter : public QObject
+{
+public:
+    explicit CPaintCounter(QWidget& window) { window.installEventFilter(this); }
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        Count += event->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+    int Count = 0;
+};
+
 TEST_F(MappleFindTest, ListsTheAddressesThatWereFound)
 {
     OpenFind();
@@ -197,8 +210,14 @@ TEST_F(MappleFindTest, StaysDisabledWithoutAList)
         Raise(Address, {0});
         EXPECT_EQ(Disabled(), WhileSearching);
         EXPECT_EQ(QDir::currentPath(), WorkingFolder);
+        CPaintCounter paints(Find());
+        QTest::qWait(50);
+        EXPECT_LT(paints.Count, 10) << "the window paints itself again and again";
         Press(Qt::Key_Escape);
         EXPECT_FALSE(Find().isVisible());
+        QKeyEvent held(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier, QString(), true);
+        QCoreApplication::sendEvent(Dialog.get(), &held);
+        EXPECT_TRUE(Dialog->IsWindow()) << "the key is still held from the search window";
         Dialog->close();
     }
 }

@@ -306,7 +306,7 @@ TEST_F(MappleTest, SurvivesAHostThatEndsItInTheMiddleOfAnEvent)
     EXPECT_DOUBLE_EQ(Observer.GetLongitude(), 139.75);
 }
 
-TEST_F(MappleTest, IgnoresEventsBeforeItIsComplete)
+TEST_F(MappleTest, BearsEventsWhileItIsMadeAndOfAnyArguments)
 {
     MakeDialog();
     Map.During = [this](int) {
@@ -315,7 +315,11 @@ TEST_F(MappleTest, IgnoresEventsBeforeItIsComplete)
     };
     Map.Results[RoadMap::GetSearchResult] = qint64{123456789};
     ASSERT_EQ(Dialog->Create(&HostEngine), 1);
-    EXPECT_NE(Transcript.Take().find("R 5()"), std::string::npos);
+    EXPECT_NE(Transcript.Take().find("R 5()"), std::string::npos) << "the creation goes on";
+    for (const QVariantList& arguments : {QVariantList{}, QVariantList{35.5}, QVariantList{u"x"_s, QVariant()},
+                                          QVariantList{35.5, std::nan("")}, QVariantList{QVariantList(), 139.0}})
+        Raise(RoadMap::EventMouseUp, arguments);
+    EXPECT_EQ(Transcript.Take(), "");
 }
 
 TEST_F(MappleTest, ButtonsDriveTheMap)

@@ -50,7 +50,11 @@ QPoint CDlgCity::TreePoint(QPoint point) const
 
 void CDlgCity::OnBegindragSetObsTreeCity(const QModelIndex& index, QPoint point)
 {
-    if (IsListWritable == 0 || IsDragging != 0)
+    if (IsListWritable == 0) {
+        Tree->Select(index); // a click, however unsteady
+        return;
+    }
+    if (IsDragging != 0)
         return;
     DragItem = index;
     DragImage = new QLabel(Tree->viewport());
@@ -145,10 +149,13 @@ void CDlgCity::MoveItem(CPlaceItem* item, CPlaceItem* newParent, CPlaceItem* aft
         CPlaceItem* moved = Document.Move(item, newParent, after);
         if (isOpen)
             Tree->expand(Model.Index(moved));
-        if (!goesAlong)
-            return;
-        SelectedItem = Follow(moved, path);
-        Tree->Select(Model.Index(SelectedItem));
+        if (goesAlong)
+            SelectedItem = Follow(moved, path);
+        // The tree may have selected another item meanwhile.
+        if (SelectedItem)
+            Tree->Select(Model.Index(SelectedItem));
+        else
+            Tree->clearSelection();
     });
 }
 
@@ -166,8 +173,7 @@ void CDlgCity::OnPaste()
     if (IsListWritable == 0 || !item || !SelectedItem)
         return;
     Tree->SetDropHighlight(Model.Index(SelectedItem));
-    Delegate->SetCutItem({});
-    DropItem(item);
+    DropItem(item); // a refused one stays cut; a moved one is a copy, and the cut item gone
     Tree->SetDropHighlight({});
 }
 

@@ -4,9 +4,12 @@
 #include "city/DlgCity.h"
 #include "city/EdtCty.h"
 #include "city/EdtFld.h"
+#include "host/dialog/HostMessage.h"
 #include "host/dialog/KivTreeCtrl.h"
 #include "host/text/Number.h"
 #include "res/StringTable.h"
+
+#include <QScopeGuard>
 
 using namespace Qt::StringLiterals;
 
@@ -46,6 +49,10 @@ void CDlgCity::OnCityAdd()
     CPlaceItem* selected = SelectedItem ? SelectedItem : Document.Tree().Root();
     CPlaceItem* parent = selected->IsFolder() ? selected : selected->Parent();
     CPlaceItem* after = selected->IsFolder() ? nullptr : selected;
+    if (!parent) { // a place that stands beside the root; nothing new goes there
+        parent = Document.Tree().Root();
+        after = nullptr;
+    }
     if (add.AddKind == CAddCty::AddPlace)
         AddCity(parent, after);
     else if (add.AddKind == CAddCty::AddFolder)
@@ -54,6 +61,8 @@ void CDlgCity::OnCityAdd()
 
 void CDlgCity::AddCity(CPlaceItem* parent, CPlaceItem* after)
 {
+    if (Document.PlaceCount() >= CPlaceList::PlaceTableSize) // told before the user types anything
+        throw CInvalidArgument("the place table is full");
     CEdtCty editor(this);
     editor.MapControl = MapControl;
     editor.Name = StringTable::Load(StringTable::NewPlaceName);
@@ -146,8 +155,18 @@ void CDlgCity::OnBnClickedCityReset()
     if (MessageBox(u"都市名データを初期化します。\r\nこれまで編集したデータは全て失われます。"_s,
                    IPrompts::Icon::Warning, IPrompts::Buttons::OkCancel) != IPrompts::Answer::Ok)
         return;
-    if (!Quietly([this] { return Document.Reset(); })) {
-        Quietly([this] { Tree->Select(Model.Index(SelectedItem)); }); // the same items, but the view has forgotten
+    bool isReset = false;
+    const auto showAgain = qScopeGuard([&] { // the same items, but the view has forgotten
+        if (!isReset)
+            Quietly([this] { Tree->Select(Model.Index(SelectedItem)); });
+    });
+    try {
+        isReset = Quietly([this] { return Document.Reset(); });
+    } catch (...) {
+        HostWindow::SendListProgress(CPlaceList::PhaseEnd, 0); // the load broke off before its own report of the end
+        throw;
+    }
+    if (!isReset) {
         MessageBox(u"観測地ファイルを読み込めないため、初期化できません。"_s, IPrompts::Icon::Exclamation);
         return;
     }

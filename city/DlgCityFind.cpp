@@ -13,10 +13,16 @@
 bool CDlgCity::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == Tree && event->type() == QEvent::KeyPress) {
+        auto& key = *static_cast<QKeyEvent*>(event);
+        const bool isTrees = Tree->hasFocus(); // else it comes from the find line, which did not want it
         bool isTaken = false;
-        Guarded([&] { isTaken = OnTreeKey(*static_cast<QKeyEvent*>(event)); });
+        Guarded([&] { isTaken = isTrees ? OnTreeKey(key) : OnDialogKey(key); });
         if (isTaken)
             return true;
+        if (!isTrees) {
+            key.ignore(); // on to the dialog, past the tree
+            return true;
+        }
     }
     return CCoordinateDialog::eventFilter(watched, event);
 }

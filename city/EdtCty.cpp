@@ -44,7 +44,7 @@ void CEdtCty::ListKinds()
 
 int CEdtCty::CheckValue()
 {
-    Name = Name.trimmed();
+    Name = PlaceName::Normalized(Name);
     QString complaints = Name.isEmpty() ? u"都市名を入力してください。\n"_s : QString();
     complaints += PlaceEntryRules::FinalComplaints(Coordinates);
     complaints += PlaceName::Complaints(Name, u"都市名"_s);

@@ -23,7 +23,7 @@ void CEdtFld::DoDataExchange(CDataExchange* exchange)
 void CEdtFld::OnOK()
 {
     UpdateData();
-    Name = Name.trimmed();
+    Name = PlaceName::Normalized(Name);
     const QString complaint =
         Name.isEmpty() ? u"フォルダ名を入力してください。\n"_s : PlaceName::Complaints(Name, u"フォルダ名"_s);
     if (!complaint.isEmpty())

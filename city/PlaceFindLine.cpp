@@ -51,18 +51,23 @@ CPlaceFindLine::CPlaceFindLine(QAbstractScrollArea* tree)
     connect(addButton(Qt::NoArrow, u"×"_s, u"検索を閉じる (Esc)"_s), &QToolButton::clicked, this,
             &CPlaceFindLine::Close);
     m_viewport->installEventFilter(this);
+    QWidget* const afterTree = tree->nextInFocusChain();
+    setTabOrder(tree, m_edit);
+    if (afterTree != this && afterTree != m_edit)
+        setTabOrder(m_edit, afterTree);
     hide();
 }
 
 void CPlaceFindLine::Open(const QString& text)
 {
+    if (isHidden() || !m_edit->hasFocus())
+        m_edit->selectAll(); // what was looked for the last time; a text takes its place
     if (isHidden()) {
         show();
         Place();
-        m_edit->selectAll(); // what was looked for the last time; a text takes its place
     }
     raise();
-    m_edit->setFocus();
+    m_edit->setFocus(Qt::OtherFocusReason);
     if (text.isEmpty())
         m_edit->selectAll();
     else

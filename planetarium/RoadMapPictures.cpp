@@ -69,8 +69,20 @@ void ShootWithObserver(CCamera& camera, CMainWindow& window)
 {
     constexpr int wide = 290;
     constexpr int town = 130;
+    constexpr int firstZoom = 80;
     CHost& host = window.Host();
     host.MoveObserver(139.538, 35.675, 60.0);
+    const auto setFirstZoom = [] {
+        CRegistry::Write(u"Dialog\\Mapple"_s, u"ZoomAngle"_s, firstZoom, CRegistry::Count);
+    };
+    setFirstZoom();
+    camera.Record(window, u"road-map-three-openings"_s, [&host] { // each one step wider than the one before
+        for (int opening = 0; opening < 3; ++opening) {
+            host.OpenRoadMap(true);
+            host.CloseRoadMap();
+        }
+    });
+    setFirstZoom();
     camera.Record(window, u"road-map-opening"_s, [&host] { host.OpenRoadMap(true); });
     CDlgMapple& dialog = *host.RoadMap();
     camera.Shoot(dialog, u"road-map.png"_s);

@@ -160,5 +160,9 @@ CPlaceItem* CPlaceDocument::Undo()
 
 CPlaceItem* CPlaceDocument::Redo()
 {
-    return CanRedo() ? m_edits[m_doneCount++]->Do() : nullptr;
+    if (!CanRedo())
+        return nullptr;
+    CPlaceItem* item = m_edits[m_doneCount]->Do();
+    ++m_doneCount;
+    return item;
 }

@@ -54,7 +54,7 @@ double Get(const CoordinateBlock& block, const PlaceEntryRules::Field& field)
     return std::visit([&block](auto member) { return static_cast<double>(block.*member); }, field);
 }
 
-/// The values set here lie within a box's range, or one step beside what an int held.
+/// The values set here lie within a box's range.
 void Set(CoordinateBlock& block, const PlaceEntryRules::Field& field, double value)
 {
     if (const auto* whole = std::get_if<int CoordinateBlock::*>(&field))

@@ -38,7 +38,7 @@ char16_t FoldedCharacter(char16_t c)
         return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + 0x20) : c;
     if ((c >= 0x3400 && c <= 0x9FFF) || (c >= u'ぁ' && c <= u'ゖ') || c == u'・' || c == u'ー')
         return c;
-    if (c >= u'ァ' && c <= u'ヶ')
+    if ((c >= u'ァ' && c <= u'ヶ') || c == u'ヽ' || c == u'ヾ')
         return static_cast<char16_t>(c - HiraganaOffset);
     if (c >= u'！' && c <= u'～')
         return FoldedCharacter(static_cast<char16_t>(c - u'！' + u'!'));
@@ -70,7 +70,7 @@ void AppendFolded(QString& out, QStringView text)
 QString CPlaceFinder::Folded(QStringView text)
 {
     QString folded;
-    AppendFolded(folded, text);
+    AppendFolded(folded, text.toString().normalized(QString::NormalizationForm_C));
     return folded;
 }
 

@@ -80,7 +80,7 @@ QVariant CPlaceModel::data(const QModelIndex& index, int role) const
     const CPlaceItem* item = Item(index);
     if (!item)
         return {};
-    if (role == Qt::DisplayRole)
+    if (role == Qt::DisplayRole || role == Qt::ToolTipRole) // a long name does not fit
         return item->Text();
     return role == DataRole ? item->Data() : QVariant();
 }

@@ -3,6 +3,8 @@
 #include "host/text/CodePage932.h"
 
 #include <algorithm>
+#include <array>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -28,6 +30,21 @@ bool IsControl(QChar character)
            character == QChar::ParagraphSeparator;
 }
 } // namespace
+
+QString PlaceName::Normalized(const QString& name)
+{
+    constexpr std::array<std::pair<char16_t, char16_t>, 7> twins{{{u'\u301C', u'\uFF5E'},
+                                                                  {u'\u2212', u'\uFF0D'},
+                                                                  {u'\u2016', u'\u2225'},
+                                                                  {u'\u2014', u'\u2015'},
+                                                                  {u'\u00A2', u'\uFFE0'},
+                                                                  {u'\u00A3', u'\uFFE1'},
+                                                                  {u'\u00AC', u'\uFFE2'}}};
+    QString normalized = name.trimmed();
+    for (const auto& [other, own] : twins)
+        normalized.replace(QChar(other), QChar(own));
+    return normalized;
+}
 
 QString PlaceName::Complaints(const QString& name, const QString& caption)
 {

@@ -114,6 +114,10 @@ void CKivTreeCtrl::mouseDoubleClickEvent(QMouseEvent* event)
         mousePressEvent(event); // a quick second click on an expand box
         return;
     }
+    if (index != Selected()) {
+        mousePressEvent(event); // two quick clicks on neighbours
+        return;
+    }
     if (model()->hasChildren(index))
         setExpanded(index, !isExpanded(index));
     Q_EMIT DoubleClicked(index);

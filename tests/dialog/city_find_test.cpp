@@ -81,6 +81,17 @@ TEST_F(CityFind, TakesNoKeysOfTheTree)
         Key(Qt::Key_F3); // nothing was looked for yet
         EXPECT_TRUE(Line()->isVisible());
         EXPECT_EQ(Count(), "");
+        const std::string tree = TreeText();
+        QTest::keyClicks(QApplication::focusWidget(), u"London"_s);
+        for (const Qt::Key key : {Qt::Key_Left, Qt::Key_Right, Qt::Key_Up})
+            Key(key, Qt::AltModifier);
+        Key(Qt::Key_Insert); // the tree's keys are not the line's
+        Key(Qt::Key_F2);
+        EXPECT_EQ(TreeText(), tree);
+        EXPECT_EQ(Line()->Text(), u"London"_s);
+        Dialog->Item(CityId::Tree)->setFocus();
+        QTest::keyClicks(QApplication::focusWidget(), u"P"_s);
+        EXPECT_EQ(Line()->Text(), u"P"_s) << "typed anew";
         Dialog->Item(CityId::Tree)->setFocus();
         Key(Qt::Key_Escape); // closes the line first
         EXPECT_TRUE(Line()->isHidden());

@@ -252,11 +252,11 @@ TEST_F(PlaceEditor, NamesAFolder)
         Paste(editor, EditFolderId::EditName, u"a\nb"_s);
         m_prompts.Expect("フォルダ名には改行やタブなどの制御文字を使えません。\n", IPrompts::Icon::None);
         Enter(editor);
-        Type(editor, EditFolderId::EditName, " abc ");
+        Paste(editor, EditFolderId::EditName, u" \u301C\u2212 abc　"_s); // as many input methods give them
         Enter(editor);
     });
     EXPECT_EQ(result, QDialog::Accepted);
-    EXPECT_EQ(editor.Name, u"abc"_s);
+    EXPECT_EQ(editor.Name, u"\uFF5E\uFF0D abc"_s);
 }
 
 TEST_F(PlaceEditor, AsksWhatToAddAndWhereToMove)

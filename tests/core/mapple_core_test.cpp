@@ -2,7 +2,6 @@
 #include "host/system/CurrentDirectory.h"
 #include "host/system/Registry.h"
 #include "host/text/Number.h"
-#include "roadmap/core/ResultColumns.h"
 #include "roadmap/core/RoadMapSettings.h"
 #include "roadmap/core/ScaleTable.h"
 #include "roadmap/core/SitePosition.h"
@@ -78,35 +77,6 @@ TEST(SitePosition, IsReadFromAnEnginesAnswer)
         EXPECT_EQ(position ? Number::Format("%f %f", position->Longitude, position->Latitude) : QString(), row.Position)
             << row.Answer.toStdString();
     }
-}
-
-TEST(SitePosition, MovesTheEngineInTwoSpellings)
-{
-    const SitePosition site = SitePosition::FromMilliseconds(139.75 * 3.6e6, 35.5 * 3.6e6);
-    EXPECT_EQ(site.ClickLine(), u"Location = Location(139.750000, 35.500000, *); show sky"_s);
-    EXPECT_EQ(site.ResultLine(), u"Location = Location(139.750000, 35.500000, *); Show Sky"_s);
-    EXPECT_EQ(site.X(), 503100000.0);
-    EXPECT_EQ(site.Y(), 127800000.0);
-}
-
-TEST(SearchOutcome, ListsTheColumnsOfItsSearch)
-{
-    const CRoadMapResult full{1, 2, u"名"_s, u"所"_s, u"大"_s, u"中"_s, u"小"_s};
-    const CRoadMapResult bare{1, 2, u"名"_s, {}, {}, {}, {}};
-    const auto row = [](SearchRule rule, const CRoadMapResult& result) {
-        QStringList texts;
-        for (const ResultColumn& column : SearchOutcome::Of(rule).Columns)
-            texts += QString::fromUtf16(column.Heading) + u'=' + column.Text(result);
-        return texts.join(u' ');
-    };
-    EXPECT_EQ(row(SearchRule::LandMark, full), u"施設=名 住所=所 小分類=小 中分類=中 大分類=大"_s);
-    EXPECT_EQ(row(SearchRule::LandMark, bare), u"施設=名 住所=－ 小分類= 中分類= 大分類="_s);
-    EXPECT_EQ(row(SearchRule::AddressKey, full), u"住所=所"_s);
-    EXPECT_EQ(row(SearchRule::AddressKey, bare), u"住所="_s);
-    for (const int status : {0, 2})
-        EXPECT_TRUE(SearchOutcome::IsFinished(status));
-    for (const int status : {-1, 1, 3, 1 << 30})
-        EXPECT_FALSE(SearchOutcome::IsFinished(status));
 }
 
 TEST(RoadMapSettings, HoldWhateverIsStoredWithinBounds)

@@ -112,6 +112,7 @@ void CDlgCity::LoadPlaces()
 
 void CDlgCity::AttachControls()
 {
+    IsQuiet = false;
     Tree = Item<CKivTreeCtrl>(CityId::Tree);
     if (!Tree)
         return;

@@ -53,6 +53,8 @@ void CDlgCity::OnCityAdd()
         parent = Document.Tree().Root();
         after = nullptr;
     }
+    if (!parent->IsFolder())
+        return; // a foreign overlay may put a place in front of the root
     if (add.AddKind == CAddCty::AddPlace)
         AddCity(parent, after);
     else if (add.AddKind == CAddCty::AddFolder)

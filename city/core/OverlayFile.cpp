@@ -75,7 +75,7 @@ QByteArray COverlayFile::Read(const QString& path)
 
 bool COverlayFile::IsWhole(const QByteArray& bytes) const
 {
-    return bytes == m_whole || OverlayJson::Parse(bytes).IsWhole;
+    return (!bytes.isEmpty() && bytes == m_whole) || OverlayJson::Parse(bytes).IsWhole;
 }
 
 namespace

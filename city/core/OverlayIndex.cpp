@@ -134,6 +134,11 @@ void COverlayIndex::Inserted(const picojson::array& nodes, size_t position, quin
     CArrayIndex& index = Of(nodes);
     if (index.Numbers.size() == nodes.size())
         return; // made just now, with the element in it
+    const bool isBehind = position == 0 || index.Numbers[position - 1] < number;
+    const bool isBefore =
+        position == index.Numbers.size() ? number <= index.LastNumber : number < index.Numbers[position];
+    if (!isBehind || !isBefore)
+        return Forget(nodes); // made anew since the element was erased; its number means nothing here
     index.Numbers.insert(index.Numbers.begin() + static_cast<std::ptrdiff_t>(position), number);
     if (position < index.ReadCount)
         ++index.ReadCount;

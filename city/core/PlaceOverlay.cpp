@@ -158,9 +158,15 @@ CPlaceOverlay::CCursor CPlaceOverlay::TrackJsonCursor(const CPlaceItem* item, co
 /// entry of that item; else what is recorded in it would never be found again.
 void CPlaceOverlay::Adopt(const CCursor& cursor, const CPlaceItem* item, const QString& name)
 {
-    if (!item->IsUpdated() && Is(cursor.Entry(), Key::Action, Action::Update) &&
-        Text(cursor.Entry(), Key::OriginalName) != name)
-        SetKey(cursor, Key::OriginalName, String(name));
+    if (item->IsUpdated() || !Is(cursor.Entry(), Key::Action, Action::Update) ||
+        Text(cursor.Entry(), Key::OriginalName) == name)
+        return;
+    const CPlaceItem* sibling = item->Parent() ? item->Parent()->FirstChild() : m_list.Tree().Root();
+    for (; sibling; sibling = sibling->Next()) {
+        if (sibling->IsUpdated() && sibling->Text() == name)
+            return; // it met this one, which has the name, too
+    }
+    SetKey(cursor, Key::OriginalName, String(name));
 }
 
 /// Makes of an entry that a replay would not follow, as only a damaged or foreign file has it, one that it follows;
@@ -176,22 +182,51 @@ void CPlaceOverlay::MakePassable(const CCursor& cursor)
 }
 
 /// An entry that gives its item a name must come behind those that take this name from a shipped item: they look for
-/// the name, and must not meet this item. It stays where it is when the tree's order keeps them apart.
+/// the name, and must not meet this item. A renaming stays where it is when the tree's order keeps the two apart; where
+/// an addition stands after a replay hangs on its neighbour, which may go later.
 void CPlaceOverlay::KeepBehindClaims(CCursor& cursor, const CPlaceItem* item)
 {
+    const bool isAdded = Is(cursor.Entry(), Key::Action, Action::Add);
     for (const size_t position : m_index.ClaimsBehind(*cursor.Holder, cursor.Position(), item->Text())) {
         const auto& claim = (*cursor.Holder)[position].get<picojson::object>();
         const auto latest = claim.find(Key::LatestName);
         const bool isRenaming = Is(claim, Key::Action, Action::Update) && latest != claim.end();
         const CPlaceItem* claimed =
             isRenaming ? m_list.Tree().SearchNodeItem(item->Parent(), Text(latest->second)) : nullptr;
-        if (claimed && claimed->Order() < item->Order())
+        if (!isAdded && claimed && claimed->Order() < item->Order())
             continue;
         PutLast(cursor);
-        if (Is(cursor.Entry(), Key::Action, Action::Add)) // what stood in front then may be gone by now
-            SetKey(cursor, Key::VerticalOffset, String(item->Previous() ? item->Previous()->Text() : QString()));
+        if (isAdded)
+            SetAnchor(cursor, item); // what stood in front then may be gone by now
+        else
+            KeepOwnClaim(cursor, item);
         return;
     }
+}
+
+/// A renaming that went to the end still looks for its shipped item: the entry that gives that name to an addition, or
+/// to an item further up, goes behind it. Each renaming so moved stands further up than the last, so this ends. The
+/// cursor may point elsewhere afterwards.
+void CPlaceOverlay::KeepOwnClaim(const CCursor& cursor, const CPlaceItem* item)
+{
+    const QString claimed = Text(cursor.Entry()[Key::OriginalName]);
+    const CPlaceItem* bearer = m_list.Tree().SearchNodeItem(item->Parent(), claimed);
+    if (!bearer || bearer == item)
+        return;
+    CCursor given = TrackJsonCursor(bearer, claimed);
+    const bool isAdded = Is(given.Entry(), Key::Action, Action::Add);
+    if (given.Position() > cursor.Position() || (!isAdded && bearer->Order() > item->Order()))
+        return;
+    PutLast(given);
+    if (isAdded)
+        SetAnchor(given, bearer);
+    else if (Is(given.Entry(), Key::Action, Action::Update))
+        KeepOwnClaim(given, bearer);
+}
+
+void CPlaceOverlay::SetAnchor(const CCursor& cursor, const CPlaceItem* item)
+{
+    SetKey(cursor, Key::VerticalOffset, String(item->Previous() ? item->Previous()->Text() : QString()));
 }
 
 void CPlaceOverlay::PutLast(CCursor& cursor)

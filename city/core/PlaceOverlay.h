@@ -107,6 +107,8 @@ private:
     void MakePassable(const CCursor& cursor);
     void Adopt(const CCursor& cursor, const CPlaceItem* item, const QString& name);
     void KeepBehindClaims(CCursor& cursor, const CPlaceItem* item);
+    void KeepOwnClaim(const CCursor& cursor, const CPlaceItem* item);
+    void SetAnchor(const CCursor& cursor, const CPlaceItem* item);
     void PutLast(CCursor& cursor);
     void Erase(const CCursor& cursor);
     void SetKey(const CCursor& cursor, const std::string& key, picojson::value value);

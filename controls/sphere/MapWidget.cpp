@@ -26,6 +26,16 @@ void CMapWidget::MarkChanged()
     update();
 }
 
+void CMapWidget::ForgetPress()
+{
+    const bool wasDrag = IsDragging();
+    m_press.reset();
+    if (!wasDrag)
+        return;
+    setCursor(Qt::CrossCursor);
+    MarkChanged(); // in full quality again
+}
+
 QRectF CMapWidget::ReadOutPlace() const
 {
     return MapFurniture::ReadOutPlace(MapFurniture::SmallFont(font()), OpenSize(),

@@ -37,7 +37,8 @@ protected:
     void PlaceCenter(const GeoPoint& center);
     void MarkChanged();
     [[nodiscard]] bool IsDragging() const { return m_press && m_press->IsDrag; }
-    void ForgetPress() { m_press.reset(); }
+    /// Other fingers have taken over.
+    void ForgetPress();
     /// Where the plate stands; whatever the map writes must keep off it.
     [[nodiscard]] QRectF ReadOutPlace() const;
 

@@ -211,6 +211,7 @@ TEST(PlaceOverlay, NamesThatChangeHandsReplayExactly)
         {{u"B"_s, u"T"_s}, {u"A"_s, u"B"_s}, {u"T"_s, u"A"_s}},
         {{u"A"_s, u"T"_s}, {u"B"_s, u"A"_s}, {u"C"_s, u"B"_s}, {u"T"_s, u"C"_s}},
         {{u"X"_s, u"X"_s}, {u"C"_s, u""_s}, {u"X"_s, u"C"_s}, {u"B"_s, u""_s}, {u"C"_s, u"B"_s}},
+        {{u"A"_s, u"B2"_s}, {u"A"_s, u"A"_s}, {u"C"_s, u""_s}, {u"B2"_s, u"C"_s}},
     };
     for (const CSteps& steps : cases) {
         CPlacesInFolder f;
@@ -253,6 +254,35 @@ TEST(PlaceOverlay, ARenamingThatTheShippedListTakesOverStaysAlive)
     document.AddFolder(f.At({u"Overseas"_s}), nullptr, u"B"_s);
     ASSERT_TRUE(document.SaveCityList().IsAll());
     EXPECT_EQ(Outline(f.Open().Tree().Root()->FirstChild()), u"Japan(Kanto(Haven 港見台)) Overseas(B A Ridge)"_s);
+}
+
+TEST(PlaceOverlay, EditsAfterAnUndoMeetTheirOwnEntries)
+{
+    CPlacesInFolder f;
+    f.Put(SmallList);
+    CPlaceDocument& document = f.Open();
+    AddSpot(f, u"X"_s, {u"Overseas"_s, u"Ridge"_s});
+    AddSpot(f, u"Y"_s, {u"Overseas"_s, u"X"_s});
+    document.Delete(f.At({u"Overseas"_s, u"X"_s}));
+    document.Delete(f.At({u"Overseas"_s}));
+    document.Undo();
+    document.UpdatePlace(f.At({u"Overseas"_s, u"Y"_s}), u"Y2"_s, Values(1, 2, 3, 4));
+    document.Undo();
+    document.Undo();
+    document.UpdatePlace(f.At({u"Overseas"_s, u"Y"_s}), u"Y3"_s, Values(1, 2, 3, 4));
+    ASSERT_TRUE(document.SaveCityList().IsAll());
+    EXPECT_EQ(Outline(f.Open().Tree().Root()->FirstChild()), u"Japan(Kanto(Harbour 港見台)) Overseas(Ridge X Y3)"_s);
+}
+
+TEST(PlaceOverlay, ARenamingThatMetItsItemIsNoOthers)
+{
+    CPlacesInFolder f;
+    f.Put("@X\n#\n@Z\n#\n");
+    f.PutOverlay(InRoot(Node("update", "X", '[' + Node("add", "Mine") + ']', "node", "Z")));
+    CPlaceDocument& document = f.Open();
+    document.AddFolder(f.At({})->LastChild(), nullptr, u"New"_s); // in the second Z: the entries mean the first
+    ASSERT_TRUE(document.SaveCityList().IsAll());
+    EXPECT_EQ(Outline(f.Open().Tree().Root()->FirstChild()), u"Z(New Mine) Z"_s);
 }
 
 TEST(PlaceOverlay, NamesClashAmongSiblingsOnly)

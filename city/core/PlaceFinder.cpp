@@ -80,20 +80,11 @@ void CPlaceFinder::SetTree(const CPlaceTree& tree)
     m_names.clear();
     m_starts.clear();
     m_matches.clear();
-    CPlaceItem* item = tree.Root();
-    while (item) {
+    for (CPlaceItem* item = tree.Root(); item; item = item->Following()) {
         m_items.push_back(item);
         m_starts.push_back(m_names.size());
         AppendFolded(m_names, item->Text());
         m_names += Separator;
-        if (item->FirstChild()) {
-            item = item->FirstChild();
-            continue;
-        }
-        while (item && !item->Next())
-            item = item->Parent();
-        if (item)
-            item = item->Next();
     }
 }
 

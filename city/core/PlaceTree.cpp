@@ -10,6 +10,16 @@ constexpr quint64 FirstOrder = quint64(1) << 63;
 constexpr quint64 LastOrder = std::numeric_limits<quint64>::max();
 } // namespace
 
+CPlaceItem* CPlaceItem::Following() const
+{
+    if (m_firstChild)
+        return m_firstChild;
+    const CPlaceItem* item = this;
+    while (item && !item->m_next)
+        item = item->Parent();
+    return item ? item->m_next : nullptr;
+}
+
 void CPlaceItem::AddToIndex(CPlaceItem* child)
 {
     if (!m_childrenByText)

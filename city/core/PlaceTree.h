@@ -26,6 +26,8 @@ public:
     [[nodiscard]] CPlaceItem* LastChild() const { return m_lastChild; }
     [[nodiscard]] CPlaceItem* Next() const { return m_next; }
     [[nodiscard]] CPlaceItem* Previous() const { return m_previous; }
+    /// The next item of the tree as it is read from top to bottom; null after the last.
+    [[nodiscard]] CPlaceItem* Following() const;
     /// Ascending among siblings. The numbers may change when a sibling is added, their order does not.
     [[nodiscard]] quint64 Order() const { return m_order; }
     /// Whether an entry of the overlay is known to hold this item's new name or values.

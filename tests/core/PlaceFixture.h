@@ -10,29 +10,26 @@
 #include <functional>
 #include <memory>
 
-/// The tree, one item a line, indented by level: a place with its values as the overlay holds them.
-inline QString TreeText(const CPlaceDocument& document)
+/// The tree, one item a line, indented by level and described as told.
+template <typename Describe> QString TreeText(const CPlaceTree& tree, const Describe& describe)
 {
     QString text;
-    int depth = 0;
-    const CPlaceItem* item = document.Tree().Root();
-    while (item) {
-        text += QString(depth, u' ') + item->Text();
-        if (!item->IsFolder())
-            text += QLatin1StringView(" = ") + document.List().GetLocationData(item->Data());
-        text += u'\n';
-        if (item->FirstChild()) {
-            item = item->FirstChild();
-            ++depth;
-            continue;
-        }
-        while (item && !item->Next()) {
-            item = item->Parent();
-            --depth;
-        }
-        item = item ? item->Next() : nullptr;
+    for (const CPlaceItem* item = tree.Root(); item; item = item->Following()) {
+        for (const CPlaceItem* above = item->Parent(); above; above = above->Parent())
+            text += u' ';
+        text += describe(item) + u'\n';
     }
     return text;
+}
+
+/// The tree, a place with its values as the overlay holds them.
+inline QString TreeText(const CPlaceDocument& document)
+{
+    return TreeText(document.Tree(), [&document](const CPlaceItem* item) {
+        return item->IsFolder()
+                   ? item->Text()
+                   : item->Text() + QLatin1StringView(" = ") + document.List().GetLocationData(item->Data());
+    });
 }
 
 /// The same without the values: "a(b c(d))" for each item with its children.

@@ -1,4 +1,5 @@
 #include "FillingFile.h"
+#include "PlaceFixture.h"
 #include "city/core/PlaceList.h"
 #include "core_test.h"
 #include "host/text/CodePage932.h"
@@ -33,7 +34,7 @@ const QByteArray Example =
     "Sample Ridge                            ,118.0575000W,33.2500000S,   1742,-08.00, 1, 1,12\r\n"
     "#\r\n";
 
-constexpr char Values[] = ",1E,2N,3,+9,0,0,0\n";
+constexpr char ValueFields[] = ",1E,2N,3,+9,0,0,0\n";
 
 /// A list in a folder of its own, fed with bytes.
 class CListInFolder
@@ -65,24 +66,9 @@ public:
     /// The tree, one item a line: a folder's text, or a place's index and text.
     [[nodiscard]] QString TreeText() const
     {
-        QString text;
-        int depth = 0;
-        const CPlaceItem* item = List.Tree().Root();
-        while (item) {
-            text += QString(depth, u' ') + (item->IsFolder() ? QString() : QString::number(item->Data()) + u' ') +
-                    item->Text() + u'\n';
-            if (item->FirstChild()) {
-                item = item->FirstChild();
-                ++depth;
-                continue;
-            }
-            while (item && !item->Next()) {
-                item = item->Parent();
-                --depth;
-            }
-            item = item ? item->Next() : nullptr;
-        }
-        return text;
+        return ::TreeText(List.Tree(), [](const CPlaceItem* item) {
+            return item->IsFolder() ? item->Text() : QString::number(item->Data()) + u' ' + item->Text();
+        });
     }
 
     /// "report*times" of all reports, equal neighbours counted together.
@@ -144,7 +130,7 @@ TEST(PlaceList, ShippedListIsReadWholeAndWrittenBack)
 
 TEST(PlaceList, BuildsTheTreeOfAnyFile)
 {
-    const QByteArray v = Values;
+    const QByteArray v = ValueFields;
     struct Row
     {
         QByteArray File;
@@ -208,7 +194,7 @@ TEST(PlaceList, CutsLongNamesWithoutTouchingTheComma)
     for (int ascii = 0; ascii < 3; ++ascii) { // the cut falls before, into and behind a character
         CListInFolder f;
         const QString name = QString(ascii, u'x') + QString(30, u'日');
-        f.Load("@A\n" + CodePage932::Encode(name) + Values);
+        f.Load("@A\n" + CodePage932::Encode(name) + ValueFields);
         const QByteArray line = f.Saved().split('\n')[1];
         EXPECT_EQ(line.indexOf(','), 40);
         QString text;
@@ -291,7 +277,7 @@ TEST(PlaceList, StopsAtFullTables)
         CListInFolder f;
         WriteFile(f.List.UserListFilePath, "old");
         const QByteArray file =
-            isFolders ? QByteArray("@f\n").repeated(3000) : "@A\n" + (QByteArray("p") + Values).repeated(20000);
+            isFolders ? QByteArray("@f\n").repeated(3000) : "@A\n" + (QByteArray("p") + ValueFields).repeated(20000);
         EXPECT_THROW(f.Load(file), CInvalidArgument);
         EXPECT_EQ(f.List.FolderCount(), isFolders ? 2000 : 2);
         EXPECT_EQ(f.List.PlaceCount(), isFolders ? 0 : 10000);

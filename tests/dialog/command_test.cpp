@@ -141,7 +141,7 @@ TEST(StringTable, HoldsTheCommandWindowsNames)
 
 TEST_F(CommandTest, EnterSendsAndTheNextLineIsTypedAtOnce)
 {
-    const int result = Run([this](CDlgCommand& dialog) {
+    const int result = Run([](CDlgCommand& dialog) {
         EXPECT_EQ(dialog.windowTitle(), u"コマンド入力 (for Debug of Map CorKiv)"_s);
         EXPECT_TRUE(Command(dialog).hasFocus());
         Press(Qt::Key_Return); // nothing typed, nothing sent

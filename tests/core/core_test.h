@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QDateTime>
-#include <QFile>
+#include "tests/TestFile.h"
+
 #include <QString>
 
 #include <gtest/gtest.h>
@@ -15,22 +15,4 @@ inline constexpr double Infinity = std::numeric_limits<double>::infinity();
 inline void PrintTo(const QString& text, std::ostream* out)
 {
     *out << '"' << text.toStdString() << '"';
-}
-
-/// Writes a file, changed at the given time.
-inline void WriteFile(const QString& path, const QByteArray& bytes, const QDateTime& changed = {})
-{
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    ASSERT_EQ(file.write(bytes), bytes.size());
-    ASSERT_TRUE(file.flush());
-    if (changed.isValid()) {
-        ASSERT_TRUE(file.setFileTime(changed, QFileDevice::FileModificationTime));
-    }
-}
-
-inline QByteArray ReadFile(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(none)");
 }

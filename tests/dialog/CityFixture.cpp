@@ -7,7 +7,6 @@
 #include "host/text/CodePage932.h"
 
 #include <QAbstractButton>
-#include <QFile>
 #include <QLineEdit>
 #include <QTest>
 #include <QWindow>
@@ -171,17 +170,4 @@ void CCityFixture::Drag(const char* from, const char* to, bool cancel)
     if (cancel)
         Mouse(QEvent::MouseButtonPress, end, Qt::RightButton, Qt::LeftButton | Qt::RightButton);
     Mouse(QEvent::MouseButtonRelease, end, Qt::LeftButton, Qt::NoButton);
-}
-
-void CCityFixture::WriteFile(const char* name, const QByteArray& bytes) const
-{
-    QFile file(PathOf(name));
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-}
-
-QByteArray CCityFixture::ReadFile(const char* name) const
-{
-    QFile file(PathOf(name));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(none)");
 }

@@ -3,6 +3,7 @@
 #include "city/ControlIds.h"
 #include "city/DlgCity.h"
 #include "host/dialog/KivTreeCtrl.h"
+#include "tests/TestFile.h"
 #include "tests/dialog/Doubles.h"
 
 #include <QApplication>
@@ -61,8 +62,8 @@ protected:
     void Mouse(QEvent::Type type, QPoint dialogPoint, Qt::MouseButton button, Qt::MouseButtons buttons);
     [[nodiscard]] QPoint PointOf(const char* path) const;
 
-    void WriteFile(const char* name, const QByteArray& bytes) const;
-    [[nodiscard]] QByteArray ReadFile(const char* name) const;
+    void WriteFile(const char* name, const QByteArray& bytes) const { ::WriteFile(PathOf(name), bytes); }
+    [[nodiscard]] QByteArray ReadFile(const char* name) const { return ::ReadFile(PathOf(name)); }
     [[nodiscard]] QString PathOf(const char* name) const { return Folder.filePath(QString::fromUtf8(name)); }
 
     QTemporaryDir Folder;

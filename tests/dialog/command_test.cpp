@@ -131,14 +131,6 @@ protected:
 };
 } // namespace
 
-TEST(StringTable, HoldsTheCommandWindowsNames)
-{
-    EXPECT_EQ(StringTable::Load(7227), u"Commands"_s);
-    EXPECT_EQ(StringTable::Load(7228), u"Command"_s);
-    EXPECT_EQ(StringTable::Load(7229), u"Enable"_s);
-    EXPECT_EQ(StringTable::Load(7230), u"Dialog\\Command"_s);
-}
-
 TEST_F(CommandTest, EnterSendsAndTheNextLineIsTypedAtOnce)
 {
     const int result = Run([](CDlgCommand& dialog) {

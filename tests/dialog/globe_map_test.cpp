@@ -1,9 +1,9 @@
 #include "controls/globe_map/GlobeMap.h"
 #include "host/control/ControlNumbers.h"
 #include "host/text/CodePage932.h"
+#include "tests/TestFile.h"
 
 #include <QDir>
-#include <QFile>
 #include <QMouseEvent>
 #include <QTemporaryDir>
 #include <QTest>
@@ -23,13 +23,6 @@ namespace
 {
 constexpr double Nan = std::numeric_limits<double>::quiet_NaN();
 constexpr double Infinity = std::numeric_limits<double>::infinity();
-
-void WriteFile(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-}
 
 QByteArray PlaceLine(const char16_t* name, const char* rest)
 {
@@ -164,15 +157,6 @@ TEST_F(GlobeMapTest, ZoomGoesByThePower)
     }
     m_map.Invoke(Method::SetZoom, {Nan});
     EXPECT_NEAR(m_map.ViewAngle(), 2, 1e-9);
-}
-
-TEST_F(GlobeMapTest, KindsHaveNames)
-{
-    EXPECT_EQ(m_map.Invoke(Method::FeatureCount, {}).toInt(), 8);
-    EXPECT_EQ(m_map.Invoke(Method::FeatureName, {0}).toString(), u"観測地"_s);
-    EXPECT_EQ(m_map.Invoke(Method::FeatureName, {7}).toString(), u"その他"_s);
-    for (const int kind : {-1, 8, std::numeric_limits<int>::max()})
-        EXPECT_EQ(m_map.Invoke(Method::FeatureName, {kind}).toString(), QString());
 }
 
 TEST_F(GlobeMapTest, ClickPicksThePointUnderThePointer)

@@ -2,12 +2,11 @@
 #include "city/DlgCity.h"
 #include "host/dialog/KivTreeCtrl.h"
 #include "host/text/CodePage932.h"
+#include "tests/TestFile.h"
 #include "tests/dialog/ObsFixture.h"
 
 #include <QAbstractButton>
 #include <QApplication>
-#include <QDir>
-#include <QFile>
 #include <QTest>
 #include <QTimer>
 
@@ -20,10 +19,9 @@ class ObsCity : public CObsFixture
 protected:
     void WriteList(const char* folder, bool isAutoAltitude = true) const
     {
-        QFile list(Folder.filePath(QString::fromUtf8(folder) + u"/kivpel.obs"_s));
-        EXPECT_TRUE(list.open(QIODevice::WriteOnly));
-        list.write("#PLACE LIST\r\nSite,010.5000000W,20.5000000S,    123,-08.00, ");
-        list.write(isAutoAltitude ? "1, 0, 2\r\n" : "0, 0, 2\r\n");
+        const QByteArray head = "#PLACE LIST\r\nSite,010.5000000W,20.5000000S,    123,-08.00, ";
+        WriteFile(Folder.filePath(QString::fromUtf8(folder) + u"/kivpel.obs"_s),
+                  head + (isAutoAltitude ? "1, 0, 2\r\n" : "0, 0, 2\r\n"));
     }
 
     /// Opens the city list with the button and does the steps in it; a list left open is cancelled.

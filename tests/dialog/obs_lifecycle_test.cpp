@@ -1,8 +1,8 @@
 #include "host/dialog/ThemedControls.h"
 #include "host/system/Registry.h"
+#include "tests/TestFile.h"
 #include "tests/dialog/ObsFixture.h"
 
-#include <QDir>
 #include <QFile>
 #include <QRegularExpression>
 #include <QTest>
@@ -74,10 +74,8 @@ TEST_F(ObsLifecycle, OpeningSaysExactlyThis)
 
 TEST_F(ObsLifecycle, TerrainIndexGoesOutWithoutBlanksAndStays)
 {
-    QDir(Folder.path()).mkdir(u"terrain data"_s);
     TerrainPath = Folder.filePath(u"terrain data/earth.idx"_s);
-    QFile index(TerrainPath);
-    ASSERT_TRUE(index.open(QIODevice::WriteOnly));
+    WriteFile(TerrainPath, {});
     Transcript.Take();
     EXPECT_EQ(Dialog->DoModeless(&HostEngine, TerrainPath), 1);
     const QString said = QString::fromStdString(Transcript.Take());
@@ -136,14 +134,10 @@ TEST_F(ObsLifecycle, LandmarkListIsChosenBeforeTheRefresh)
                        {"first start", true, true, false, true, "module/kivpel.obs", true, true}};
     const QDateTime now = QDateTime::currentDateTimeUtc();
     const auto put = [this](const char* name, bool exists, const QDateTime& changed) {
-        QFile file(Folder.filePath(QString::fromLatin1(name)));
-        file.remove();
-        if (!exists)
-            return;
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write("// head\r\n");
-        file.flush();
-        file.setFileTime(changed, QFileDevice::FileModificationTime);
+        const QString path = Folder.filePath(QString::fromLatin1(name));
+        QFile::remove(path);
+        if (exists)
+            WriteFile(path, "// head\r\n", changed);
     };
     for (const Case& c : cases) {
         put("data/kivpel.obs", c.Shipped, c.Newer ? now : now.addDays(-2));
@@ -289,12 +283,10 @@ TEST_F(ObsLifecycle, WithoutObserverOrEngineNothingBreaks)
 
 TEST_F(ObsLifecycle, NonsenseInTheSettingsFallsBack)
 {
-    QFile file(Folder.filePath(u"settings.ini"_s));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("[Dialog]\nObs\\ViewAngle=99999\nObs\\FeatureObs=abc\nObs\\FeatureCity=-7\nObs\\FeatureOther=1e9\n"
-               "Obs\\AutoAltitude=99999999999\n");
-    file.close();
-    CRegistry::UseFile(file.fileName());
+    const QString file = Folder.filePath(u"settings.ini"_s);
+    WriteFile(file, "[Dialog]\nObs\\ViewAngle=99999\nObs\\FeatureObs=abc\nObs\\FeatureCity=-7\nObs\\FeatureOther=1e9\n"
+                    "Obs\\AutoAltitude=99999999999\n");
+    CRegistry::UseFile(file);
     CRegistry::Write(u"General"_s, u"CorKiv"_s, 3, CRegistry::Count); // the class of the host's engine here
     Transcript.Take();
     EXPECT_EQ(Dialog->DoModeless(&HostEngine, TerrainPath), 1);

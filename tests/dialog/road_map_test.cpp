@@ -7,9 +7,8 @@
 #include "planetarium/DataFolders.h"
 #include "roadmap/core/CormppCheck.h"
 #include "roadmap/core/MappleDataCheck.h"
+#include "tests/TestFile.h"
 
-#include <QDir>
-#include <QFile>
 #include <QSet>
 #include <QTemporaryDir>
 #include <QTest>
@@ -42,14 +41,6 @@ constexpr char Facilities[] = "国立天文台三鷹,東京都三鷹市大沢,�
                               "富士山,静岡県・山梨県,自然,山岳,山,35.3606,138.7274\n"
                               "ドーム,東京都港区,天文・宇宙,プラネタリウム,天文台の隣,35.65,139.75\n"
                               "too,few,fields\n";
-
-void WriteFile(const QString& path, const QByteArray& bytes)
-{
-    ASSERT_TRUE(QDir().mkpath(QFileInfo(path).path()));
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-}
 
 /// Brings a control of its own over a data folder to a fixed size, and keeps the events that it raised.
 class CMapStage

@@ -2,10 +2,10 @@
 #include "controls/sky_engine/SkyEngine.h"
 #include "host/control/ControlNumbers.h"
 #include "host/text/Number.h"
+#include "tests/TestFile.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QMouseEvent>
 #include <QPointingDevice>
 #include <QTemporaryDir>
@@ -29,12 +29,6 @@ void ExpectExchanges(CSkyEngine& engine, std::initializer_list<Exchange> exchang
     for (const Exchange& exchange : exchanges)
         EXPECT_EQ(engine.Command(QString::fromUtf8(exchange.Line)), QString::fromUtf8(exchange.Answer))
             << exchange.Line;
-}
-
-bool WriteFile(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
 }
 
 /// Metres as the tiles hold them.
@@ -201,12 +195,12 @@ TEST(SkyEngine, TakesTheAltitudeFromTheTerrainWhileAutomatic)
     QTemporaryDir folder;
     const QString index = folder.filePath(u"terrain.kti"_s);
     // A whole turn of four by two cells, and a finer tile with a gap in its south-east.
-    ASSERT_TRUE(WriteFile(folder.filePath(u"world.dem"_s), Heights({0, 100, 200, 300, 0, 100, 200, 300})));
-    ASSERT_TRUE(WriteFile(folder.filePath(u"japan.dem"_s), Heights({1000, -2000, 3000, -32768})));
-    ASSERT_TRUE(WriteFile(folder.filePath(u"short.dem"_s), Heights({1, 2, 3})));
-    ASSERT_TRUE(WriteFile(index, "KTI1\nworld.dem -180 -90 180 90 4 2\njapan.dem 130 30 132 32 2 2\n"
-                                 "short.dem 0 0 1 1 2 2\nshort.dem 0 0 1 1 1000000 1000000\n"
-                                 "missing.dem 0 0 1 1 1 1\n../world.dem 0 0 1 1 4 2\nrubbish\n"));
+    WriteFile(folder.filePath(u"world.dem"_s), Heights({0, 100, 200, 300, 0, 100, 200, 300}));
+    WriteFile(folder.filePath(u"japan.dem"_s), Heights({1000, -2000, 3000, -32768}));
+    WriteFile(folder.filePath(u"short.dem"_s), Heights({1, 2, 3}));
+    WriteFile(index, "KTI1\nworld.dem -180 -90 180 90 4 2\njapan.dem 130 30 132 32 2 2\n"
+                     "short.dem 0 0 1 1 2 2\nshort.dem 0 0 1 1 1000000 1000000\n"
+                     "missing.dem 0 0 1 1 1 1\n../world.dem 0 0 1 1 4 2\nrubbish\n");
     CSkyEngine engine(nullptr, QString());
     engine.Command(u"Solar.Planet.Earth.Landscape.IndexFile = \""_s + index +
                    u"\"; Location.Altitude.AutoGet = TRUE"_s);
@@ -241,8 +235,8 @@ TEST(SkyEngine, LivesWithoutTerrain)
 {
     QTemporaryDir folder;
     const QString wrongHead = folder.filePath(u"wrong.kti"_s);
-    ASSERT_TRUE(WriteFile(folder.filePath(u"one.dem"_s), Heights({77})));
-    ASSERT_TRUE(WriteFile(wrongHead, "KTI2\none.dem -180 -90 180 90 1 1\n"));
+    WriteFile(folder.filePath(u"one.dem"_s), Heights({77}));
+    WriteFile(wrongHead, "KTI2\none.dem -180 -90 180 90 1 1\n");
     CSkyEngine engine(nullptr, QString());
     for (const QString& file : {wrongHead, folder.path(), folder.filePath(u"missing"_s), u"/dev/zero"_s, QString()}) {
         engine.Command(u"Location.Altitude.AutoGet = TRUE; Solar.Planet.Earth.Landscape.IndexFile = \""_s + file +

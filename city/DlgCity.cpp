@@ -163,6 +163,8 @@ void CDlgCity::OnSelchangedSetObsTreeCity()
     if (IsPlaceSelected != 0)
         ShowPlace(Document.Place(SelectedIndex));
     EnableBtn();
+    if (FindLine && !FindLine->isHidden())
+        ShowMatchCount();
 }
 
 /// Takes a place over into the coordinates; its altitude may be the terrain's.
@@ -215,6 +217,9 @@ void CDlgCity::OnObsSetInit()
 
 void CDlgCity::OnOK()
 {
+    if (IsListWritable == 0 && Document.CanUndo())
+        MessageBox(u"観測地ファイルが読み取り専用のため、観測地の変更は保存されません。\n\n"_s + Paths.ListFilePath,
+                   IPrompts::Icon::Exclamation);
     if (IsModified != 0 && IsListWritable != 0 && !SavePlaces())
         return;
     UpdateData();

@@ -41,6 +41,8 @@ bool CDlgCity::RefusesName(const CPlaceItem* parent, const QString& newName, con
 
 void CDlgCity::OnCityAdd()
 {
+    if (!Document.Tree().Root())
+        return; // a foreign overlay may have deleted the root
     CAddCty add(this);
     add.AddKind = CAddCty::AddPlace;
     if (add.DoModal() != Accepted)

@@ -27,6 +27,8 @@ bool CEdtCty::OnInitDialog()
 {
     CCoordinateDialog::OnInitDialog();
     WithoutNotices([this] { ListKinds(); });
+    if (auto* name = Item<CKivEdit>(EditCityId::EditName))
+        name->selectAll(); // the first key replaces the name
     return true;
 }
 

@@ -2,6 +2,7 @@
 
 #include "city/ControlIds.h"
 #include "city/core/PlaceName.h"
+#include "host/dialog/ThemedControls.h"
 #include "res/StringTable.h"
 
 using namespace Qt::StringLiterals;
@@ -18,6 +19,14 @@ void CEdtFld::DoDataExchange(CDataExchange* exchange)
 {
     CKivDialog::DoDataExchange(exchange);
     DDX_Text(exchange, EditFolderId::EditName, Name);
+}
+
+bool CEdtFld::OnInitDialog()
+{
+    CKivDialog::OnInitDialog();
+    if (auto* name = Item<CKivEdit>(EditFolderId::EditName))
+        name->selectAll(); // the first key replaces the name
+    return true;
 }
 
 void CEdtFld::OnOK()

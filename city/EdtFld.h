@@ -20,5 +20,6 @@ public:
 
 protected:
     void DoDataExchange(CDataExchange* exchange) override;
+    bool OnInitDialog() override;
     void OnOK() override;
 };

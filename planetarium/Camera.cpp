@@ -1,5 +1,6 @@
 #include "planetarium/Camera.h"
 
+#include "host/dialog/KivDialog.h"
 #include "planetarium/MainWindow.h"
 
 #include <QApplication>
@@ -56,13 +57,34 @@ void CCamera::Record(CMainWindow& window, const QString& name, const std::functi
 
 void CCamera::AnswerNextBox(const QString& picture)
 {
+    ++m_awaited;
     QTimer::singleShot(0, qApp, [this, picture] {
         auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
         if (!box)
             return;
+        --m_awaited;
         Shoot(*box, picture);
         box->defaultButton()->click();
     });
+}
+
+void CCamera::InNext(int templateNumber, const std::function<void(CKivDialog&)>& steps)
+{
+    ++m_awaited;
+    auto* poll = new QTimer(qApp);
+    poll->callOnTimeout([this, poll, templateNumber, steps] {
+        auto* dialog = qobject_cast<CKivDialog*>(QApplication::activeModalWidget());
+        if (!dialog || dialog->TemplateNumber() != templateNumber)
+            return;
+        --m_awaited;
+        poll->stop();
+        poll->deleteLater();
+        Settle();
+        steps(*dialog);
+        if (dialog->isVisible())
+            dialog->reject();
+    });
+    poll->start(1);
 }
 
 void CCamera::Note(const QString& name, bool written)

@@ -5,6 +5,7 @@
 
 #include <functional>
 
+class CKivDialog;
 class CMainWindow;
 class QPointF;
 class QWidget;
@@ -23,9 +24,12 @@ public:
     /// Takes the picture of the next message box and presses its first button, from inside the box's own loop. The
     /// camera must outlive the box.
     void AnswerNextBox(const QString& picture);
+    /// Does the steps inside the loop of the next dialog with this template, and cancels it when they leave it open.
+    /// The camera must outlive the dialog.
+    void InNext(int templateNumber, const std::function<void(CKivDialog&)>& steps);
 
-    /// Whether nothing failed so far.
-    [[nodiscard]] bool AllWritten() const { return m_allWritten; }
+    /// Whether nothing failed so far, and every box and dialog waited for came.
+    [[nodiscard]] bool AllWritten() const { return m_allWritten && m_awaited == 0; }
 
     /// Lets the windows lay themselves out and paint.
     static void Settle();
@@ -37,4 +41,5 @@ private:
 
     QDir m_folder;
     bool m_allWritten = true;
+    int m_awaited = 0; ///< boxes and dialogs
 };

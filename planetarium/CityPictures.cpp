@@ -12,32 +12,11 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMouseEvent>
-#include <QTimer>
-
-#include <functional>
 
 using namespace Qt::StringLiterals;
 
 namespace
 {
-/// Does the steps inside the loop of the next dialog with this template, and cancels it when they leave it open.
-void InNext(int templateNumber, std::function<void(CKivDialog&)> steps)
-{
-    auto* poll = new QTimer(qApp);
-    poll->callOnTimeout([poll, templateNumber, steps = std::move(steps)] {
-        auto* dialog = qobject_cast<CKivDialog*>(QApplication::activeModalWidget());
-        if (!dialog || dialog->TemplateNumber() != templateNumber)
-            return;
-        poll->stop();
-        poll->deleteLater();
-        CCamera::Settle();
-        steps(*dialog);
-        if (dialog->isVisible())
-            dialog->reject();
-    });
-    poll->start(1);
-}
-
 void Key(QWidget& widget, int key, const QString& text = QString(), Qt::KeyboardModifiers modifiers = Qt::NoModifier)
 {
     QKeyEvent press(QEvent::KeyPress, key, modifiers, text);
@@ -83,12 +62,12 @@ void DragHalfway(CKivDialog& list, CKivTreeCtrl& tree, const QModelIndex& from, 
 
 void ShootEditors(CCamera& camera, const CKivDialog& list)
 {
-    InNext(EditCityId::Template, [&camera](CKivDialog& editor) { camera.Shoot(editor, u"city-place.png"_s); });
+    camera.InNext(EditCityId::Template, [&camera](CKivDialog& editor) { camera.Shoot(editor, u"city-place.png"_s); });
     Press(list, CityId::ButtonEdit);
-    InNext(AddCityId::Template, [&camera](CKivDialog& add) {
+    camera.InNext(AddCityId::Template, [&camera](CKivDialog& add) {
         camera.Shoot(add, u"city-add.png"_s);
         // A sibling's name is refused by the list.
-        InNext(EditCityId::Template, [&camera](CKivDialog& editor) {
+        camera.InNext(EditCityId::Template, [&camera](CKivDialog& editor) {
             if (auto* name = editor.Item<QLineEdit>(EditCityId::EditName))
                 name->setText(u"富士山"_s);
             camera.AnswerNextBox(u"box-duplicate.png"_s);
@@ -102,17 +81,20 @@ void ShootEditors(CCamera& camera, const CKivDialog& list)
 }
 
 /// A folder taken to another one by keyboard, which asks where it goes.
-void ShootFolders(CCamera& camera, const CKivDialog& list, CKivTreeCtrl& tree)
+void ShootFolders(CCamera& camera, CKivDialog& list, CKivTreeCtrl& tree)
 {
     const QModelIndex root = tree.model()->index(0, 0);
     const QModelIndex first = tree.model()->index(0, 0, root);
     tree.Select(first);
-    InNext(EditFolderId::Template, [&camera](CKivDialog& editor) { camera.Shoot(editor, u"city-folder.png"_s); });
+    camera.InNext(EditFolderId::Template,
+                  [&camera](CKivDialog& editor) { camera.Shoot(editor, u"city-folder.png"_s); });
     Press(list, CityId::ButtonEdit);
+    list.activateWindow(); // offscreen, nobody brings it back to the front
+    CCamera::Settle();
     tree.setFocus();
     Key(tree, Qt::Key_X, {}, Qt::ControlModifier);
     tree.Select(first.siblingAtRow(1));
-    InNext(MoveToId::Template, [&camera](CKivDialog& moveTo) { camera.Shoot(moveTo, u"city-move-to.png"_s); });
+    camera.InNext(MoveToId::Template, [&camera](CKivDialog& moveTo) { camera.Shoot(moveTo, u"city-move-to.png"_s); });
     Key(tree, Qt::Key_V, {}, Qt::ControlModifier);
 }
 
@@ -138,6 +120,6 @@ void ShootList(CCamera& camera, CKivDialog& list)
 
 void CityPictures::Take(CCamera& camera, CMainWindow& window)
 {
-    InNext(CityId::Template, [&camera](CKivDialog& list) { ShootList(camera, list); });
+    camera.InNext(CityId::Template, [&camera](CKivDialog& list) { ShootList(camera, list); });
     Press(window.Host().SiteDialog(), ObsId::ButtonCity);
 }

@@ -2,6 +2,7 @@
 
 #include "host/control/ControlArguments.h"
 #include "host/control/ControlNumbers.h"
+#include "host/dialog/HeldKey.h"
 #include "host/dialog/HostMessage.h"
 #include "host/dialog/ThemedControls.h"
 #include "host/dialog/WaitCursor.h"
@@ -342,8 +343,8 @@ bool CDlgMapple::PreTranslateMessage(QKeyEvent& key)
     case Qt::Key_Return:
     case Qt::Key_Enter:
     case Qt::Key_Escape:
-        if (!key.isAutoRepeat()) // a key still held from the search window is not meant for this one
-            OnClose();           // whatever control has the focus
+        if (!IsHeldEndKey(key))
+            OnClose(); // whatever control has the focus
         return true;
     default:
         return CKivDialog::PreTranslateMessage(key);

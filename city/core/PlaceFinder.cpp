@@ -46,6 +46,10 @@ char16_t FoldedCharacter(char16_t c)
         return u'~';
     if (c == u'−')
         return u'-';
+    if (c == u'\u2014' || c == u'\u2015') // the same for the dash
+        return u'\u2015';
+    if (c == u'\u2016' || c == u'\u2225') // and the double bar
+        return u'\u2225';
     if (c >= HalfWidthFirst && c < HalfWidthVoiced)
         return HalfWidth[static_cast<size_t>(c - HalfWidthFirst)];
     return c == u'　' ? u' ' : u'\0';

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 CPlaceModel::CPlaceModel(CPlaceDocument& document, QObject* parent) : QAbstractItemModel(parent), m_document(document)
 {
     m_document.Tree().SetListener(this);
@@ -80,8 +82,12 @@ QVariant CPlaceModel::data(const QModelIndex& index, int role) const
     const CPlaceItem* item = Item(index);
     if (!item)
         return {};
-    if (role == Qt::DisplayRole || role == Qt::ToolTipRole) // a long name does not fit
+    if (role == Qt::DisplayRole)
         return item->Text();
+    if (role == Qt::ToolTipRole) { // a long name does not fit; as marked-up text it wraps
+        constexpr qsizetype mostShown = 500;
+        return u"<span>%1</span>"_s.arg(item->Text().left(mostShown).toHtmlEscaped());
+    }
     return role == DataRole ? item->Data() : QVariant();
 }
 

@@ -1,5 +1,6 @@
 #include "host/dialog/KivDialog.h"
 
+#include "host/dialog/HeldKey.h"
 #include "host/dialog/Help.h"
 #include "host/dialog/TemplateLoader.h"
 #include "host/dialog/ThemedControls.h"
@@ -269,6 +270,8 @@ void CKivDialog::closeEvent(QCloseEvent* event)
 
 void CKivDialog::keyPressEvent(QKeyEvent* event)
 {
+    if (IsHeldEndKey(*event))
+        return;
     switch (event->key()) {
     case Qt::Key_F1:
         Help::Show(this, m_templateNumber);

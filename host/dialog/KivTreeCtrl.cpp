@@ -5,10 +5,14 @@
 #include <QInputMethodEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScrollBar>
+
+#include <algorithm>
 
 namespace
 {
-constexpr int BoxSize = 9; // of the box with the plus sign
+constexpr int BoxSize = 9;      // of the box with the plus sign
+constexpr int WidestName = 320; // pixels; of a longer one the beginning is shown
 } // namespace
 
 CKivTreeCtrl::CKivTreeCtrl(QWidget* parent) : QTreeView(parent)
@@ -37,6 +41,24 @@ void CKivTreeCtrl::Select(const QModelIndex& index, ScrollHint hint)
     scrollTo(index, hint);
 }
 
+void CKivTreeCtrl::scrollTo(const QModelIndex& index, ScrollHint hint)
+{
+    QScrollBar& bar = *horizontalScrollBar();
+    const int before = bar.value();
+    QTreeView::scrollTo(index, hint);
+    const QRect shown = visualRect(index);
+    if (shown.isNull())
+        return;
+    const int left = shown.left() + bar.value();
+    const int right = left + std::min(sizeHintForIndex(index).width(), WidestName);
+    if (right > header()->sectionSize(0)) {
+        header()->setMinimumSectionSize(right);
+        updateGeometries();
+    }
+    // No further than it takes; the base goes to one end of the row or the other.
+    bar.setValue(std::clamp(before, std::min(right - viewport()->width(), left), left));
+}
+
 void CKivTreeCtrl::SetDropHighlight(const QModelIndex& index)
 {
     if (m_dropHighlight == index)
@@ -47,10 +69,10 @@ void CKivTreeCtrl::SetDropHighlight(const QModelIndex& index)
 
 QPixmap CKivTreeCtrl::CreateDragImage(const QModelIndex& index) const
 {
-    constexpr int widest = 320;
     QStyleOptionViewItem option;
     initViewItemOption(&option);
-    option.rect = QRect(QPoint(), itemDelegateForIndex(index)->sizeHint(option, index).boundedTo({widest, widest}));
+    option.rect =
+        QRect(QPoint(), itemDelegateForIndex(index)->sizeHint(option, index).boundedTo({WidestName, WidestName}));
     option.state |= QStyle::State_Enabled;
     option.state &= ~(QStyle::State_Selected | QStyle::State_HasFocus | QStyle::State_MouseOver);
     QPixmap image(option.rect.size() * devicePixelRatioF());
@@ -128,6 +150,8 @@ void CKivTreeCtrl::keyPressEvent(QKeyEvent* event)
     const bool isCommand = (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0;
     const QString text = event->text();
     const bool opensFolders = text == u"+" || text == u"-" || text == u"*";
+    if (event->key() == Qt::Key_Space && isCommand)
+        return; // would leave nothing selected
     if (!isCommand && !opensFolders && !text.isEmpty() && text.at(0).isPrint() && !text.at(0).isSpace())
         Q_EMIT TextTyped(text);
     else

@@ -22,6 +22,9 @@ public:
     [[nodiscard]] QModelIndex DropHighlight() const { return m_dropHighlight; }
     void SetDropHighlight(const QModelIndex& index);
 
+    /// Brings an item into view, sideways too; what lies deep makes the tree wider than its window.
+    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
+
     /// A picture of the item that follows the pointer during a drag.
     [[nodiscard]] QPixmap CreateDragImage(const QModelIndex& index) const;
 

@@ -1,5 +1,6 @@
 #include "host/dialog/ThemedControls.h"
 
+#include "host/dialog/HeldKey.h"
 #include "host/text/Number.h"
 
 #include <QHeaderView>
@@ -18,6 +19,12 @@ void CKivButton::SetColors(quint32 text, quint32 disabled, quint32 highlighted)
     setStyleSheet(Number::Format("CKivButton { color: #%06x; } CKivButton:disabled { color: #%06x; } "
                                  "CKivButton:hover { color: #%06x; }",
                                  text, disabled, highlighted));
+}
+
+void CKivButton::keyPressEvent(QKeyEvent* event)
+{
+    if (!IsHeldEndKey(*event)) // a press is a click, however long the key is held
+        QPushButton::keyPressEvent(event);
 }
 
 void CKivEdit::SetText(const QString& newText)

@@ -47,6 +47,9 @@ public:
 
     /// Colours of the text at rest, disabled and under the pointer, 0xRRGGBB each.
     void SetColors(quint32 text, quint32 disabled, quint32 highlighted);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
 };
 
 /// A one-line text box with the caret rules of its dialogs.

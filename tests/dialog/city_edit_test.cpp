@@ -8,6 +8,7 @@
 #include <QComboBox>
 #include <QFile>
 #include <QLineEdit>
+#include <QMessageBox>
 
 using namespace Qt::StringLiterals;
 
@@ -249,6 +250,47 @@ TEST_F(CityEdit, ResetsToTheShippedListAndLosesTheEdits)
     });
     EXPECT_TRUE(UserList().contains(u"Paris"_s));
     EXPECT_FALSE(Overlay().contains(u"海外"_s)) << Overlay().toStdString();
+}
+
+TEST_F(CityEdit, AddsNothingToATreeWithoutARoot)
+{
+    WriteFile("kivpel_user_obs.json",
+              CodePage932::Encode(u"[{\"original_name\":\"場所\",\"action\":\"delete\",\"next\":\"\"}]"));
+    Run([this] {
+        Prompts.Expect("都市名データを初期化します。\r\nこれまで編集したデータは全て失われます。",
+                       IPrompts::Icon::Warning, IPrompts::Buttons::OkCancel);
+        Click(CityId::ButtonReset);
+        Dialog->Item(CityId::Tree)->setFocus();
+        Key(Qt::Key_Z, Qt::ControlModifier);
+        EXPECT_EQ(Enabled(), "ead-");
+        Click(CityId::ButtonAdd);
+        EXPECT_EQ(TreeText(), "");
+    });
+}
+
+TEST_F(CityEdit, AsksInABoxThatWaitsForAKeyOfItsOwn)
+{
+    Run([this] {
+        Select("海外/London");
+        IPrompts::Use(nullptr); // the real ones
+        QTimer poll;
+        poll.callOnTimeout([&poll] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            if (!box || !box->isAncestorOf(QApplication::focusWidget()))
+                return;
+            poll.stop();
+            for (const Qt::Key held : {Qt::Key_Return, Qt::Key_Escape}) {
+                QKeyEvent again(QEvent::KeyPress, held, Qt::NoModifier, QString(), true);
+                QApplication::sendEvent(QApplication::focusWidget(), &again);
+                EXPECT_TRUE(box->isVisible());
+            }
+            Key(Qt::Key_Return);
+        });
+        poll.start(1);
+        Key(Qt::Key_Delete);
+        IPrompts::Use(&Prompts);
+        EXPECT_EQ(TreeText(), "日本(関東(東京 横浜) 東北(仙台) 富士山) 海外(Paris)");
+    });
 }
 
 TEST_F(CityEdit, SaysWhenThereIsNothingToResetTo)

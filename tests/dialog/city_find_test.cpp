@@ -92,10 +92,19 @@ TEST_F(CityFind, TakesNoKeysOfTheTree)
         Dialog->Item(CityId::Tree)->setFocus();
         QTest::keyClicks(QApplication::focusWidget(), u"P"_s);
         EXPECT_EQ(Line()->Text(), u"P"_s) << "typed anew";
+        EXPECT_EQ(Count(), "1 / 1");
+        Select("日本");
+        EXPECT_EQ(Count(), "1 件") << "no longer at the match";
         Dialog->Item(CityId::Tree)->setFocus();
+        Key(Qt::Key_Space, Qt::ControlModifier);
+        EXPECT_EQ(Selected(), "日本");
         Key(Qt::Key_Escape); // closes the line first
         EXPECT_TRUE(Line()->isHidden());
-        EXPECT_TRUE(Dialog->isVisible());
+        for (const Qt::Key held : {Qt::Key_Escape, Qt::Key_Return}) {
+            QKeyEvent again(QEvent::KeyPress, held, Qt::NoModifier, QString(), true);
+            QApplication::sendEvent(QApplication::focusWidget(), &again);
+        }
+        EXPECT_TRUE(Dialog->isVisible()) << "each press ends one thing";
     });
 }
 
@@ -104,7 +113,7 @@ TEST(PlaceFinder, ComparesWhatTheUserMeans)
     const std::pair<QString, QString> same[]{
         {u"トウキョウ"_s, u"とうきょう"_s},  {u"ﾊﾞﾝｺｸ"_s, u"バンコク"_s},       {u"ﾊﾟﾘ"_s, u"ぱり"_s},
         {u"ＴＯＫＹＯ　１"_s, u"tokyo 1"_s}, {u"ヴェネツィア"_s, u"ｳﾞｪﾈﾂｨｱ"_s}, {u"Ärger①"_s, u"ärgeR1"_s},
-        {u"ｽﾞｰﾑﾃﾞ"_s, u"ずーむで"_s},        {u"〜−・"_s, u"～－･"_s},
+        {u"ｽﾞｰﾑﾃﾞ"_s, u"ずーむで"_s},        {u"〜−・—‖"_s, u"～－･―∥"_s},
     };
     for (const auto& [one, other] : same)
         EXPECT_EQ(CPlaceFinder::Folded(one), CPlaceFinder::Folded(other)) << one.toStdString();

@@ -1,3 +1,5 @@
+#include "city/AddCty.h"
+#include "city/EdtCty.h"
 #include "host/text/CodePage932.h"
 #include "tests/dialog/CityFixture.h"
 
@@ -164,6 +166,19 @@ TEST_F(CityList, EditsNothingInAReadOnlyListBeyondWhatTheRootAllows)
         for (const Qt::Key key : {Qt::Key_Insert, Qt::Key_F2, Qt::Key_Delete})
             Key(key);
         EXPECT_EQ(TreeText(), Shipped);
+        Select("");
+        InNext<CAddCty>([this](CAddCty&) {
+            InNext<CEdtCty>([](CEdtCty&) {
+                QTest::keyClicks(QApplication::focusWidget(), u"here"_s); // over the name proposed
+                Key(Qt::Key_Return);
+            });
+            Key(Qt::Key_Return);
+        });
+        Click(CityId::ButtonAdd);
+        EXPECT_EQ(Selected(), "here");
+        const QByteArray text = "観測地ファイルが読み取り専用のため、観測地の変更は保存されません。\n\n" +
+                                Dialog->Paths.ListFilePath.toUtf8();
+        Prompts.Expect(text.constData(), IPrompts::Icon::Exclamation);
         Key(Qt::Key_Return);
     });
     EXPECT_EQ(Dialog->result(), QDialog::Accepted);

@@ -100,6 +100,8 @@ void CHost::OnObserverChange(CKPDateObs::Change change)
     case CKPDateObs::Change::Location:
     case CKPDateObs::Change::Body:
         PlaceEngine();
+        if (m_roadMap && m_roadMapHasObserver && m_roadMap->IsPicking() && !m_dialog->IsWindow())
+            FindAltitude(); // the road map leaves it to the host, and no site dialog asks the terrain
         TellZone();
         RefillDialog();
         MoveRoadMap();
@@ -120,6 +122,24 @@ void CHost::OnObserverChange(CKPDateObs::Change change)
         break;
     }
     Q_EMIT ObserverChanged();
+}
+
+/// Takes the altitude of the observer's place from the engine, which asks the terrain unless it is told not to.
+void CHost::FindAltitude()
+{
+    TellEngine(Number::Format("Location = Location(%f, %f, *); Show Sky", m_observer.GetLongitude(),
+                              m_observer.GetLatitude()));
+    TakeOverAltitude();
+}
+
+/// Only the height is new.
+void CHost::TakeOverAltitude()
+{
+    const QScopedValueRollback quiet(m_quiet, true);
+    ++m_own;
+    const double altitude = Number::LeadingDouble(m_engine.Command(QString::fromUtf16(EngineLines::QueryAltitude)));
+    --m_own;
+    m_observer.UpdateObsByUI(m_observer.GetLongitude(), m_observer.GetLatitude(), altitude);
 }
 
 /// Hands the user's zone to the engine when it is another than the engine was told last.
@@ -149,12 +169,7 @@ void CHost::OnEngineLine(const QString& line)
 {
     const QString path = line.section(u'=', 0, 0).trimmed().toLower();
     if (path == u"location.altitude"_s) {
-        // The dialog reads the terrain while it is being refilled: only the height is new.
-        const QScopedValueRollback quiet(m_quiet, true);
-        ++m_own;
-        const double altitude = Number::LeadingDouble(m_engine.Command(QString::fromUtf16(EngineLines::QueryAltitude)));
-        --m_own;
-        m_observer.UpdateObsByUI(m_observer.GetLongitude(), m_observer.GetLatitude(), altitude);
+        TakeOverAltitude(); // the dialog reads the terrain while it is being refilled
         Q_EMIT ObserverChanged();
     } else if (path == u"location"_s) {
         TakeOverEngineLocation(line.section(u'=', 1).trimmed().startsWith(u"location("_s, Qt::CaseInsensitive));

@@ -53,6 +53,8 @@ Q_SIGNALS:
 
 private:
     void OnObserverChange(CKPDateObs::Change change);
+    void FindAltitude();
+    void TakeOverAltitude();
     void TellZone();
     void RefillDialog();
     void MoveRoadMap();

@@ -9,6 +9,9 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
 
 using namespace Qt::StringLiterals;
 
@@ -19,12 +22,22 @@ QString AsFolder(const QString& path)
     const QString absolute = QDir(path).absolutePath();
     return absolute.endsWith(u'/') ? absolute : absolute + u'/';
 }
+
+/// The toolkit's own texts, such as those of its file dialog, in the language of all others.
+void SpeakJapanese(QApplication& application, QTranslator& texts)
+{
+    QLocale::setDefault(QLocale(QLocale::Japanese, QLocale::Japan));
+    if (texts.load(u"qtbase_ja"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        application.installTranslator(&texts);
+}
 } // namespace
 
 int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"planetarium-site"_s);
+    QTranslator japanese;
+    SpeakJapanese(application, japanese);
     Theme::Install(application);
 
     QCommandLineParser parser;

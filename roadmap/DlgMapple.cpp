@@ -92,8 +92,10 @@ int CDlgMapple::Create(CCorKiv* hostEngine)
     if (QWidget* read = Item(MappleId::ButtonRead))
         read->setVisible(ReadFile != 0);
     PlaceMap();
+    const QPointer<CDlgMapple> self(this); // the host may end the dialog while a box tells why there is no map
     if (!SetUp()) {
-        DestroyWindow();
+        if (self)
+            DestroyWindow();
         return 0;
     }
     show();

@@ -1,6 +1,7 @@
 #include "roadmap/DlgMappleFind.h"
 
 #include "host/control/CorMpp.h"
+#include "host/dialog/HeldKey.h"
 #include "host/dialog/HostMessage.h"
 #include "host/dialog/ThemedControls.h"
 #include "host/dialog/WaitCursor.h"
@@ -13,6 +14,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPointer>
+#include <QScreen>
 
 #include <array>
 
@@ -238,8 +240,36 @@ bool CDlgMappleFind::PreTranslateMessage(QKeyEvent& key)
 {
     if (key.key() != Qt::Key_Escape)
         return CKivDialog::PreTranslateMessage(key);
-    OnClose();
+    if (!IsHeldEndKey(key))
+        OnClose();
     return true;
+}
+
+void CDlgMappleFind::showEvent(QShowEvent* event)
+{
+    if (!event->spontaneous() && !testAttribute(Qt::WA_Moved))
+        PlaceBesideOwner();
+    CKivDialog::showEvent(event);
+}
+
+void CDlgMappleFind::hideEvent(QHideEvent* event)
+{
+    setAttribute(Qt::WA_Moved); // it comes up again where the user left it
+    CKivDialog::hideEvent(event);
+}
+
+/// Keeps the map in sight where the screen has the room; else the window comes up over the middle of its owner.
+void CDlgMappleFind::PlaceBesideOwner()
+{
+    constexpr int gap = 8; // pixels
+    const QRect owner = Owner.frameGeometry();
+    const QRect screen = Owner.screen()->availableGeometry();
+    for (const int left : {owner.right() + 1 + gap, owner.left() - gap - width()}) {
+        if (!screen.contains(QRect(QPoint(left, owner.top()), size())))
+            continue;
+        move(left, owner.top());
+        return;
+    }
 }
 
 void CDlgMappleFind::OnDestroy()

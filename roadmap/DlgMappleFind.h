@@ -38,8 +38,11 @@ protected:
     void OnDestroy() override;
     bool PreTranslateMessage(QKeyEvent& key) override;
     void paintEvent(QPaintEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
 private:
+    void PlaceBesideOwner();
     void AttachControls();
     void OnBnClickedSearch();
     void OnBnClickedMoveMap() { MoveToSelection(false); }

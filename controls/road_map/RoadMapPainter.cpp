@@ -166,39 +166,72 @@ void CRoadMapPainter::PaintGround(QPainter& painter, const RoadMapScene& scene, 
     }
 }
 
+/// The parts of a way in sight, points nearer than a pixel and a half to the one before left out.
+std::vector<QPolygonF> CRoadMapPainter::RunsInSight(const std::vector<UnitVector>& way, const CSphereView& view,
+                                                    const QRectF& area)
+{
+    std::vector<QPolygonF> runs;
+    QPolygonF run;
+    QPointF last;
+    bool hasLast = false;
+    const auto finish = [&] {
+        if (run.size() > 1)
+            runs.push_back(run);
+        run.clear();
+    };
+    for (const UnitVector& direction : way) {
+        const CSphereView::Projection place = view.Project(direction);
+        if (place.Depth <= 0) {
+            finish();
+            hasLast = false;
+            continue;
+        }
+        const bool isApart = hasLast && (SidesOf(last, area) & SidesOf(place.Screen, area)).any();
+        if (hasLast && !isApart && run.isEmpty())
+            run.append(last);
+        if (isApart)
+            finish();
+        else if (hasLast && (place.Screen - run.last()).manhattanLength() > 1.5)
+            run.append(place.Screen);
+        last = place.Screen;
+        hasLast = true;
+    }
+    finish();
+    return runs;
+}
+
+/// Draws the ways broad, but a tangle of thousands of points, which nobody could follow, thin and with fewer of them:
+/// broad lines that cross themselves often take time without end.
 void CRoadMapPainter::PaintWays(QPainter& painter, const RoadMapScene& scene, QSizeF size) const
 {
+    constexpr qsizetype mostBroad = 2000; // points
+    constexpr qsizetype mostThin = 3000;
+    constexpr qsizetype pieceLength = 16;
     const QRectF area = QRectF(QPointF(0, 0), size).adjusted(-20, -20, 20, 20);
+    std::vector<QPolygonF> runs;
+    qsizetype count = 0;
+    for (const std::vector<UnitVector>& way : m_ways) {
+        for (QPolygonF& run : RunsInSight(way, scene.View, area)) {
+            count += run.size();
+            runs.push_back(std::move(run));
+        }
+    }
+    const bool isBroad = count <= mostBroad;
+    const qsizetype stride = 1 + count / mostThin;
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(WayColor, 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    for (const std::vector<UnitVector>& way : m_ways) {
-        QPolygonF run;
-        QPointF last;
-        bool hasLast = false;
-        const auto finish = [&] {
-            if (run.size() > 1)
-                painter.drawPolyline(run);
-            run.clear();
-        };
-        for (const UnitVector& direction : way) {
-            const CSphereView::Projection place = scene.View.Project(direction);
-            if (place.Depth <= 0) {
-                finish();
-                hasLast = false;
-                continue;
+    painter.setPen(QPen(WayColor, isBroad ? 2 : 0, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    QPolygonF piece;
+    for (const QPolygonF& run : runs) {
+        for (qsizetype i = 0; i < run.size(); i += stride) {
+            piece.append(run.at(i));
+            if (piece.size() == pieceLength) {
+                painter.drawPolyline(piece);
+                piece.remove(0, pieceLength - 1);
             }
-            const bool isApart = hasLast && (SidesOf(last, area) & SidesOf(place.Screen, area)).any();
-            if (hasLast && !isApart && run.isEmpty())
-                run.append(last);
-            if (isApart)
-                finish();
-            else if (hasLast && (place.Screen - run.last()).manhattanLength() > 1.5)
-                run.append(place.Screen);
-            last = place.Screen;
-            hasLast = true;
         }
-        finish();
+        painter.drawPolyline(piece);
+        piece.clear();
     }
     painter.restore();
 }

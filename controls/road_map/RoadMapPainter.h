@@ -47,6 +47,8 @@ private:
     void ShowPlaces();
     [[nodiscard]] bool IsNear(const RoadMapScene& scene, QSizeF size) const;
     void PaintGround(QPainter& painter, const RoadMapScene& scene, QSizeF size) const;
+    [[nodiscard]] static std::vector<QPolygonF> RunsInSight(const std::vector<UnitVector>& way, const CSphereView& view,
+                                                            const QRectF& area);
     void PaintWays(QPainter& painter, const RoadMapScene& scene, QSizeF size) const;
     [[nodiscard]] QString Surroundings(const RoadMapScene& scene) const;
 

@@ -2,6 +2,8 @@
 
 #include "host/control/ControlRegister.h"
 
+#include <QPointer>
+
 namespace
 {
 /// Keeps a control that is still at work on the stack until the event loop comes round.
@@ -27,8 +29,11 @@ CControlWindow::CControlWindow(QWidget* parent) : QWidget(parent)
 
 CControlWindow::~CControlWindow()
 {
-    if (m_control)
-        m_control->SetEventSink({});
+    if (!m_control)
+        return;
+    m_control->SetEventSink({});
+    if (m_calls > 0)
+        EndControl();
 }
 
 bool CControlWindow::CreateControl(const QString& className, QWidget* parent, const QRect& rect, int controlId)
@@ -67,9 +72,17 @@ void CControlWindow::DestroyControl()
         return;
     m_control->SetEventSink({});
     setFocusProxy(nullptr);
-    m_control->Window()->hide();
-    m_control->Window()->setParent(nullptr); // its owner deletes it, not this window
-    new CEndingControl(std::move(m_control), this);
+    EndControl();
+}
+
+/// The control goes once it is off the stack. In the middle of a method it outlives this window, which the host may
+/// end.
+void CControlWindow::EndControl()
+{
+    QWidget* const window = m_control->Window();
+    window->hide();
+    window->setParent(nullptr); // its owner deletes it, not this window
+    new CEndingControl(std::move(m_control), m_calls > 0 ? nullptr : this);
 }
 
 void CControlWindow::RepaintNow()
@@ -82,7 +95,12 @@ QVariant CControlWindow::Invoke(int method, const QVariantList& arguments)
 {
     if (!m_control)
         return {};
+    const QPointer<CControlWindow> self(this); // what the control tells its owner may end this window
+    ++m_calls;
     const QVariant result = m_control->Invoke(method, arguments);
+    if (!self)
+        return result;
+    --m_calls;
     Q_EMIT Invoked(method, arguments, result);
     return result;
 }

@@ -47,7 +47,10 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void EndControl();
+
     std::unique_ptr<IControl> m_control;
+    int m_calls = 0; ///< of the control's methods that are under way
     IControl::EventSink m_sink;
     int m_controlId = 0;
 };

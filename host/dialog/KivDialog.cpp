@@ -57,10 +57,10 @@ void CKivDialog::DestroyWindow()
     OnDestroy();
     m_isWindow = false;
     qApp->removeEventFilter(this);
-    hide();
-    for (const QWidget* item : std::as_const(m_items))
+    for (const QWidget* item : std::as_const(m_items)) // first, as hiding ends what a held key or button does
         item->disconnect(this);
     m_items.clear();
+    hide();
     delete layout();
     // Not at once: what destroys the window is, as a rule, one of its own controls.
     m_content->hide();

@@ -87,10 +87,12 @@ TEST_F(HostRoadMapTest, FollowsTheObserverAndLeadsIt)
     EXPECT_EQ(Heard(), "R 1(true, 504000000.000000, 129600000.000000)");
     m_host->SetBody(mars);
     Heard();
+    m_engine.Answers[u"? Location.Altitude"_s] = u"1234.5"_s;
     Click(35.5, 139.75);
     EXPECT_EQ(Heard(), ""); // the mark is there already
     EXPECT_EQ(m_host->Observer().GetBody(), CKPDateObs::Earth);
     EXPECT_DOUBLE_EQ(m_host->Observer().GetLongitude(), 139.75);
+    EXPECT_DOUBLE_EQ(m_host->Observer().GetHeight(), 1234.5) << "no site dialog is open to ask the terrain";
     CDlgMapple* const open = m_host->RoadMap();
     m_host->OpenRoadMap(true);
     EXPECT_EQ(m_host->RoadMap(), open);

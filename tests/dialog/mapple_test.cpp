@@ -304,6 +304,27 @@ TEST_F(MappleTest, SurvivesAHostThatEndsItInTheMiddleOfAnEvent)
     Raise(RoadMap::EventMouseUp, {35.5, 139.75});
     EXPECT_FALSE(Dialog->IsWindow());
     EXPECT_DOUBLE_EQ(Observer.GetLongitude(), 139.75);
+
+    Open();
+    Map.During = [this](int) {
+        Map.During = nullptr;
+        Dialog.reset();
+    };
+    Click(Item(MappleId::ButtonCenter));
+    EXPECT_FALSE(Dialog);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // the control goes now
+}
+
+TEST_F(MappleTest, ClosesWithTheZoomKeyHeldDown)
+{
+    Open();
+    const int zoom = Slider().value();
+    Slider().setFocus();
+    QTest::keyPress(&Slider(), Qt::Key_Down);
+    PressKey(&Slider(), Qt::Key_Escape);
+    EXPECT_FALSE(Dialog->IsWindow());
+    EXPECT_EQ(Stored("Dialog\\Mapple", "ZoomAngle"), std::to_string(zoom + 2)) << "moved by the key, and a step wider";
+    EXPECT_EQ(Transcript.Take(), "");
 }
 
 TEST_F(MappleTest, BearsEventsWhileItIsMadeAndOfAnyArguments)

@@ -3,12 +3,14 @@
 #include "controls/road_map/ScaleBar.h"
 #include "host/control/ControlNumbers.h"
 #include "host/control/CorMpp.h"
+#include "host/text/Number.h"
 #include "planetarium/ControlClasses.h"
 #include "planetarium/DataFolders.h"
 #include "roadmap/core/CormppCheck.h"
 #include "roadmap/core/MappleDataCheck.h"
 #include "tests/TestFile.h"
 
+#include <QElapsedTimer>
 #include <QSet>
 #include <QTemporaryDir>
 #include <QTest>
@@ -345,6 +347,20 @@ TEST_F(RoadMapTest, MarksOfAFileAreShown)
     m_stage.Map.Invoke(Method::OpenFile, {path});
     EXPECT_NEAR(m_stage.Map.Center().Longitude, 139.25, 1e-9) << "the map goes to the first mark";
     EXPECT_NE(m_stage.Picture(), before);
+
+    // A tangle of thousands of lines that cross each other is drawn in no time all the same.
+    QByteArray tangle = "<gpx><rte>";
+    for (int i = 0; i < 20000; ++i)
+        tangle +=
+            Number::Format("<rtept lat='%f' lon='%f'/>", 35.5 + 0.001 * (i * 37 % 101), 139 + 0.001 * (i * 53 % 211))
+                .toUtf8();
+    WriteFile(path, tangle + "</rte></gpx>");
+    m_stage.Map.Invoke(Method::OpenFile, {path});
+    m_stage.Show(139.1, 35.55, 100000);
+    QElapsedTimer timer;
+    timer.start();
+    EXPECT_NE(m_stage.Picture(), before);
+    EXPECT_LT(timer.elapsed(), 2000);
 
     const struct
     {

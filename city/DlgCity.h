@@ -6,6 +6,7 @@
 #include "city/core/PlaceFinder.h"
 #include "city/core/PlaceModel.h"
 #include "host/control/CorKivMap.h"
+#include "host/dialog/WaitCursor.h"
 #include "obs/kivobs_export.h"
 
 #include <QPointer>
@@ -94,7 +95,8 @@ private:
     void OnUndo();
     void OnRedo();
     void ShowItem(CPlaceItem* item);
-    /// Changes the tree without the selection handler's running for what the tree selects meanwhile.
+    /// Changes the tree, under the wait cursor, without the selection handler's running for what the tree selects
+    /// meanwhile.
     template <typename Change> auto Quietly(Change change);
 
     // Drag and drop, and moves by keyboard
@@ -167,6 +169,7 @@ template <typename Change> auto CDlgCity::Quietly(Change change)
         bool& m_flag;
         bool m_before;
     };
+    const CWaitCursor wait;
     const CQuiet quiet(IsQuiet);
     return change();
 }

@@ -112,7 +112,7 @@ void CDlgCity::EditFolder()
     if (editor.Name != oldName && RefusesName(SelectedItem->Parent(), editor.Name, oldName, DuplicateFolder))
         return;
     // An unchanged name counts as a change too, on purpose.
-    Document.UpdateFolder(SelectedItem, editor.Name);
+    Quietly([&] { Document.UpdateFolder(SelectedItem, editor.Name); });
     IsModified = 1;
 }
 
@@ -135,7 +135,7 @@ void CDlgCity::EditCity()
     const bool isSameAltitude = Coordinates.Altitude == before.Altitude;
     place.IsAutoAltitude = isSameAltitude && !PlaceCoordinates::IsSamePosition(Coordinates, before) ? 1 : 0;
     place.Kind = editor.Kind;
-    Document.UpdatePlace(SelectedItem, editor.Name, place);
+    Quietly([&] { Document.UpdatePlace(SelectedItem, editor.Name, place); });
     UpdateData(false);
     IsModified = 1;
 }

@@ -26,10 +26,12 @@ int Refresh(const QString& list, const QString& overlay, const QString& userList
         std::fprintf(stderr, "cannot read %s\n", qUtf8Printable(list));
         return 1;
     }
-    if (QFileInfo(userList).exists() &&
-        QFileInfo(userList).canonicalFilePath() == QFileInfo(list).canonicalFilePath()) {
-        std::fprintf(stderr, "the user list must not be the shipped list\n");
-        return 1;
+    for (const QString& source : {list, overlay}) {
+        if (QFileInfo::exists(userList) &&
+            QFileInfo(userList).canonicalFilePath() == QFileInfo(source).canonicalFilePath()) {
+            std::fprintf(stderr, "the user list must be a file of its own\n");
+            return 1;
+        }
     }
     const QByteArray changes = COverlayFile::Read(overlay);
     if (QFileInfo::exists(overlay) && !OverlayJson::Parse(changes).IsWhole &&

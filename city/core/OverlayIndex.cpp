@@ -5,19 +5,19 @@
 
 namespace
 {
-using CNumbersByName = std::unordered_map<QString, std::set<quint64>>;
-
-void Add(CNumbersByName& numbers, const std::optional<QString>& name, quint64 number)
+void Add(std::unordered_map<QString, std::set<quint64>>& numbers, const std::optional<QString>& name, quint64 number)
 {
     if (name)
         numbers[*name].insert(number);
 }
 
-void Remove(CNumbersByName& numbers, const std::optional<QString>& name, quint64 number)
+void Remove(std::unordered_map<QString, std::set<quint64>>& numbers, const std::optional<QString>& name, quint64 number)
 {
     if (!name)
         return;
     const auto entry = numbers.find(*name);
+    if (entry == numbers.end())
+        return;
     entry->second.erase(number);
     if (entry->second.empty())
         numbers.erase(entry);
@@ -52,7 +52,7 @@ std::optional<QString> COverlayIndex::NameOf(const picojson::value& element)
     return Text(name != node.end() ? name->second : picojson::value());
 }
 
-/// The name of the shipped item that the element renames or deletes.
+/// The name of the shipped item that the element renames, deletes or leads into.
 std::optional<QString> COverlayIndex::ClaimOf(const picojson::value& element)
 {
     using namespace OverlayJson;
@@ -60,9 +60,35 @@ std::optional<QString> COverlayIndex::ClaimOf(const picojson::value& element)
         return std::nullopt;
     const auto& node = element.get<picojson::object>();
     const auto name = node.find(Key::OriginalName);
-    if (name == node.end() || (!Is(node, Key::Action, Action::Update) && !Is(node, Key::Action, Action::Delete)))
+    if (name == node.end() || Is(node, Key::Action, Action::Add))
         return std::nullopt;
     return Text(name->second);
+}
+
+bool COverlayIndex::IsUnmet(const picojson::value& element) const
+{
+    using namespace OverlayJson;
+    if (m_unmet.isEmpty() || !element.is<picojson::object>())
+        return false;
+    const auto& node = element.get<picojson::object>();
+    const auto unmet = m_unmet.constFind(&node);
+    const auto name = node.find(Key::OriginalName);
+    return unmet != m_unmet.constEnd() && name != node.end() && Text(name->second) == *unmet;
+}
+
+/// Where the element's name is kept.
+COverlayIndex::CNumbersByName& COverlayIndex::NamesWith(CArrayIndex& index, const picojson::value& element) const
+{
+    return IsUnmet(element) ? index.UnmetByName : index.ByName;
+}
+
+std::optional<size_t> COverlayIndex::FirstOf(const CArrayIndex& index, const CNumbersByName& names, const QString& name)
+{
+    const auto known = names.find(name);
+    if (known == names.end())
+        return std::nullopt;
+    const auto at = std::lower_bound(index.Numbers.begin(), index.Numbers.end(), *known->second.begin());
+    return static_cast<size_t>(at - index.Numbers.begin());
 }
 
 std::vector<size_t> COverlayIndex::ClaimsBehind(const picojson::array& nodes, size_t position, const QString& name)
@@ -83,28 +109,26 @@ std::optional<size_t> COverlayIndex::Find(picojson::array& nodes, const QString&
 {
     using namespace OverlayJson;
     CArrayIndex& index = Of(nodes);
-    if (const auto known = index.ByName.find(name); known != index.ByName.end()) {
-        const auto at = std::lower_bound(index.Numbers.begin(), index.Numbers.end(), *known->second.begin());
-        return static_cast<size_t>(at - index.Numbers.begin());
-    }
+    if (const std::optional<size_t> known = FirstOf(index, index.ByName, name))
+        return known;
     while (index.ReadCount < nodes.size()) {
         const size_t position = index.ReadCount++;
         if (!nodes[position].is<picojson::object>())
             continue;
         auto& node = nodes[position].get<picojson::object>();
         const bool isUpdate = Is(node, Key::Action, Action::Update);
+        Remove(index.Claims, ClaimOf(nodes[position]), index.Numbers[position]); // a key that is added may be a claim
         for (const std::string& key : {Key::Action, isUpdate ? Key::LatestName : Key::OriginalName}) {
             if (node.try_emplace(key).second)
                 added.push_back({position, key});
         }
+        Add(index.Claims, ClaimOf(nodes[position]), index.Numbers[position]);
         const std::optional<QString> found = NameOf(nodes[position]);
-        if (!found)
-            continue;
-        index.ByName[*found].insert(index.Numbers[position]);
-        if (*found == name)
+        Add(NamesWith(index, nodes[position]), found, index.Numbers[position]);
+        if (found == name && !IsUnmet(nodes[position]))
             return position;
     }
-    return std::nullopt;
+    return FirstOf(index, index.UnmetByName, name);
 }
 
 void COverlayIndex::Appended(const picojson::array& nodes)
@@ -150,7 +174,7 @@ void COverlayIndex::BeforeChange(const picojson::array& nodes, size_t position)
     CArrayIndex& index = Of(nodes);
     Remove(index.Claims, ClaimOf(nodes[position]), index.Numbers[position]);
     if (position < index.ReadCount)
-        Remove(index.ByName, NameOf(nodes[position]), index.Numbers[position]);
+        Remove(NamesWith(index, nodes[position]), NameOf(nodes[position]), index.Numbers[position]);
 }
 
 void COverlayIndex::AfterChange(const picojson::array& nodes, size_t position)
@@ -158,7 +182,7 @@ void COverlayIndex::AfterChange(const picojson::array& nodes, size_t position)
     CArrayIndex& index = Of(nodes);
     Add(index.Claims, ClaimOf(nodes[position]), index.Numbers[position]);
     if (position < index.ReadCount)
-        Add(index.ByName, NameOf(nodes[position]), index.Numbers[position]);
+        Add(NamesWith(index, nodes[position]), NameOf(nodes[position]), index.Numbers[position]);
 }
 
 void COverlayIndex::Drop(const picojson::value& value)

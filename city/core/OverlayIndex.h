@@ -25,11 +25,12 @@ public:
     };
 
     /// Position of the first element of the array that stands for the item of that name: an update by its latest name,
-    /// anything else but a deletion by its original name.
+    /// anything else but a deletion by its original name. One that met nothing counts only where there is no other:
+    /// what is recorded in it would never be replayed.
     [[nodiscard]] std::optional<size_t> Find(picojson::array& nodes, const QString& name,
                                              std::vector<CAddedKey>& added);
 
-    /// Positions behind the given one of the elements that rename or delete the shipped item of that name.
+    /// Positions behind the given one of the elements that look for a shipped item of that name.
     [[nodiscard]] std::vector<size_t> ClaimsBehind(const picojson::array& nodes, size_t position, const QString& name);
 
     /// To be told after an element was appended, before one is erased, and around a change of an element's keys. An
@@ -40,6 +41,10 @@ public:
     void BeforeChange(const picojson::array& nodes, size_t position);
     void AfterChange(const picojson::array& nodes, size_t position);
 
+    /// Notes an element that met nothing at the replay. It counts as such as long as it looks for the same name.
+    void SetUnmet(const picojson::object& node, const QString& name) { m_unmet.insert(&node, name); }
+    void ForgetUnmet() { m_unmet.clear(); }
+
     /// Forgets an array; the next search reads it from the front.
     void Forget(const picojson::array& nodes) { m_arrays.remove(&nodes); }
     /// Forgets all arrays inside the value.
@@ -47,18 +52,28 @@ public:
     void Clear() { m_arrays.clear(); }
 
 private:
+    using CNumbersByName = std::unordered_map<QString, std::set<quint64>>;
+
     struct CArrayIndex
     {
         std::vector<quint64> Numbers; ///< ascending, one for each element
         quint64 LastNumber = 0;
-        size_t ReadCount = 0; ///< elements from the front that ByName knows
-        std::unordered_map<QString, std::set<quint64>> ByName;
-        std::unordered_map<QString, std::set<quint64>> Claims; ///< of all elements, by the name of the shipped item
+        size_t ReadCount = 0; ///< elements from the front that the next two know
+        CNumbersByName ByName;
+        CNumbersByName UnmetByName;
+        CNumbersByName Claims; ///< of all elements, by the name of the shipped item
     };
 
     [[nodiscard]] CArrayIndex& Of(const picojson::array& nodes);
     [[nodiscard]] static std::optional<QString> NameOf(const picojson::value& element);
     [[nodiscard]] static std::optional<QString> ClaimOf(const picojson::value& element);
+    [[nodiscard]] bool IsUnmet(const picojson::value& element) const;
+    [[nodiscard]] CNumbersByName& NamesWith(CArrayIndex& index, const picojson::value& element) const;
+    [[nodiscard]] static std::optional<size_t> FirstOf(const CArrayIndex& index, const CNumbersByName& names,
+                                                       const QString& name);
 
     QHash<const picojson::array*, std::shared_ptr<CArrayIndex>> m_arrays;
+    /// With the name that was looked for. Whatever an edit takes out of the document lives on to be put back, so these
+    /// stay the same elements until the next replay.
+    QHash<const picojson::object*, QString> m_unmet;
 };

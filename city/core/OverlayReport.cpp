@@ -28,6 +28,7 @@ public:
     {
         if (!nodes.is<picojson::array>())
             return;
+        CKind kind;
         for (const picojson::value& element : nodes.get<picojson::array>()) {
             if (!element.is<picojson::object>()) {
                 Lines += folder + u"読み飛ばされる要素: "_s + Text(element);
@@ -41,27 +42,46 @@ public:
                 else
                     node.emplace(key, value);
             }
-            const QString below = folder + Say(node, folder) + u" / "_s;
+            const QString below = folder + Say(node, folder, kind) + u" / "_s;
             if (next)
                 Report(*next, below);
         }
     }
 
 private:
+    /// What an element of unknown type has in common with the one before it, as the replay has it.
+    struct CKind
+    {
+        bool IsPlace = false;
+        QString Data;
+
+        void Take(picojson::object& node)
+        {
+            if (Is(node, Key::Type, Type::Node))
+                IsPlace = false;
+            if (!Is(node, Key::Type, Type::Leaf))
+                return;
+            IsPlace = true;
+            Data = Text(node, Key::Data);
+        }
+        [[nodiscard]] QString Values() const { return IsPlace ? u" ("_s + ValuesText(Data) + u')' : QString(); }
+    };
+
     /// Answers the name that the item has afterwards.
-    QString Say(picojson::object& node, const QString& folder)
+    QString Say(picojson::object& node, const QString& folder, CKind& kind)
     {
         const QString name = Text(node, Key::OriginalName);
-        const bool isPlace = Is(node, Key::Type, Type::Leaf);
-        const QString values = isPlace ? u" ("_s + ValuesText(Text(node, Key::Data)) + u')' : QString();
         if (Is(node, Key::Action, Action::Add)) {
+            kind.Take(node);
             const QString anchor = Text(node, Key::VerticalOffset);
             const QString where = anchor.isEmpty() ? u"先頭に"_s : u"「%1」の次に"_s.arg(anchor);
-            Lines += folder + where + (isPlace ? u"地点"_s : u"フォルダ"_s) + u"「%1」を追加"_s.arg(name) + values;
+            Lines += folder + where + (kind.IsPlace ? u"地点"_s : u"フォルダ"_s) + u"「%1」を追加"_s.arg(name) +
+                     kind.Values();
         } else if (Is(node, Key::Action, Action::Update)) {
+            kind.Take(node);
             const QString latest = Text(node, Key::LatestName);
             Lines += folder + u"「%1」を変更"_s.arg(name) +
-                     (latest == name ? QString() : u": 新しい名称「%1」"_s.arg(latest)) + values;
+                     (latest == name ? QString() : u": 新しい名称「%1」"_s.arg(latest)) + kind.Values();
             return latest;
         } else if (Is(node, Key::Action, Action::Delete)) {
             Lines += folder + u"「%1」を削除"_s.arg(name);

@@ -121,7 +121,7 @@ private:
             ++marks;
         const int level = static_cast<int>(std::min<qsizetype>(marks, std::numeric_limits<int>::max()));
         CTagList& folder = m_list.NextFolder();
-        const QString name = WithoutTrailingBlanks(CodePage932::Decode(text.sliced(marks)));
+        const QString name = WithoutTrailingBlanks(PlaceFormat::DecodeName(text.sliced(marks)));
         CPlaceItem* item = m_list.m_tree.Append(LastUpTo(level - 1).Item, name, CPlaceItem::FolderData);
         folder = {item, level, name};
         m_levels[level] = {item, m_list.m_tables.FolderCount};

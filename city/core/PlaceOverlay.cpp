@@ -154,12 +154,18 @@ CPlaceOverlay::CCursor CPlaceOverlay::TrackJsonCursor(const CPlaceItem* item, co
     return cursor;
 }
 
+/// The name that an entry looks for; null when it has none. The key is not added: the index would not hear of it.
+QString CPlaceOverlay::OriginalName(const CCursor& cursor)
+{
+    const auto name = cursor.Entry().find(Key::OriginalName);
+    return name == cursor.Entry().end() ? QString() : Text(name->second);
+}
+
 /// A renaming that met nothing at the replay, but whose new name the shipped list has taken over since, becomes the
 /// entry of that item; else what is recorded in it would never be found again.
 void CPlaceOverlay::Adopt(const CCursor& cursor, const CPlaceItem* item, const QString& name)
 {
-    if (item->IsUpdated() || !Is(cursor.Entry(), Key::Action, Action::Update) ||
-        Text(cursor.Entry(), Key::OriginalName) == name)
+    if (item->IsUpdated() || !Is(cursor.Entry(), Key::Action, Action::Update) || OriginalName(cursor) == name)
         return;
     const CPlaceItem* sibling = item->Parent() ? item->Parent()->FirstChild() : m_list.Tree().Root();
     for (; sibling; sibling = sibling->Next()) {
@@ -179,6 +185,26 @@ void CPlaceOverlay::MakePassable(const CCursor& cursor)
         SetKey(cursor, Key::Action, picojson::value(Action::Path));
     if (!HoldsArray(cursor.Entry(), Key::Next))
         SetKey(cursor, Key::Next, picojson::value(picojson::array_type, false));
+}
+
+/// An addition that took the place of an entry that had met nothing must come behind the entry that gives its
+/// neighbour in front a name, for the replay to find that neighbour.
+void CPlaceOverlay::KeepBehindAnchor(CCursor& cursor, const CPlaceItem* item)
+{
+    const QString anchor = item->Previous() ? item->Previous()->Text() : QString();
+    const auto givesName = [&anchor](const picojson::value& element) {
+        if (!element.is<picojson::object>())
+            return false;
+        const auto& node = element.get<picojson::object>();
+        const bool isAdded = Is(node, Key::Action, Action::Add);
+        if (!isAdded && !Is(node, Key::Action, Action::Update))
+            return false;
+        const auto name = node.find(isAdded ? Key::OriginalName : Key::LatestName);
+        return name != node.end() && Text(name->second) == anchor;
+    };
+    const auto behind = cursor.Holder->begin() + static_cast<std::ptrdiff_t>(cursor.Position()) + 1;
+    if (std::any_of(behind, cursor.Holder->end(), givesName))
+        PutLast(cursor);
 }
 
 /// An entry that gives its item a name must come behind those that take this name from a shipped item: they look for
@@ -209,7 +235,7 @@ void CPlaceOverlay::KeepBehindClaims(CCursor& cursor, const CPlaceItem* item)
 /// cursor may point elsewhere afterwards.
 void CPlaceOverlay::KeepOwnClaim(const CCursor& cursor, const CPlaceItem* item)
 {
-    const QString claimed = Text(cursor.Entry()[Key::OriginalName]);
+    const QString claimed = OriginalName(cursor);
     const CPlaceItem* bearer = m_list.Tree().SearchNodeItem(item->Parent(), claimed);
     if (!bearer || bearer == item)
         return;
@@ -282,6 +308,7 @@ CPlaceOverlay::CChange CPlaceOverlay::AddNodeContext(const CPlaceItem* item)
         element.swap(entry);
         m_change.m_steps.push_back({CChange::Kind::Replaced, cursor.Path, std::move(entry), {}, false, 0});
         m_index.AfterChange(*cursor.Holder, cursor.Position());
+        KeepBehindAnchor(cursor, item);
         KeepBehindClaims(cursor, item);
     });
 }

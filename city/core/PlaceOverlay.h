@@ -104,8 +104,10 @@ private:
 
     picojson::array& Top() { return m_overlay.get<picojson::array>(); }
     [[nodiscard]] picojson::array& HolderOf(const std::vector<size_t>& path);
+    [[nodiscard]] static QString OriginalName(const CCursor& cursor);
     void MakePassable(const CCursor& cursor);
     void Adopt(const CCursor& cursor, const CPlaceItem* item, const QString& name);
+    void KeepBehindAnchor(CCursor& cursor, const CPlaceItem* item);
     void KeepBehindClaims(CCursor& cursor, const CPlaceItem* item);
     void KeepOwnClaim(const CCursor& cursor, const CPlaceItem* item);
     void SetAnchor(const CCursor& cursor, const CPlaceItem* item);

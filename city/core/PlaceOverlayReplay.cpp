@@ -4,6 +4,7 @@ using namespace OverlayJson;
 
 void CPlaceOverlay::Replay()
 {
+    m_index.ForgetUnmet();
     if (m_overlay.is<picojson::array>())
         AnalyzeNodeContext(Top(), nullptr, 1);
 }
@@ -34,8 +35,11 @@ void CPlaceOverlay::AnalyzeNodeContext(picojson::array& nodes, CPlaceItem* paren
 
         CPlaceItem* item = nullptr;
         if (action == Action::Path) {
-            if (node[Key::Next].is<picojson::array>())
+            if (node[Key::Next].is<picojson::array>()) {
                 item = m_list.Tree().SearchNodeItem(parent, name);
+                if (!item)
+                    m_index.SetUnmet(node, name);
+            }
         } else if (action == Action::Add) {
             carried.Take(node);
             item = AddTreeViewFromContextData(parent, name, Text(node, Key::VerticalOffset), carried, depth);
@@ -46,6 +50,8 @@ void CPlaceOverlay::AnalyzeNodeContext(picojson::array& nodes, CPlaceItem* paren
             if (item) {
                 carried.Take(node);
                 UpdTreeViewFromContextData(item, Text(node, Key::LatestName), carried);
+            } else {
+                m_index.SetUnmet(node, name);
             }
         } else if (action == Action::Delete) {
             if (CPlaceItem* deleted = m_list.Tree().SearchNodeItem(parent, name))

@@ -91,12 +91,17 @@ void PlaceFormat::AppendListLine(QByteArray& lines, const QString& name, const C
     lines.append("\r\n");
 }
 
+QString PlaceFormat::DecodeName(QByteArrayView bytes)
+{
+    return CodePage932::Decode(bytes).replace(QChar::ReplacementCharacter, u'?');
+}
+
 bool PlaceFormat::ParseListLine(QByteArrayView line, CCityList& place)
 {
     const std::vector<QByteArrayView> pieces = Pieces(line);
     if (pieces.size() < ListFieldCount)
         return false;
-    place.Name = CodePage932::Decode(CodePage932::CompletePrefix(pieces[0])).trimmed();
+    place.Name = DecodeName(CodePage932::CompletePrefix(pieces[0])).trimmed();
     place.Longitude = Coordinate(pieces[1], 'W');
     place.Latitude = Coordinate(pieces[2], 'S');
     place.Altitude = Number::LeadingInt(pieces[3]);

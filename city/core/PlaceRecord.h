@@ -39,6 +39,10 @@ inline constexpr int NameWidth = 40; ///< bytes
 /// The cut may split a double-byte character, on purpose: the width is what readers of the file rely on.
 void AppendListLine(QByteArray& lines, const QString& name, const CCityList& place);
 
+/// A name's text. What is no character becomes the question mark that the files would get for it, so that the overlay,
+/// which is such a file, finds the name again.
+[[nodiscard]] QString DecodeName(QByteArrayView bytes);
+
 /// Reads the fields of a place line, without its line end, into Name to Kind of `place`. False, with the record
 /// unchanged, when the line has fewer than eight fields.
 [[nodiscard]] bool ParseListLine(QByteArrayView line, CCityList& place);

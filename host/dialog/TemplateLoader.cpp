@@ -47,6 +47,15 @@ private:
         return nullptr;
     }
 };
+
+/// The templates give number boxes the width that their digits take in the theme's font; another may be broader.
+void FitToFont(CKivEdit& box)
+{
+    constexpr int designedDigit = 7; // pixels
+    const int digit = box.fontMetrics().horizontalAdvance(u'0');
+    if (box.minimumWidth() == box.maximumWidth() && digit > designedDigit)
+        box.setFixedWidth(box.maximumWidth() * digit / designedDigit);
+}
 } // namespace
 
 QWidget* TemplateLoader::Load(int templateNumber, QWidget* parent)
@@ -57,6 +66,8 @@ QWidget* TemplateLoader::Load(int templateNumber, QWidget* parent)
     QWidget* content = CThemedLoader().load(&file, parent);
     if (!content)
         return nullptr;
+    for (CKivEdit* box : content->findChildren<CKivEdit*>())
+        FitToFont(*box);
     for (QWidget* item : NumberedItems(content)) {
         if (!item->property("placeholder").toBool())
             continue;

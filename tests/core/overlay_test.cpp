@@ -256,6 +256,67 @@ TEST(PlaceOverlay, ARenamingThatTheShippedListTakesOverStaysAlive)
     EXPECT_EQ(Outline(f.Open().Tree().Root()->FirstChild()), u"Japan(Kanto(Haven 港見台)) Overseas(B A Ridge)"_s);
 }
 
+TEST(PlaceOverlay, EntriesThatMetNothingTakeNoEdits)
+{
+    const QStringList harbour{u"Japan"_s, u"Kanto"_s, u"Harbour"_s};
+    const QStringList peak{u"Japan"_s, u"Kanto"_s, u"Peak"_s};
+    const QStringList ridge{u"Overseas"_s, u"Ridge"_s};
+    const auto update = [](CPlacesInFolder& f, const QStringList& path, const QString& name, double longitude) {
+        f.Document().UpdatePlace(f.At(path), name, Values(longitude, 2, 3, 4));
+    };
+    const struct
+    {
+        const char* What;
+        QByteArray Nodes;
+        std::function<void(CPlacesInFolder&)> Edit;
+    } cases[] = {
+        {"a place gets the name of a renaming", InKanto(Node("update", "None", "[]", "leaf", "Peak", "", Spot)),
+         [&](CPlacesInFolder& f) {
+             update(f, harbour, u"Peak"_s, 1);
+             update(f, peak, u"Peak"_s, 2);
+         }},
+        {"a folder gets the name of a path, and something below it", Node("path", "None", "[]"),
+         [](CPlacesInFolder& f) {
+             f.Document().UpdateFolder(f.At({u"Overseas"_s}), u"None"_s);
+             f.Document().AddFolder(f.At({u"None"_s}), nullptr, u"mine"_s);
+         }},
+        {"a place is moved to the name and deleted",
+         Node("path", "Overseas", '[' + Node("update", "None", "[]", "leaf", "Harbour", "", Spot) + ']'),
+         [&](CPlacesInFolder& f) {
+             f.Document().Move(f.At(harbour), f.At({u"Overseas"_s}), nullptr);
+             f.Document().Delete(f.At({u"Overseas"_s, u"Harbour"_s}));
+         }},
+        {"a renamed folder meets no path behind it",
+         Node("path", "Overseas", "[]") + ',' + Node("path", "None", '[' + Node("delete", "Ridge", "\"\"") + ']'),
+         [](CPlacesInFolder& f) { f.Document().UpdateFolder(f.At({u"Overseas"_s}), u"None"_s); }},
+        {"an addition finds its neighbour", InKanto(Node("update", "None", "[]", "leaf", "Y", "", Spot)),
+         [&](CPlacesInFolder& f) {
+             AddSpot(f, u"X"_s, harbour);
+             AddSpot(f, u"Y"_s, {u"Japan"_s, u"Kanto"_s, u"X"_s});
+         }},
+        {"a renaming that looks for no name", Node("odd", "Overseas", R"([{"action":"update","latest_name":"Ridge"}])"),
+         [&](CPlacesInFolder& f) { update(f, ridge, u"Peak"_s, 1); }},
+        {"a deletion that looks for no name", Node("odd", "Overseas", R"([{"action":"delete"}])"),
+         [&](CPlacesInFolder& f) { update(f, ridge, u"Peak"_s, 1); }},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.What);
+        CPlacesInFolder f;
+        f.Put(SmallList);
+        f.PutOverlay(InRoot(c.Nodes));
+        const QByteArray opened = f.Open().Overlay().Bytes();
+        c.Edit(f);
+        const QString tree = TreeText(f.Document());
+        while (f.Document().CanUndo())
+            f.Document().Undo();
+        EXPECT_EQ(f.Document().Overlay().Bytes(), opened);
+        while (f.Document().CanRedo())
+            f.Document().Redo();
+        ASSERT_TRUE(f.Document().SaveCityList().IsAll());
+        EXPECT_EQ(TreeText(f.Open()), tree) << f.OverlayBytes().toStdString();
+    }
+}
+
 TEST(PlaceOverlay, EditsAfterAnUndoMeetTheirOwnEntries)
 {
     CPlacesInFolder f;

@@ -93,11 +93,11 @@ int CDlgMapple::Create(CCorKiv* hostEngine)
         read->setVisible(ReadFile != 0);
     PlaceMap();
     const QPointer<CDlgMapple> self(this); // the host may end the dialog while a box tells why there is no map
-    if (!SetUp()) {
-        if (self)
-            DestroyWindow();
+    const bool isSetUp = SetUp();
+    if (self && !isSetUp)
+        DestroyWindow();
+    if (!self || !IsWindow())
         return 0;
-    }
     show();
     raise();
     activateWindow();

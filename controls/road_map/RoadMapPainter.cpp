@@ -6,6 +6,7 @@
 
 #include <QFontMetricsF>
 #include <QImage>
+#include <QLineF>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPolygonF>
@@ -200,13 +201,13 @@ std::vector<QPolygonF> CRoadMapPainter::RunsInSight(const std::vector<UnitVector
     return runs;
 }
 
-/// Draws the ways broad, but a tangle of thousands of points, which nobody could follow, thin and with fewer of them:
-/// broad lines that cross themselves often take time without end.
+/// Draws the ways broad, but a tangle that nobody could follow thin, plain and with fewer of its points: lines cost
+/// time by their length. They are drawn one by one, as a long one that crosses itself often takes time without end.
 void CRoadMapPainter::PaintWays(QPainter& painter, const RoadMapScene& scene, QSizeF size) const
 {
-    constexpr qsizetype mostBroad = 2000; // points
-    constexpr qsizetype mostThin = 3000;
-    constexpr qsizetype pieceLength = 16;
+    constexpr double longestBroad = 20'000; // pixels of all lines
+    constexpr double longestSmooth = 80'000;
+    constexpr qsizetype mostPoints = 3000;
     const QRectF area = QRectF(QPointF(0, 0), size).adjusted(-20, -20, 20, 20);
     std::vector<QPolygonF> runs;
     qsizetype count = 0;
@@ -216,23 +217,23 @@ void CRoadMapPainter::PaintWays(QPainter& painter, const RoadMapScene& scene, QS
             runs.push_back(std::move(run));
         }
     }
-    const bool isBroad = count <= mostBroad;
-    const qsizetype stride = 1 + count / mostThin;
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(WayColor, isBroad ? 2 : 0, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    QPolygonF piece;
+    const qsizetype stride = 1 + count / mostPoints;
+    QList<QLineF> lines;
+    double length = 0;
     for (const QPolygonF& run : runs) {
-        for (qsizetype i = 0; i < run.size(); i += stride) {
-            piece.append(run.at(i));
-            if (piece.size() == pieceLength) {
-                painter.drawPolyline(piece);
-                piece.remove(0, pieceLength - 1);
-            }
+        QPointF from = run.front();
+        for (qsizetype i = 1; i < run.size(); ++i) {
+            if (i % stride != 0 && i + 1 < run.size())
+                continue;
+            lines.append({from, run.at(i)});
+            length += (run.at(i) - from).manhattanLength();
+            from = run.at(i);
         }
-        painter.drawPolyline(piece);
-        piece.clear();
     }
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing, length <= longestSmooth);
+    painter.setPen(QPen(WayColor, length <= longestBroad ? 2 : 0, Qt::SolidLine, Qt::RoundCap));
+    painter.drawLines(lines);
     painter.restore();
 }
 

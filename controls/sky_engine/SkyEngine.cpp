@@ -298,6 +298,8 @@ void CSkyEngine::keyPressEvent(QKeyEvent* event)
     case Qt::Key_Return:
     case Qt::Key_Enter:
     case Qt::Key_Space: {
+        if (event->isAutoRepeat()) // held since it closed another window, perhaps
+            break;
         const QPointF center = QRectF(rect()).center();
         Pick(center);
         RaiseMouseUp(Qt::LeftButton, event->modifiers(), center);

@@ -49,10 +49,12 @@ void CKivTreeCtrl::scrollTo(const QModelIndex& index, ScrollHint hint)
     const QRect shown = visualRect(index);
     if (shown.isNull())
         return;
-    const int left = shown.left() + bar.value();
-    const int right = left + std::min(sizeHintForIndex(index).width(), WidestName);
-    if (right > header()->sectionSize(0)) {
-        header()->setMinimumSectionSize(right);
+    const int text = shown.left() + bar.value();
+    const int left = text - indentation(); // the box to expand it is shown too
+    const int right = text + std::min(sizeHintForIndex(index).width(), WidestName);
+    if (const int width = std::max(right, viewport()->width()); width != header()->sectionSize(0)) {
+        header()->setMinimumSectionSize(right > viewport()->width() ? right : -1);
+        header()->resizeSection(0, width);
         updateGeometries();
     }
     // No further than it takes; the base goes to one end of the row or the other.

@@ -43,6 +43,7 @@ public:
 
     /// Notes an element that met nothing at the replay. It counts as such as long as it looks for the same name.
     void SetUnmet(const picojson::object& node, const QString& name) { m_unmet.insert(&node, name); }
+    [[nodiscard]] bool IsUnmet(const picojson::value& element) const;
     void ForgetUnmet() { m_unmet.clear(); }
 
     /// Forgets an array; the next search reads it from the front.
@@ -67,7 +68,6 @@ private:
     [[nodiscard]] CArrayIndex& Of(const picojson::array& nodes);
     [[nodiscard]] static std::optional<QString> NameOf(const picojson::value& element);
     [[nodiscard]] static std::optional<QString> ClaimOf(const picojson::value& element);
-    [[nodiscard]] bool IsUnmet(const picojson::value& element) const;
     [[nodiscard]] CNumbersByName& NamesWith(CArrayIndex& index, const picojson::value& element) const;
     [[nodiscard]] static std::optional<size_t> FirstOf(const CArrayIndex& index, const CNumbersByName& names,
                                                        const QString& name);

@@ -29,17 +29,16 @@ void CPlaceOverlay::AnalyzeNodeContext(picojson::array& nodes, CPlaceItem* paren
             continue;
         auto& node = element.get<picojson::object>();
         const QString name = Text(node, Key::OriginalName);
-        if (!node[Key::Action].is<std::string>())
+        if (!node[Key::Action].is<std::string>()) {
+            m_index.SetUnmet(node, name);
             continue;
+        }
         const std::string& action = node[Key::Action].get<std::string>();
 
         CPlaceItem* item = nullptr;
         if (action == Action::Path) {
-            if (node[Key::Next].is<picojson::array>()) {
+            if (node[Key::Next].is<picojson::array>())
                 item = m_list.Tree().SearchNodeItem(parent, name);
-                if (!item)
-                    m_index.SetUnmet(node, name);
-            }
         } else if (action == Action::Add) {
             carried.Take(node);
             item = AddTreeViewFromContextData(parent, name, Text(node, Key::VerticalOffset), carried, depth);
@@ -50,15 +49,15 @@ void CPlaceOverlay::AnalyzeNodeContext(picojson::array& nodes, CPlaceItem* paren
             if (item) {
                 carried.Take(node);
                 UpdTreeViewFromContextData(item, Text(node, Key::LatestName), carried);
-            } else {
-                m_index.SetUnmet(node, name);
             }
         } else if (action == Action::Delete) {
             if (CPlaceItem* deleted = m_list.Tree().SearchNodeItem(parent, name))
                 m_list.Tree().Remove(deleted);
         }
 
-        if (item && node[Key::Next].is<picojson::array>())
+        if (!item)
+            m_index.SetUnmet(node, name);
+        else if (node[Key::Next].is<picojson::array>())
             AnalyzeNodeContext(node[Key::Next].get<picojson::array>(), item, depth + 1);
     }
 }

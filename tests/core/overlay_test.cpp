@@ -48,6 +48,7 @@ std::vector<EditCase> EditCases()
     const QByteArray harbour = "135.2500000,34.5000000,12,09.00, 0, 1, 3";
     const QString unchanged = u"Japan(Kanto(Harbour 港見台)) Overseas(Ridge)"_s;
     const QByteArray renamed = Node("update", "Harbour", "[]", "leaf", "Port", "", harbour);
+    const QByteArray revalued = Node("update", "Harbour", "[]", "leaf", "Harbour", "", harbour);
     const QByteArray added = Node("add", "Spot", "[]", "leaf", "", "Harbour", Spot);
     return {
         {"rename, add after it, delete a folder", "",
@@ -66,7 +67,7 @@ std::vector<EditCase> EditCases()
              CPlaceItem* item = f.At({u"Japan"_s, u"Kanto"_s, u"Port"_s});
              f.Document().UpdatePlace(item, u"Harbour"_s, f.Document().Place(item->Data()));
          },
-         InRoot(InKanto(Node("update", "Harbour", "[]", "leaf", "Harbour", "", harbour))), unchanged},
+         InRoot(InKanto(revalued)), unchanged},
         {"rename a folder, keep its name once more, then add in it", "",
          [](CPlacesInFolder& f) {
              f.Document().UpdateFolder(f.At({u"Overseas"_s}), u"海外"_s);
@@ -114,11 +115,11 @@ std::vector<EditCase> EditCases()
                          ']')),
          u"Overseas(Ridge) Japan(Kanto(Harbour 港見台))"_s},
         {"add where an entry of that name matched nothing",
-         InRoot(InKanto(Node("update", "Gone", "[]", "leaf", "Spot"))),
+         InRoot(InKanto(Node("update", "Gone", "[]", "leaf", "Spot") + ',' + revalued)),
          [](CPlacesInFolder& f) {
              AddSpot(f, u"Spot"_s, {u"Japan"_s, u"Kanto"_s, u"Harbour"_s});
          },
-         InRoot(InKanto(added)), u"Japan(Kanto(Harbour Spot 港見台)) Overseas(Ridge)"_s},
+         InRoot(InKanto(added + ',' + revalued)), u"Japan(Kanto(Harbour Spot 港見台)) Overseas(Ridge)"_s},
         {"edit after an empty document", "[]", [](CPlacesInFolder& f) { f.Document().Delete(f.At({u"Overseas"_s})); },
          InRoot(Node("delete", "Overseas", "\"\"")), u"Japan(Kanto(Harbour 港見台))"_s},
     };
@@ -289,6 +290,18 @@ TEST(PlaceOverlay, EntriesThatMetNothingTakeNoEdits)
         {"a renamed folder meets no path behind it",
          Node("path", "Overseas", "[]") + ',' + Node("path", "None", '[' + Node("delete", "Ridge", "\"\"") + ']'),
          [](CPlacesInFolder& f) { f.Document().UpdateFolder(f.At({u"Overseas"_s}), u"None"_s); }},
+        {"a renamed place meets no renaming behind it to a name further up",
+         InKanto(Node("update", "\x8D\x60\x8C\xA9\x91\xE4", "[]", "leaf", "\x8D\x60\x8C\xA9\x91\xE4", "", Spot) + ',' +
+                 Node("update", "None", "[]", "leaf", "Harbour", "", Spot)),
+         [&](CPlacesInFolder& f) {
+             update(f, {u"Japan"_s, u"Kanto"_s, u"港見台"_s}, u"None"_s, 1);
+         }},
+        {"a folder gets the name of what no replay follows", Node("path", "None", "\"\"") + ',' + Node("odd", "None"),
+         [](CPlacesInFolder& f) {
+             f.Document().UpdateFolder(f.At({u"Overseas"_s}), u"None"_s);
+             f.Document().AddFolder(f.At({u"None"_s}), nullptr, u"mine"_s);
+             f.Document().UpdateFolder(f.At({u"None"_s}), u"Other"_s);
+         }},
         {"an addition finds its neighbour", InKanto(Node("update", "None", "[]", "leaf", "Y", "", Spot)),
          [&](CPlacesInFolder& f) {
              AddSpot(f, u"X"_s, harbour);

@@ -286,6 +286,14 @@ void CPlaceOverlay::RevertStep(CChange::CStep&& step)
         holder.insert(holder.begin() + static_cast<std::ptrdiff_t>(position), std::move(step.Old));
         m_index.Inserted(holder, position, step.Number);
         break;
+    case CChange::Kind::PutLast: {
+        m_index.BeforeErase(holder, holder.size() - 1);
+        picojson::value entry = std::move(holder.back());
+        holder.pop_back();
+        holder.insert(holder.begin() + static_cast<std::ptrdiff_t>(position), std::move(entry));
+        m_index.Inserted(holder, position, step.Number);
+        break;
+    }
     case CChange::Kind::Replaced:
         m_index.BeforeChange(holder, position);
         m_index.Drop(holder[position]);

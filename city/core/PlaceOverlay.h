@@ -31,6 +31,7 @@ public:
         {
             Appended, ///< an element at Position
             Erased,   ///< the element Old from Position
+            PutLast,  ///< the element from Position went to the end
             Replaced, ///< the element Old at Position
             KeySet    ///< the key of the element at Position, which held Old or was missing
         };

@@ -112,10 +112,13 @@ void CPlaceOverlay::SetAnchor(const CCursor& cursor, const CPlaceItem* item)
 
 void CPlaceOverlay::PutLast(CCursor& cursor)
 {
-    picojson::value entry = (*cursor.Holder)[cursor.Position()];
-    Erase(cursor);
-    cursor.Holder->push_back(std::move(entry));
-    m_index.Appended(*cursor.Holder);
-    cursor.Path.back() = cursor.Holder->size() - 1;
-    m_change.m_steps.push_back({CChange::Kind::Appended, cursor.Path, {}, {}, false, 0});
+    picojson::array& nodes = *cursor.Holder;
+    const quint64 number = m_index.BeforeErase(nodes, cursor.Position());
+    m_change.m_steps.push_back({CChange::Kind::PutLast, cursor.Path, {}, {}, false, number});
+    const auto at = nodes.begin() + static_cast<std::ptrdiff_t>(cursor.Position());
+    picojson::value entry = std::move(*at); // the very element, as what met nothing is known by its address
+    nodes.erase(at);
+    nodes.push_back(std::move(entry));
+    m_index.Appended(nodes);
+    cursor.Path.back() = nodes.size() - 1;
 }

@@ -226,7 +226,7 @@ void CRoadMapPainter::PaintWays(QPainter& painter, const RoadMapScene& scene, QS
             if (i % stride != 0 && i + 1 < run.size())
                 continue;
             lines.append({from, run.at(i)});
-            length += (run.at(i) - from).manhattanLength();
+            length += std::min((run.at(i) - from).manhattanLength(), area.width() + area.height()); // what can be seen
             from = run.at(i);
         }
     }

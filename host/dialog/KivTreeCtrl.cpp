@@ -52,10 +52,12 @@ void CKivTreeCtrl::scrollTo(const QModelIndex& index, ScrollHint hint)
     const int text = shown.left() + bar.value();
     const int left = text - indentation(); // the box to expand it is shown too
     const int right = text + std::min(sizeHintForIndex(index).width(), WidestName);
-    if (const int width = std::max(right, viewport()->width()); width != header()->sectionSize(0)) {
-        header()->setMinimumSectionSize(right > viewport()->width() ? right : -1);
-        header()->resizeSection(0, width);
+    if (right > header()->sectionSize(0)) {
+        header()->setMinimumSectionSize(right);
+        setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn); // at once, for it would cover the lowest row later
         updateGeometries();
+        QTreeView::scrollTo(index, hint);
+        setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     }
     // No further than it takes; the base goes to one end of the row or the other.
     bar.setValue(std::clamp(before, std::min(right - viewport()->width(), left), left));
@@ -126,8 +128,11 @@ void CKivTreeCtrl::mouseReleaseEvent(QMouseEvent* event)
 {
     const QModelIndex index = m_pressed;
     m_pressed = QModelIndex();
-    if (event->button() == Qt::LeftButton && index.isValid())
-        Select(index);
+    if (event->button() != Qt::LeftButton || !index.isValid())
+        return;
+    const int sideways = horizontalScrollBar()->value();
+    Select(index);
+    horizontalScrollBar()->setValue(sideways); // a second click is to meet the same name
 }
 
 void CKivTreeCtrl::mouseDoubleClickEvent(QMouseEvent* event)

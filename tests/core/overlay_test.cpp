@@ -302,6 +302,14 @@ TEST(PlaceOverlay, EntriesThatMetNothingTakeNoEdits)
              f.Document().AddFolder(f.At({u"None"_s}), nullptr, u"mine"_s);
              f.Document().UpdateFolder(f.At({u"None"_s}), u"Other"_s);
          }},
+        {"what met nothing below a renaming that goes to the end",
+         Node("path", "Japan", '[' + Node("path", "None", '[' + Node("delete", "x", "\"\"") + ']') + ']') + ',' +
+             Node("update", "Overseas", "[]", "node", "Abroad"),
+         [](CPlacesInFolder& f) {
+             f.Document().UpdateFolder(f.At({u"Japan"_s}), u"Overseas"_s);
+             f.Document().UpdateFolder(f.At({u"Overseas"_s, u"Kanto"_s}), u"None"_s);
+             f.Document().AddFolder(f.At({u"Overseas"_s, u"None"_s}), nullptr, u"mine"_s);
+         }},
         {"an addition finds its neighbour", InKanto(Node("update", "None", "[]", "leaf", "Y", "", Spot)),
          [&](CPlacesInFolder& f) {
              AddSpot(f, u"X"_s, harbour);

@@ -6,6 +6,7 @@
 #include <QAbstractButton>
 #include <QDir>
 #include <QFile>
+#include <QScrollBar>
 
 using namespace Qt::StringLiterals;
 
@@ -182,6 +183,31 @@ TEST_F(CityList, EditsNothingInAReadOnlyListBeyondWhatTheRootAllows)
     });
     EXPECT_EQ(Dialog->result(), QDialog::Accepted);
     EXPECT_EQ(ReadFile("kivpel_user_obs.json"), "(none)");
+}
+
+TEST_F(CityList, ScrollsSidewaysToWhatLiesDeep)
+{
+    QByteArray list = "#PLACE LIST\r\n";
+    for (int level = 1; level <= 30; ++level)
+        list += QByteArray(level, '@') + "F\r\n";
+    WriteFile("kivpel.obs", list + "Deep place,1E,2N,3,+09.00, 0, 0, 2\r\n");
+    Run([this] {
+        auto* tree = Dialog->Item<CKivTreeCtrl>(CityId::Tree);
+        Dialog->resize(Dialog->minimumSizeHint());
+        QModelIndex deep = At("");
+        while (tree->model()->hasChildren(deep))
+            deep = tree->model()->index(0, 0, deep);
+        tree->Select(deep);
+        EXPECT_TRUE(tree->viewport()->rect().contains(tree->visualRect(deep).topLeft() + QPoint(60, 5)));
+        const QModelIndex folder = deep.parent();
+        const QPoint name = tree->visualRect(folder).topLeft() + QPoint(25, 5);
+        QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, name);
+        EXPECT_EQ(tree->indexAt(name), folder) << "a second click meets it again";
+        tree->setFocus();
+        Key(Qt::Key_Home);
+        EXPECT_EQ(Selected(), "場所");
+        EXPECT_EQ(tree->horizontalScrollBar()->value(), 0) << "its box is in sight";
+    });
 }
 
 TEST_F(CityList, WritesTheUserListWithoutAWindow)

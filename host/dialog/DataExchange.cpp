@@ -6,17 +6,23 @@
 
 namespace
 {
-void WriteNumber(CKivEdit* edit, const QString& text, int maxChars)
+/// Moves a number between a member and its box. `find` reads a text's number, `format` writes one as the box shows it.
+template <typename Value, typename Find, typename Format>
+void ExchangeNumber(const CDataExchange& exchange, CKivEdit& edit, Value& value, Find find, Format format)
 {
-    const int length = qMax(maxChars, static_cast<int>(text.size()));
-    if (edit->maxLength() != length)
-        edit->setMaxLength(length); // it moves the caret to the end, even when nothing changes
-    edit->SetText(text);
+    const auto standing = find(edit.text());
+    if (exchange.IsSaving()) {
+        value = standing.value_or(value);
+        edit.SetInForce(format(value));
+    } else
+        edit.ShowNumber(format(value), standing ? format(*standing) : QString());
 }
 } // namespace
 
 void DDX_Radio(CDataExchange* exchange, int firstId, int& value, int count)
 {
+    if (!exchange->Takes(firstId))
+        return;
     if (exchange->IsSaving())
         value = -1;
     for (int i = 0; i < count; ++i) {
@@ -35,30 +41,29 @@ void DDX_Radio(CDataExchange* exchange, int firstId, int& value, int count)
 void DDX_Int(CDataExchange* exchange, int id, int& value, int width, int maxChars)
 {
     auto* edit = exchange->Dialog().Item<CKivEdit>(id);
-    if (!edit)
+    if (!edit || !exchange->Takes(id))
         return;
-    if (exchange->IsSaving())
-        value = Number::FindLeadingInt(edit->text()).value_or(value);
-    else
-        WriteNumber(edit, Number::Format("%*d", width, value), maxChars);
+    edit->TakeNumbers(true, maxChars);
+    ExchangeNumber(
+        *exchange, *edit, value, [](const QString& text) { return Number::FindLeadingInt(text); },
+        [width](int number) { return Number::Format("%*d", width, number); });
 }
 
 void DDX_DoubleFmt(CDataExchange* exchange, int id, double& value, const char* format, int maxChars)
 {
     auto* edit = exchange->Dialog().Item<CKivEdit>(id);
-    if (!edit)
+    if (!edit || !exchange->Takes(id))
         return;
-    if (exchange->IsSaving()) {
-        value = Number::FindLeadingDouble(edit->text()).value_or(value);
-        return;
-    }
-    WriteNumber(edit, Number::FormatUnchecked(format, value), maxChars);
+    edit->TakeNumbers(false, maxChars);
+    ExchangeNumber(
+        *exchange, *edit, value, [](const QString& text) { return Number::FindLeadingDouble(text); },
+        [format](double number) { return Number::FormatUnchecked(format, number); });
 }
 
 void DDX_Check(CDataExchange* exchange, int id, int& value)
 {
     auto* box = exchange->Dialog().Item<CKivCheckBox>(id);
-    if (!box)
+    if (!box || !exchange->Takes(id))
         return;
     if (exchange->IsSaving())
         value = box->isChecked() ? 1 : 0;
@@ -69,7 +74,7 @@ void DDX_Check(CDataExchange* exchange, int id, int& value)
 void DDX_Text(CDataExchange* exchange, int id, QString& value)
 {
     auto* edit = exchange->Dialog().Item<CKivEdit>(id);
-    if (!edit)
+    if (!edit || !exchange->Takes(id))
         return;
     if (exchange->IsSaving())
         value = edit->text();
@@ -80,7 +85,7 @@ void DDX_Text(CDataExchange* exchange, int id, QString& value)
 void DDX_CBIndex(CDataExchange* exchange, int id, int& index)
 {
     auto* combo = exchange->Dialog().Item<CKivComboBox>(id);
-    if (!combo)
+    if (!combo || !exchange->Takes(id))
         return;
     if (exchange->IsSaving())
         index = combo->currentIndex();

@@ -4,6 +4,7 @@
 #include "host/dialog/Help.h"
 #include "host/dialog/TemplateLoader.h"
 #include "host/dialog/ThemedControls.h"
+#include "host/text/Number.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -97,20 +98,26 @@ bool CKivDialog::LoadTemplate()
 
 void CKivDialog::ConnectMessages()
 {
-    const auto notify = [this](const MessageEntry& entry, int delta) {
+    const auto notify = [this](const MessageEntry& entry, int argument) {
         if (m_writing == 0)
-            Guarded([&entry, delta] { entry.Handler(delta); });
+            RunHandler(entry, argument);
     };
     for (const MessageEntry& entry : m_messages) {
         QWidget* item = Item(entry.Id);
         switch (entry.Kind) {
         case Notice::Change:
-            if (auto* edit = qobject_cast<QLineEdit*>(item))
-                connect(edit, &QLineEdit::textEdited, this, [notify, &entry] { notify(entry, 0); });
+            if (auto* edit = qobject_cast<CKivEdit*>(item))
+                connect(edit, &QLineEdit::textEdited, this, [this, edit, &entry] {
+                    if (m_writing == 0)
+                        RunChangeHandler(entry, *edit);
+                });
             break;
         case Notice::Clicked:
             if (auto* button = qobject_cast<QAbstractButton*>(item))
-                connect(button, &QAbstractButton::clicked, this, [notify, &entry] { notify(entry, 0); });
+                connect(button, &QAbstractButton::clicked, this, [this, notify, &entry] {
+                    SettleFocusedBox();
+                    notify(entry, 0);
+                });
             break;
         case Notice::DeltaPos:
             if (auto* spin = qobject_cast<CKivSpinButton*>(item))
@@ -137,8 +144,10 @@ void CKivDialog::ConnectMessages()
     }
     const auto connectButton = [this](int id, void (CKivDialog::*handler)()) {
         if (auto* button = Item<QAbstractButton>(id))
-            connect(button, &QAbstractButton::clicked, this,
-                    [this, handler] { Guarded([this, handler] { (this->*handler)(); }); });
+            connect(button, &QAbstractButton::clicked, this, [this, handler] {
+                SettleFocusedBox();
+                Guarded([this, handler] { (this->*handler)(); });
+            });
     };
     connectButton(IdOk, &CKivDialog::OnOK);
     connectButton(IdCancel, &CKivDialog::OnCancel);
@@ -155,10 +164,59 @@ void CKivDialog::BindSpinButtons()
             continue;
         if (auto* edit = Item<QLineEdit>(spin->property(BuddyProperty).toInt())) {
             spin->SetCaption(edit->accessibleName());
-            edit->setInputMethodHints(Qt::ImhPreferLatin); // a number: full-width digits would not be read
             edit->installEventFilter(this);
         }
     }
+}
+
+void CKivDialog::RunHandler(const MessageEntry& entry, int argument)
+{
+    const QPointer<CKivDialog> self(this);
+    ++m_handling;
+    Guarded([&entry, argument] { entry.Handler(argument); });
+    if (self)
+        --m_handling;
+}
+
+/// A number that the handler replaced by another, or that it left for the next key, has not been applied.
+void CKivDialog::RunChangeHandler(const MessageEntry& entry, CKivEdit& edit)
+{
+    const QPointer<CKivEdit> box(&edit);
+    const std::optional<double> typed = Number::FindLeadingDouble(edit.text());
+    RunHandler(entry, 0);
+    if (!box || !box->TakesNumbers() || !m_isWindow)
+        return;
+    const std::optional<double> left = Number::FindLeadingDouble(box->text());
+    if (typed && left) // an empty box leaves what is pending as it was
+        box->SetPending(box->text().endsWith(u'.') || *typed != *left);
+}
+
+/// What a box shows when the user leaves it is so: a number that no handler has applied is applied as the next key
+/// would do it, and what is no number gives way to the value in force.
+void CKivDialog::SettleBox(CKivEdit& edit)
+{
+    if (!m_isWindow || m_handling > 0 || !edit.TakesNumbers())
+        return;
+    const int id = m_items.key(&edit, 0);
+    if (!Number::FindLeadingDouble(edit.text())) {
+        edit.SetInForce({}); // whatever the box held
+        UpdateItem(id, false);
+    }
+    if (edit.text().endsWith(u'.'))
+        edit.SetText(edit.text().chopped(1));
+    if (!edit.IsPending())
+        return;
+    edit.SetPending(false);
+    for (const MessageEntry& entry : m_messages) {
+        if (entry.Kind == Notice::Change && entry.Id == id)
+            RunHandler(entry, 0);
+    }
+}
+
+void CKivDialog::SettleFocusedBox()
+{
+    if (auto* edit = qobject_cast<CKivEdit*>(focusWidget()))
+        SettleBox(*edit);
 }
 
 void CKivDialog::CatchKeys()
@@ -179,6 +237,11 @@ bool CKivDialog::eventFilter(QObject* watched, QEvent* event)
         Guarded([this, event, &isConsumed] { isConsumed = PreTranslateMessage(*static_cast<QKeyEvent*>(event)); });
         if (isConsumed)
             return true;
+    }
+    if (event->type() == QEvent::FocusOut &&
+        static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason) { // not its own menu
+        if (auto* edit = qobject_cast<CKivEdit*>(watched); edit && m_items.values().contains(edit))
+            SettleBox(*edit);
     }
     if (event->type() != QEvent::KeyPress)
         return QDialog::eventFilter(watched, event);
@@ -225,6 +288,14 @@ void CKivDialog::UpdateData(bool saveAndValidate)
     DoDataExchange(&exchange);
 }
 
+void CKivDialog::UpdateItem(int id, bool saveAndValidate)
+{
+    const WriteGuard guard(*this);
+    CDataExchange exchange(*this, saveAndValidate);
+    exchange.RestrictTo(id);
+    DoDataExchange(&exchange);
+}
+
 bool CKivDialog::OnInitDialog()
 {
     UpdateData(false);
@@ -253,16 +324,19 @@ void CKivDialog::done(int result)
 
 void CKivDialog::accept()
 {
+    SettleFocusedBox();
     Guarded([this] { OnOK(); });
 }
 
 void CKivDialog::reject()
 {
+    SettleFocusedBox();
     Guarded([this] { OnCancel(); });
 }
 
 void CKivDialog::closeEvent(QCloseEvent* event)
 {
+    SettleFocusedBox();
     // Not the toolkit's own handling: that would go on to reject().
     Guarded([this] { OnClose(); });
     event->accept();

@@ -11,6 +11,8 @@
 #include <functional>
 #include <vector>
 
+class CKivEdit;
+
 /// The base of the module's dialogs. It builds the window from the template of its number, moves data between
 /// members and controls, maps notifications to handlers, and holds the settings section and the host's sky engine.
 ///
@@ -180,6 +182,11 @@ private:
 
     [[nodiscard]] bool CreateWindow(CCorKiv* hostEngine);
     [[nodiscard]] bool LoadTemplate();
+    void RunHandler(const MessageEntry& entry, int argument);
+    void RunChangeHandler(const MessageEntry& entry, CKivEdit& edit);
+    void SettleBox(CKivEdit& edit);
+    void SettleFocusedBox();
+    void UpdateItem(int id, bool saveAndValidate);
     [[nodiscard]] bool IsOwnKey(const QObject* watched, const QEvent* event) const;
     void ConnectMessages();
     void BindSpinButtons();
@@ -192,5 +199,6 @@ private:
     MessageMap m_messages;
     EventSinkMap m_events;
     int m_writing = 0;
+    int m_handling = 0; ///< handlers under way; what they do to the focus is no doing of the user's
     bool m_isWindow = false;
 };

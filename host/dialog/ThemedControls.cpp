@@ -1,6 +1,7 @@
 #include "host/dialog/ThemedControls.h"
 
 #include "host/dialog/HeldKey.h"
+#include "host/dialog/NumberInput.h"
 #include "host/text/Number.h"
 
 #include <QHeaderView>
@@ -8,6 +9,7 @@
 #include <QPainter>
 #include <QResizeEvent>
 #include <QToolButton>
+#include <QToolTip>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -36,6 +38,37 @@ void CKivEdit::SetText(const QString& newText)
 int CKivEdit::SelectionEnd() const
 {
     return hasSelectedText() ? selectionEnd() : cursorPosition();
+}
+
+void CKivEdit::TakeNumbers(bool isWhole, int maxChars)
+{
+    if (!m_input) {
+        m_input = new CNumberInput(this);
+        setValidator(m_input);
+        setInputMethodHints(Qt::ImhPreferLatin);
+        connect(this, &QLineEdit::inputRejected, this, &CKivEdit::TellRefusal);
+    }
+    m_input->Allow(isWhole, maxChars);
+}
+
+void CKivEdit::ShowNumber(const QString& number, const QString& standing)
+{
+    const bool isSame = standing.isEmpty() ? m_inForce == number : standing == number;
+    m_inForce = number;
+    if (hasFocus() && isSame)
+        return;
+    if (m_input && number.size() > m_input->Longest())
+        m_input->Allow(m_input->IsWhole(), static_cast<int>(number.size()));
+    SetText(number);
+}
+
+void CKivEdit::TellRefusal()
+{
+    const QString what = m_input->IsWhole() ? u"整数"_s : u"数値"_s;
+    QToolTip::showText(mapToGlobal(QPoint(0, height())),
+                       u"ここには"_s + what + u"を "_s + QString::number(m_input->Longest()) +
+                           u" 文字以内で入力してください。"_s,
+                       this);
 }
 
 CKivSlider::CKivSlider(QWidget* parent) : QSlider(Qt::Vertical, parent)

@@ -11,6 +11,8 @@
 #include <QSlider>
 #include <QTreeView>
 
+class CNumberInput;
+
 /// The host's themed controls. Templates name them as widget classes; the theme styles them by these names.
 
 class CKivRadioButton : public QRadioButton
@@ -65,6 +67,29 @@ public:
 
     /// End of the selection, or the caret without one.
     [[nodiscard]] int SelectionEnd() const;
+
+    /// Makes this a box for decimal numbers, whole ones only or any, of at most so many characters; a longer text that
+    /// the program writes may stand. What is refused is told in a tip.
+    void TakeNumbers(bool isWhole, int maxChars);
+    [[nodiscard]] bool TakesNumbers() const { return m_input != nullptr; }
+
+    /// Shows a number that the program writes. While the user is in the box, a text that `standing`, what it means at
+    /// the box's own format, tells to be that number already keeps its digits and its caret; so does a text that is no
+    /// number yet (empty `standing`) while the value in force is what it was.
+    void ShowNumber(const QString& number, const QString& standing);
+    /// Remembers the value in force, as the box would show it.
+    void SetInForce(const QString& number) { m_inForce = number; }
+
+    /// Whether the box holds something that no handler has applied.
+    [[nodiscard]] bool IsPending() const { return m_isPending; }
+    void SetPending(bool isPending) { m_isPending = isPending; }
+
+private:
+    void TellRefusal();
+
+    CNumberInput* m_input = nullptr; ///< a child of this; null: any text
+    QString m_inForce;
+    bool m_isPending = false;
 };
 
 /// A vertical track bar whose top is its lowest value. A key held, a drag and a held click are one scroll action each,

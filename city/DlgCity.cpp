@@ -218,7 +218,9 @@ void CDlgCity::OnObsSetInit()
 void CDlgCity::OnOK()
 {
     if (IsListWritable == 0 && Document.CanUndo())
-        MessageBox(u"観測地ファイルが読み取り専用のため、観測地の変更は保存されません。\n\n"_s + Paths.ListFilePath,
+        MessageBox(u"地名の一覧のファイルが読み取り専用のため、一覧の編集内容は保存されません。\n"
+                   u"（選んだ観測地は反映されます。）\n\n"_s +
+                       Paths.ListFilePath,
                    IPrompts::Icon::Exclamation);
     if (IsModified != 0 && IsListWritable != 0 && !SavePlaces())
         return;
@@ -237,12 +239,14 @@ bool CDlgCity::SavePlaces()
             MapControl->ReloadUserPlaces(true);
     }
     if (!saved.Overlay)
-        return MessageBox(u"観測地の変更を保存できませんでした。保存先のフォルダと空き容量を確かめてください。\n"
-                          u"このまま閉じると、変更は失われます。閉じますか?\n\n"_s +
-                              Paths.OverlayFilePath,
-                          IPrompts::Icon::Warning, IPrompts::Buttons::OkCancel) == IPrompts::Answer::Ok;
+        return MessageBox(
+                   u"地名の一覧の編集内容を保存できませんでした。保存先のフォルダと空き容量を確認してください。\n"
+                   u"「OK」で編集内容を破棄して閉じ、「キャンセル」で一覧に戻ります。\n\n"_s +
+                       Paths.OverlayFilePath,
+                   IPrompts::Icon::Warning, IPrompts::Buttons::OkCancel) == IPrompts::Answer::Ok;
     if (!saved.UserList)
-        MessageBox(u"観測地の変更は保存しましたが、地図に示す一覧を更新できませんでした。\n\n"_s +
+        MessageBox(u"一覧の編集内容は保存しましたが、地図に表示する一覧を更新できませんでした。\n"
+                   u"保存先の空き容量を確認し、もう一度保存してください。\n\n"_s +
                        Paths.UserListFilePath,
                    IPrompts::Icon::Exclamation);
     return true;

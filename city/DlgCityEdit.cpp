@@ -66,7 +66,8 @@ void CDlgCity::OnCityAdd()
 void CDlgCity::AddCity(CPlaceItem* parent, CPlaceItem* after)
 {
     if (Document.PlaceCount() >= CPlaceList::PlaceTableSize) // told before the user types anything
-        throw CInvalidArgument("the place table is full");
+        throw CInvalidArgument("the place table is full", u"地名の数が上限（10,000 件）に達したため、追加できません。\n"
+                                                          u"不要な地名を「編集」で書き換えてください。"_s);
     CEdtCty editor(this);
     editor.MapControl = MapControl;
     editor.Name = StringTable::Load(StringTable::NewPlaceName);
@@ -171,7 +172,8 @@ void CDlgCity::OnBnClickedCityReset()
         throw;
     }
     if (!isReset) {
-        MessageBox(u"観測地ファイルを読み込めないため、初期化できません。"_s, IPrompts::Icon::Exclamation);
+        MessageBox(u"地名の一覧のファイル（kivpel.obs）を読み込めないため、初期化できません。"_s,
+                   IPrompts::Icon::Exclamation);
         return;
     }
     IsModified = 1;

@@ -49,7 +49,7 @@ int CEdtCty::CheckValue()
     Name = PlaceName::Normalized(Name);
     QString complaints = Name.isEmpty() ? u"都市名を入力してください。\n"_s : QString();
     complaints += PlaceEntryRules::FinalComplaints(Coordinates);
-    complaints += PlaceName::Complaints(Name, u"都市名"_s);
+    complaints += PlaceName::Complaints(Name, u"地名"_s);
     if (complaints.isEmpty())
         return 1;
     MessageBox(complaints);

@@ -45,9 +45,9 @@ CPlaceFindLine::CPlaceFindLine(QAbstractScrollArea* tree)
         row->addWidget(button);
         return button;
     };
-    connect(addButton(Qt::UpArrow, {}, u"前の一致 (Shift+F3)"_s), &QToolButton::clicked, this,
+    connect(addButton(Qt::UpArrow, {}, u"前を検索 (Shift+F3)"_s), &QToolButton::clicked, this,
             &CPlaceFindLine::PreviousWanted);
-    connect(addButton(Qt::DownArrow, {}, u"次の一致 (F3)"_s), &QToolButton::clicked, this, &CPlaceFindLine::NextWanted);
+    connect(addButton(Qt::DownArrow, {}, u"次を検索 (F3)"_s), &QToolButton::clicked, this, &CPlaceFindLine::NextWanted);
     connect(addButton(Qt::NoArrow, u"×"_s, u"検索を閉じる (Esc)"_s), &QToolButton::clicked, this,
             &CPlaceFindLine::Close);
     m_viewport->installEventFilter(this);
@@ -88,7 +88,7 @@ QString CPlaceFindLine::Text() const
 void CPlaceFindLine::ShowCount(int ordinal, int count)
 {
     if (count == 0)
-        m_count->setText(Text().isEmpty() ? QString() : u"一致なし"_s);
+        m_count->setText(Text().isEmpty() ? QString() : u"見つかりません"_s);
     else if (ordinal == 0)
         m_count->setText(Number::Format("%d 件", count));
     else

@@ -307,7 +307,7 @@ CListWriter CPlaceListMaker::Make(int limit)
     CollectWorld(std::max(limit - fixedCount, 0));
 
     CListWriter writer;
-    writer.Comment(u" 観測地リスト"_s);
+    writer.Comment(u" 地名の一覧"_s);
     writer.Comment(u" 地名・位置・標高: GeoNames (CC BY 4.0) ほか。出典は SOURCES.md を参照"_s);
     writer.OpenFolder(u"日本"_s);
     for (const QStringList& row : CsvTable::Read(m_tables + u"/prefectures.csv"_s, 7)) {

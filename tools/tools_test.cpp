@@ -11,7 +11,7 @@ namespace
 QByteArray SoundList()
 {
     CListWriter writer;
-    writer.Comment(u" 観測地リスト"_s);
+    writer.Comment(u" 地名の一覧"_s);
     writer.OpenFolder(u"日本"_s);
     writer.OpenFolder(u"東京都"_s);
     writer.Place({.Name = u"三鷹市"_s,

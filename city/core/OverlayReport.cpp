@@ -16,7 +16,7 @@ QString ValuesText(const QString& data)
     PlaceFormat::ParseDataString(data, place);
     return (place.Longitude < 0 ? u"西経"_s : u"東経"_s) + Number::Format("%.4f", std::fabs(place.Longitude)) +
            (place.Latitude < 0 ? u"度 南緯"_s : u"度 北緯"_s) + Number::Format("%.4f", std::fabs(place.Latitude)) +
-           Number::Format("度 %.0fm %+.2f", place.Altitude, place.TimeZone) + u"時"_s;
+           Number::Format("度 標高 %.0fm タイムゾーン %+.2f 時間", place.Altitude, place.TimeZone);
 }
 
 class CReporter
@@ -75,7 +75,7 @@ private:
             kind.Take(node);
             const QString anchor = Text(node, Key::VerticalOffset);
             const QString where = anchor.isEmpty() ? u"先頭に"_s : u"「%1」の次に"_s.arg(anchor);
-            Lines += folder + where + (kind.IsPlace ? u"地点"_s : u"フォルダ"_s) + u"「%1」を追加"_s.arg(name) +
+            Lines += folder + where + (kind.IsPlace ? u"地名"_s : u"フォルダ"_s) + u"「%1」を追加"_s.arg(name) +
                      kind.Values();
         } else if (Is(node, Key::Action, Action::Update)) {
             kind.Take(node);

@@ -4,6 +4,8 @@
 
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 template <typename Table> auto& At(Table& table, int index)
@@ -11,6 +13,14 @@ template <typename Table> auto& At(Table& table, int index)
     if (index < 0 || static_cast<size_t>(index) >= table.size())
         throw CInvalidArgument("index outside the place list's table");
     return table[static_cast<size_t>(index)];
+}
+
+/// The next record to be taken of a table.
+template <typename Table> auto& Next(Table& table, int count, const QString& fullText)
+{
+    if (static_cast<size_t>(count) >= table.size())
+        throw CInvalidArgument("a table of the place list is full", fullText);
+    return At(table, count);
 }
 
 CPlaceList::CTables EmptyTables()
@@ -44,12 +54,16 @@ const CCityList& CPlaceList::Place(int index) const
 
 CTagList& CPlaceList::NextFolder()
 {
-    return At(m_tables.Folders, m_tables.FolderCount);
+    static_assert(FolderTableSize == 2000);
+    return Next(m_tables.Folders, m_tables.FolderCount,
+                u"フォルダの数が上限（1,999 件）を超えているため、超えた分は読み込めません。"_s);
 }
 
 CCityList& CPlaceList::NextPlace()
 {
-    return At(m_tables.Places, m_tables.PlaceCount);
+    static_assert(PlaceTableSize == 10'000);
+    return Next(m_tables.Places, m_tables.PlaceCount,
+                u"地名の数が上限（10,000 件）を超えているため、超えた分は読み込めません。"_s);
 }
 
 int CPlaceList::AddPlaceRecord(const CCityList& place)

@@ -2,21 +2,14 @@
 
 #include "city/core/PlaceRecord.h"
 #include "city/core/PlaceTree.h"
+#include "host/system/InvalidArgument.h"
 #include "host/text/KivFile.h"
 
 #include <QString>
 #include <QVariant>
 
 #include <functional>
-#include <stdexcept>
 #include <vector>
-
-/// Raised when an index lies outside a table: more places or folders than the tables hold, or an unknown place.
-class CInvalidArgument : public std::invalid_argument
-{
-public:
-    using std::invalid_argument::invalid_argument;
-};
 
 /// The place list as a document: records, tree and files, without any window.
 class CPlaceList

@@ -60,6 +60,6 @@ QString PlaceName::Complaints(const QString& name, const QString& caption)
     missing.removeIf(IsControl);
     if (!missing.isEmpty())
         complaints +=
-            caption + u"には次の文字を使えません（Shift_JIS にない文字です）："_s + missing.left(mostShown) + u'\n';
+            caption + u"の次の文字は、一覧のファイルに保存できないため使えません："_s + missing.left(mostShown) + u'\n';
     return complaints;
 }

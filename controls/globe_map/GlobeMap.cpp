@@ -45,7 +45,7 @@ CGlobeMap::CGlobeMap(QWidget* parent, QString dataFolder) : CMapWidget(parent), 
     setAccessibleName(u"地球の地図"_s);
     setAccessibleDescription(
         u"矢印キーで地図を回し、Enter キーまたはスペースキーで中央の地点を選びます。"
-        u"＋・－キーと PageUp・PageDown キーで拡大・縮小し、Home キーで観測地を中央に戻します。"_s);
+        u"＋・－キーと Page Up・Page Down キーで拡大・縮小し、Home キーで観測地を中央に戻します。"_s);
     std::bitset<LandmarkKind::Count> kinds;
     m_painter.Landmarks().SetKinds(kinds.set());
     CGlobeMap::ApplyFont();

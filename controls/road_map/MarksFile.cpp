@@ -45,6 +45,9 @@ public:
         return std::move(m_marks);
     }
 
+    /// Whether the text ended as GPX does.
+    [[nodiscard]] bool IsWhole() const { return !m_xml.hasError(); }
+
 private:
     void Begin()
     {
@@ -87,11 +90,24 @@ RoadMapMarks MarksFile::Parse(const QByteArray& bytes)
     return CMarksReader(bytes).Read();
 }
 
-std::optional<RoadMapMarks> MarksFile::Read(const QString& path)
+MarksFile::CResult MarksFile::Read(const QString& path)
 {
     QFile file(path);
-    if (!QFileInfo(file).isFile() || file.size() > LargestFile || !file.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    RoadMapMarks marks = Parse(file.readAll());
-    return marks.IsEmpty() ? std::nullopt : std::optional(std::move(marks));
+    const QFileInfo info(file);
+    if (!info.exists())
+        return {{}, u"ファイルが見つかりません。"_s};
+    if (!info.isFile())
+        return {{}, u"フォルダや装置は読み込めません。"_s};
+    if (file.size() > LargestFile)
+        return {{}, u"ファイルが 16 MB を超えています。"_s};
+    if (!file.open(QIODevice::ReadOnly))
+        return {{}, u"ファイルを開けません。読み取りの権限を確認してください。"_s};
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+        return {{}, u"ファイルを最後まで読めません。"_s};
+    CMarksReader reader(bytes);
+    RoadMapMarks marks = reader.Read();
+    if (!marks.IsEmpty())
+        return {std::move(marks), {}};
+    return {{}, reader.IsWhole() ? u"地点・ルート・軌跡がありません。"_s : u"GPX 形式ではないか、壊れています。"_s};
 }

@@ -5,7 +5,6 @@
 #include <QByteArray>
 #include <QString>
 
-#include <optional>
 #include <vector>
 
 /// A named point that the user brought along.
@@ -32,6 +31,13 @@ namespace MarksFile
 /// At most 5000 points and 50000 points of ways are taken; of a damaged text, what comes before the damage.
 [[nodiscard]] RoadMapMarks Parse(const QByteArray& bytes);
 
-/// The marks of a file; none when it cannot be read, is larger than 16 MiB or holds no mark.
-[[nodiscard]] std::optional<RoadMapMarks> Read(const QString& path);
+/// What came of a file: marks, or why there are none, in a sentence for the user.
+struct CResult
+{
+    RoadMapMarks Marks;
+    QString Failure; ///< empty when there is a mark
+};
+
+/// The marks of a file. None when it cannot be read, is larger than 16 MiB or holds no mark.
+[[nodiscard]] CResult Read(const QString& path);
 } // namespace MarksFile

@@ -4,8 +4,10 @@
 #include "host/control/ControlArguments.h"
 #include "host/control/ControlNumbers.h"
 #include "host/control/CorMpp.h"
+#include "host/dialog/Prompts.h"
 
 #include <QEvent>
+#include <QFileInfo>
 #include <QPainter>
 
 #include <algorithm>
@@ -127,11 +129,24 @@ void CRoadMap::SetScale(const QVariantList& arguments)
 void CRoadMap::OpenFile(const QVariantList& arguments)
 {
     const auto path = Text(arguments);
-    const auto marks = path ? MarksFile::Read(*path) : std::nullopt;
-    if (!marks)
+    if (!path)
         return;
-    m_painter.SetMarks(*marks);
-    MoveCenter(marks->Points.empty() ? marks->Ways.front().front() : marks->Points.front().Position);
+    const auto [marks, failure] = MarksFile::Read(*path);
+    if (!failure.isEmpty()) {
+        // Told from the event loop, as the end of a search is: the box holds up nobody who called.
+        const QString text = u"「%1」を読み込めませんでした。\n%2\n\n"
+                             u"読み込めるのは、地点・ルート・軌跡を含む GPX ファイル（16 MB まで）です。"_s.arg(
+                                 QFileInfo(*path).fileName(), failure);
+        QMetaObject::invokeMethod(
+            this,
+            [this, text] {
+                IPrompts::Current().Show(window(), text, IPrompts::Icon::Exclamation, IPrompts::Buttons::Ok);
+            },
+            Qt::QueuedConnection);
+        return;
+    }
+    m_painter.SetMarks(marks);
+    MoveCenter(marks.Points.empty() ? marks.Ways.front().front() : marks.Points.front().Position);
 }
 
 double CRoadMap::MetersPerPixel() const

@@ -241,7 +241,7 @@ void CRoadMapPainter::PaintWays(QPainter& painter, const RoadMapScene& scene, QS
 QString CRoadMapPainter::Surroundings(const RoadMapScene& scene) const
 {
     const RoadMapAddress* nearest = m_data.NearestMunicipality(scene.View.Center(), SurroundingsReach);
-    return nearest ? nearest->Address + u" 付近"_s : QString();
+    return nearest ? nearest->Address + u"付近"_s : QString();
 }
 
 void CRoadMapPainter::Paint(QImage& picture, const RoadMapScene& scene)

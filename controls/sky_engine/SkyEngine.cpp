@@ -1,6 +1,7 @@
 #include "controls/sky_engine/SkyEngine.h"
 
 #include "controls/sky_engine/EngineBody.h"
+#include "controls/sphere/MapFurniture.h"
 #include "host/control/ControlNumbers.h"
 #include "host/text/Number.h"
 
@@ -54,6 +55,15 @@ QString GridPath(std::size_t body)
     if (body == EngineBodies::Moon)
         return u"Solar.Planet.Earth.Satellite.Moon.Disk.Grid.Visible"_s;
     return u"Solar.Planet.Disk.Grid.Visible"_s;
+}
+
+/// A longitude of the body's location in words: either way from 0 on the Earth and the Moon, one full turn elsewhere.
+QString LongitudeText(std::size_t body, double longitude)
+{
+    if (body == EngineBodies::Earth || body == EngineBodies::Moon)
+        return MapFurniture::LongitudeText(WrapLongitude(longitude), true);
+    const double turn = EngineBodies::FullTurn(longitude);
+    return MapFurniture::LongitudeText(EngineBodies::All()[body].IsEastPositive ? turn : -turn, true);
 }
 
 short ButtonNumber(Qt::MouseButton button)
@@ -185,10 +195,11 @@ void CSkyEngine::PaintNotice(QPainter& painter)
     painter.fillRect(rect(), BackColor);
     painter.setPen(NoticeColor);
     const EngineTime& time = m_state.Time();
-    const QString text =
-        QString::fromUtf16(EngineBodies::All()[m_state.Body()].Label) + u'\n' +
-        Number::Format("緯度 %.4f°\n経度 %.4f°\n%04d-%02d-%02d %02d:%02d:%02d UT", m_state.Latitude(),
-                       m_state.Longitude(), time.Year, time.Month, time.Day, time.Hour, time.Minute, time.Second);
+    const QString text = QString::fromUtf16(EngineBodies::All()[m_state.Body()].Label) + u'\n' +
+                         LongitudeText(m_state.Body(), m_state.Longitude()) + u'\n' +
+                         MapFurniture::LatitudeText(m_state.Latitude(), true) + u'\n' +
+                         Number::Format("%04d年%02d月%02d日  %02d:%02d:%02d UT", time.Year, time.Month, time.Day,
+                                        time.Hour, time.Minute, time.Second);
     painter.drawText(rect(), Qt::AlignCenter, text);
 }
 

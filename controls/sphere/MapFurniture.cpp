@@ -80,10 +80,19 @@ QRectF MapFurniture::ReadOutPlace(const QFont& smallFont, QSizeF area, const QSt
     return {QPointF(area.width() - box.width() - 6, 6), box};
 }
 
+QString MapFurniture::LongitudeText(double longitude, bool hasSeconds)
+{
+    return AngleText(longitude, hasSeconds, "東経", "西経");
+}
+
+QString MapFurniture::LatitudeText(double latitude, bool hasSeconds)
+{
+    return AngleText(latitude, hasSeconds, "北緯", "南緯");
+}
+
 QString MapFurniture::PositionText(const GeoPoint& point, bool hasSeconds)
 {
-    return AngleText(point.Longitude, hasSeconds, "東経", "西経") + u"  "_s +
-           AngleText(point.Latitude, hasSeconds, "北緯", "南緯");
+    return LongitudeText(point.Longitude, hasSeconds) + u"  "_s + LatitudeText(point.Latitude, hasSeconds);
 }
 
 void MapFurniture::DrawFocus(QPainter& painter, const QRectF& area, const QColor& color)

@@ -26,7 +26,10 @@ void DrawPlate(QPainter& painter, const QRectF& place, const QString& text);
 /// Where the read-out stands in an area of that size: at the top, on the right.
 [[nodiscard]] QRectF ReadOutPlace(const QFont& smallFont, QSizeF area, const QString& longestText);
 
-/// A position in degrees and minutes, with `hasSeconds` to the second.
+/// A longitude and a latitude in degrees and minutes, with `hasSeconds` to the second; west and south are negative.
+[[nodiscard]] QString LongitudeText(double longitude, bool hasSeconds);
+[[nodiscard]] QString LatitudeText(double latitude, bool hasSeconds);
+/// Both, side by side.
 [[nodiscard]] QString PositionText(const GeoPoint& point, bool hasSeconds);
 
 /// The frame of an area that has the focus, and the cross in its middle, which the keyboard picks.

@@ -66,7 +66,7 @@ void CDlgCommand::AttachControls()
     // What is sent is what was typed: nothing completes a line to an earlier one.
     CommandCombo->setCompleter(nullptr);
     CommandCombo->lineEdit()->setMaxLength(LongestCommand);
-    CommandCombo->lineEdit()->setPlaceholderText(u"例： ? Location"_s);
+    CommandCombo->lineEdit()->setPlaceholderText(u"例：? Location"_s);
 }
 
 void CDlgCommand::OnOK()
@@ -130,7 +130,7 @@ void CDlgCommand::ShowAnswer(const QString& answer)
         return;
     const int longest = AnswerEdit->maxLength();
     const QString ellipsis = u"…"_s;
-    AnswerEdit->setPlaceholderText(u"（答えはありません）"_s);
+    AnswerEdit->setPlaceholderText(u"（応答はありません）"_s);
     AnswerEdit->SetText(answer.size() <= longest ? answer : answer.left(longest - ellipsis.size()) + ellipsis);
     AnswerEdit->setCursorPosition(0);
 }

@@ -4,6 +4,7 @@
 #include "host/dialog/Help.h"
 #include "host/dialog/TemplateLoader.h"
 #include "host/dialog/ThemedControls.h"
+#include "host/system/InvalidArgument.h"
 #include "host/text/Number.h"
 
 #include <QApplication>
@@ -20,6 +21,7 @@ namespace
 constexpr int IdOk = 1;
 constexpr int IdCancel = 2;
 constexpr int IdHelp = 57670;
+const QString UnknownArgument = u"無効な引数が検出されました。"_s;
 constexpr char BuddyProperty[] = "buddyId";
 } // namespace
 
@@ -262,8 +264,10 @@ void CKivDialog::Guarded(const std::function<void()>& handler)
 {
     try {
         handler();
+    } catch (const CInvalidArgument& error) {
+        MessageBox(error.UserText().isEmpty() ? UnknownArgument : error.UserText(), IPrompts::Icon::Exclamation);
     } catch (const std::invalid_argument&) {
-        MessageBox(u"無効な引数が検出されました。"_s, IPrompts::Icon::Exclamation);
+        MessageBox(UnknownArgument, IPrompts::Icon::Exclamation);
     }
 }
 

@@ -210,8 +210,8 @@ QSize CKivSpinButton::sizeHint() const
 void CKivSpinButton::SetCaption(const QString& caption)
 {
     setAccessibleName(caption);
-    m_up->setAccessibleName(caption + u" 増やす"_s);
-    m_down->setAccessibleName(caption + u" 減らす"_s);
+    m_up->setAccessibleName(caption + u"を増やす"_s);
+    m_down->setAccessibleName(caption + u"を減らす"_s);
 }
 
 void CKivSpinButton::resizeEvent(QResizeEvent* event)

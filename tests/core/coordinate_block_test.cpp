@@ -119,7 +119,7 @@ TEST(PlaceName, RefusesWhatTheFilesCannotKeep)
         {u"#1"_s, "名の先頭には半角の「@」と「#」を使えません。\n"},
         {u"東\t京"_s, "名には改行やタブなどの制御文字を使えません。\n"},
         {u"東\n京\u2028"_s, "名には改行やタブなどの制御文字を使えません。\n"},
-        {u"Málaga 🗼á"_s, "名には次の文字を使えません（Shift_JIS にない文字です）：á🗼\n"},
+        {u"Málaga 🗼á"_s, "名の次の文字は、一覧のファイルに保存できないため使えません：á🗼\n"},
         {u"髙﨑①～－"_s, ""}, // of the code page's extensions
     };
     for (const auto& [name, complaint] : names)

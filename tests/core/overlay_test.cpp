@@ -475,12 +475,12 @@ TEST(PlaceOverlay, IsToldInWords)
     };
     EXPECT_EQ(
         told(InKanto(Node("add", "Spot", "[]", "leaf", "", "Harbour", Spot))),
-        u"場所 / Japan / Kanto / 「Harbour」の次に地点「Spot」を追加 (東経135.3000度 北緯34.6000度 5m +9.00時)"_s);
+        u"場所 / Japan / Kanto / 「Harbour」の次に地名「Spot」を追加 (東経135.3000度 北緯34.6000度 標高 5m タイムゾーン +9.00 時間)"_s);
     EXPECT_EQ(told(Node("add", "New", "[]")), u"場所 / 先頭にフォルダ「New」を追加"_s);
     EXPECT_EQ(told(Node("update", "A", '[' + Node("delete", "x", "\"\"") + ']', "node", "B")),
               u"場所 / 「A」を変更: 新しい名称「B」|場所 / B / 「x」を削除"_s);
     EXPECT_EQ(told(Node("update", "A", "[]", "leaf", "A", "", "-0.5,-1,2,-3.5,0,1,0")),
-              u"場所 / 「A」を変更 (西経0.5000度 南緯1.0000度 2m -3.50時)"_s);
+              u"場所 / 「A」を変更 (西経0.5000度 南緯1.0000度 標高 2m タイムゾーン -3.50 時間)"_s);
     EXPECT_EQ(told("7," + Node("drop", "x")), u"場所 / 読み飛ばされる要素: 7|場所 / 「x」: 不明な操作「drop」"_s);
     EXPECT_EQ(OverlayReport::Lines(OverlayJson::Parse("{}").Document), QStringList());
 }

@@ -299,7 +299,8 @@ TEST_F(CityEdit, SaysWhenThereIsNothingToResetTo)
         QFile::remove(PathOf("kivpel.obs"));
         Prompts.Expect("都市名データを初期化します。\r\nこれまで編集したデータは全て失われます。",
                        IPrompts::Icon::Warning, IPrompts::Buttons::OkCancel);
-        Prompts.Expect("観測地ファイルを読み込めないため、初期化できません。", IPrompts::Icon::Exclamation);
+        Prompts.Expect("地名の一覧のファイル（kivpel.obs）を読み込めないため、初期化できません。",
+                       IPrompts::Icon::Exclamation);
         Click(CityId::ButtonReset);
         EXPECT_EQ(TreeText(), "日本(関東(東京 横浜) 東北(仙台) 富士山) 海外(Paris London)");
         EXPECT_EQ(Selected(), "場所");
@@ -314,7 +315,9 @@ TEST_F(CityEdit, ReportsAFullTable)
     WriteFile("kivpel.obs", list + "#\r\n");
     Run([this] {
         Select("A");
-        Prompts.Expect("無効な引数が検出されました。", IPrompts::Icon::Exclamation);
+        Prompts.Expect("地名の数が上限（10,000 件）に達したため、追加できません。\n"
+                       "不要な地名を「編集」で書き換えてください。",
+                       IPrompts::Icon::Exclamation);
         AddPlace("one more");
         EXPECT_EQ(Dialog->Item<CKivTreeCtrl>(CityId::Tree)->model()->rowCount(At("A")), CPlaceList::PlaceTableSize);
         EXPECT_EQ(Selected(), "A");

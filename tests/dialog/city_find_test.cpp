@@ -38,7 +38,7 @@ TEST_F(CityFind, WalksThroughTheMatchesInTreeOrder)
 
         Key(Qt::Key_A, Qt::ControlModifier);
         Compose(u"ア"_s);
-        EXPECT_EQ(Count(), "一致なし");
+        EXPECT_EQ(Count(), "見つかりません");
         EXPECT_EQ(Selected(), "London");
         Key(Qt::Key_Escape);
         EXPECT_TRUE(Line()->isHidden());

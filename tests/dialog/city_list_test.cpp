@@ -141,9 +141,10 @@ TEST_F(CityList, TellsWhenItCannotSave)
     Run([this] {
         Select("海外/London");
         Key(Qt::Key_Up, Qt::AltModifier);
-        const QByteArray text = "観測地の変更を保存できませんでした。保存先のフォルダと空き容量を確かめてください。\n"
-                                "このまま閉じると、変更は失われます。閉じますか?\n\n" +
-                                Dialog->Paths.OverlayFilePath.toUtf8();
+        const QByteArray text =
+            "地名の一覧の編集内容を保存できませんでした。保存先のフォルダと空き容量を確認してください。\n"
+            "「OK」で編集内容を破棄して閉じ、「キャンセル」で一覧に戻ります。\n\n" +
+            Dialog->Paths.OverlayFilePath.toUtf8();
         for (const IPrompts::Answer answer : {IPrompts::Answer::Cancel, IPrompts::Answer::Ok}) {
             EXPECT_TRUE(Dialog->isVisible());
             Prompts.Expect(text.constData(), IPrompts::Icon::Warning, IPrompts::Buttons::OkCancel, answer);
@@ -176,7 +177,8 @@ TEST_F(CityList, EditsNothingInAReadOnlyListBeyondWhatTheRootAllows)
         for (const Qt::Key key : {Qt::Key_Insert, Qt::Key_F2, Qt::Key_Delete})
             Key(key);
         EXPECT_EQ(TreeText(), std::string("here ") + Shipped);
-        const QByteArray text = "観測地ファイルが読み取り専用のため、観測地の変更は保存されません。\n\n" +
+        const QByteArray text = "地名の一覧のファイルが読み取り専用のため、一覧の編集内容は保存されません。\n"
+                                "（選んだ観測地は反映されます。）\n\n" +
                                 Dialog->Paths.ListFilePath.toUtf8();
         Prompts.Expect(text.constData(), IPrompts::Icon::Exclamation);
         Key(Qt::Key_Return);
@@ -236,7 +238,8 @@ TEST_F(CityList, ShowsWhatThereIsOfAListThatIsTooLong)
     for (int i = 0; i <= CPlaceList::PlaceTableSize; ++i)
         list += "P" + QByteArray::number(i) + ",1E,2N,3,+09.00, 0, 0, 2\r\n";
     WriteFile("kivpel.obs", list);
-    Prompts.Expect("無効な引数が検出されました。", IPrompts::Icon::Exclamation);
+    Prompts.Expect("地名の数が上限（10,000 件）を超えているため、超えた分は読み込めません。",
+                   IPrompts::Icon::Exclamation);
     Run([this] {
         Select("A");
         EXPECT_EQ(Dialog->Item<CKivTreeCtrl>(CityId::Tree)->model()->rowCount(At("A")), CPlaceList::PlaceTableSize);

@@ -64,14 +64,18 @@ protected:
 TEST_F(ObsOutside, AListTooLongForTheTablesLeavesTheUsersAndOpensAllTheSame)
 {
     const QByteArray old = "@Old\r\nkept as it is,1E,2N,3,9,0,0,0\n";
-    for (const QByteArray& shipped :
-         {"@A\r\n" + QByteArray("p,1E,2N,3,+9,0,0,0\r\n").repeated(20'000), QByteArray("@f\r\n").repeated(3000)}) {
+    const std::pair<QByteArray, const char*> lists[] = {
+        {"@A\r\n" + QByteArray("p,1E,2N,3,+9,0,0,0\r\n").repeated(20'000),
+         "地名の数が上限（10,000 件）を超えているため、超えた分は読み込めません。"},
+        {QByteArray("@f\r\n").repeated(3000),
+         "フォルダの数が上限（1,999 件）を超えているため、超えた分は読み込めません。"}};
+    for (const auto& [shipped, warning] : lists) {
         PutLists(shipped, old);
         CProgressReceiver host;
         HostWindow::SetMain(&host);
         CDlgObs dialog(&Parent, Folder.path() + u"/data/"_s, 0);
         dialog.SetKPDateObs(&Observer);
-        Prompts.Expect("無効な引数が検出されました。", IPrompts::Icon::Exclamation);
+        Prompts.Expect(warning, IPrompts::Icon::Exclamation);
         Transcript.Take();
         EXPECT_EQ(dialog.DoModeless(&HostEngine, {}), 1);
         EXPECT_TRUE(dialog.isVisible());

@@ -201,8 +201,8 @@ TEST_F(PlaceEditor, SaysAllThatIsWrongAtOnceAndStaysOpen)
         Type(editor, EditTzMin, "0");
         Paste(editor, EditCityId::EditName, u"#a,b"_s);
         m_prompts.Expect("経度の秒には 0 から 59.9 までの値を入力してください\n"
-                         "都市名には半角のコンマ「,」を使えません。全角の「，」などを使ってください。\n"
-                         "都市名の先頭には半角の「@」と「#」を使えません。\n",
+                         "地名には半角のコンマ「,」を使えません。全角の「，」などを使ってください。\n"
+                         "地名の先頭には半角の「@」と「#」を使えません。\n",
                          IPrompts::Icon::None);
         Enter(editor);
         EXPECT_TRUE(editor.isVisible());

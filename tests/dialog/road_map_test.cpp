@@ -9,8 +9,10 @@
 #include "roadmap/core/CormppCheck.h"
 #include "roadmap/core/MappleDataCheck.h"
 #include "tests/TestFile.h"
+#include "tests/dialog/Doubles.h"
 
 #include <QElapsedTimer>
+#include <QFileInfo>
 #include <QSet>
 #include <QTemporaryDir>
 #include <QTest>
@@ -222,11 +224,6 @@ TEST_F(RoadMapTest, WrongCallsChangeNothing)
         {Method::CenterMark, {}},
         {Method::OpenFile, {}},
         {Method::OpenFile, {5}},
-        {Method::OpenFile, {u""_s}},
-        {Method::OpenFile, {m_folder.path()}},
-        {Method::OpenFile, {u"/dev/zero"_s}},
-        {Method::OpenFile, {m_folder.filePath(u"missing.gpx"_s)}},
-        {Method::OpenFile, {m_folder.filePath(u"roadmap/addresses.csv"_s)}},
         {0, {}},
         {7, {1}},
         {-1, {}},
@@ -239,6 +236,42 @@ TEST_F(RoadMapTest, WrongCallsChangeNothing)
     EXPECT_TRUE(m_stage.Events.empty());
     EXPECT_EQ(m_stage.Picture(), before);
     EXPECT_EQ(m_stage.Map.Invoke(Method::GetSearchResult, {}).toLongLong(), 0);
+}
+
+TEST_F(RoadMapTest, AFileThatCannotBeReadIsToldWithItsReason)
+{
+    m_stage.Show(139.5, 35.6, 300000);
+    const QImage before = m_stage.Picture();
+    const QString large = m_folder.filePath(u"large.gpx"_s);
+    const QString closed = m_folder.filePath(u"closed.gpx"_s);
+    const QString empty = m_folder.filePath(u"empty.gpx"_s);
+    WriteFile(large, "<gpx>");
+    ASSERT_TRUE(QFile::resize(large, (16 << 20) + 1));
+    WriteFile(closed, "<gpx>");
+    ASSERT_TRUE(QFile::setPermissions(closed, {}));
+    WriteFile(empty, "<gpx><metadata><name>nothing</name></metadata></gpx>");
+    struct Case
+    {
+        QString Path;
+        const char* Reason;
+    };
+    std::vector<Case> cases{{m_folder.filePath(u"missing.gpx"_s), "ファイルが見つかりません。"},
+                            {m_folder.path(), "フォルダや装置は読み込めません。"},
+                            {u"/dev/zero"_s, "フォルダや装置は読み込めません。"},
+                            {large, "ファイルが 16 MB を超えています。"},
+                            {m_folder.filePath(u"roadmap/addresses.csv"_s), "GPX 形式ではないか、壊れています。"},
+                            {empty, "地点・ルート・軌跡がありません。"}};
+    if (!QFileInfo(closed).isReadable()) // the superuser may read everything
+        cases.push_back({closed, "ファイルを開けません。読み取りの権限を確認してください。"});
+    for (const auto& [path, reason] : cases) {
+        CExpectedPrompts prompts;
+        m_stage.Map.Invoke(Method::OpenFile, {path}); // answers before the box is there
+        const QByteArray text = "「" + QFileInfo(path).fileName().toUtf8() + "」を読み込めませんでした。\n" + reason +
+                                "\n\n読み込めるのは、地点・ルート・軌跡を含む GPX ファイル（16 MB まで）です。";
+        prompts.Expect(text.constData(), IPrompts::Icon::Exclamation);
+        QCoreApplication::processEvents();
+    }
+    EXPECT_EQ(m_stage.Picture(), before);
 }
 
 TEST_F(RoadMapTest, SearchFindsWhatHoldsEveryWord)

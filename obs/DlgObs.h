@@ -3,6 +3,7 @@
 #include "host/control/CorKiv.h"
 #include "host/control/CorKivMap.h"
 #include "host/dialog/KivDialog.h"
+#include "host/dialog/WheelNotch.h"
 #include "obs/core/EntryRules.h"
 #include "obs/core/Magnification.h"
 #include "obs/core/ObsSettings.h"
@@ -139,7 +140,6 @@ private:
     void SliderValToVal();
     void MoveSlider();
     void SendViewAngle();
-    [[nodiscard]] bool TakesWheelStep(int turned);
     void OnMouseWheel(int direction, Qt::KeyboardModifiers modifiers);
     void TurnGlobeMap(int direction, Qt::KeyboardModifiers modifiers);
     void TurnEmbeddedGlobe(int direction, Qt::KeyboardModifiers modifiers);
@@ -188,5 +188,5 @@ private:
     int LastBodyIndex = -1;
     QString LandscapeIndexFile; ///< empty: no terrain data
     QString EclipsePathData;    ///< last path read from the host engine
-    int WheelRest = 0;          ///< part of a wheel notch not yet taken
+    CWheelNotch Wheel;          ///< over the map
 };

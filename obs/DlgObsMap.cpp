@@ -17,7 +17,6 @@
 
 namespace
 {
-constexpr int WheelNotch = 120; // eighths of a degree
 constexpr double PoleLatitude = 90.0;
 } // namespace
 
@@ -70,22 +69,11 @@ void CDlgObs::wheelEvent(QWheelEvent* event)
     // With Alt the toolkit reports the wheel sideways.
     const QPoint delta = event->angleDelta();
     const int turned = (event->modifiers() & Qt::AltModifier) != 0 && delta.y() == 0 ? delta.x() : delta.y();
-    if (IsWindow() && turned != 0 && MapRect.contains(event->position().toPoint()) && TakesWheelStep(turned))
-        OnMouseWheel(turned > 0 ? 1 : -1, event->modifiers());
+    if (IsWindow() && turned != 0 && MapRect.contains(event->position().toPoint())) {
+        if (const int direction = Wheel.Take(turned); direction != 0)
+            OnMouseWheel(direction, event->modifiers());
+    }
     CKivDialog::wheelEvent(event);
-}
-
-/// Whether a turn of the wheel is a step: each full notch is, and as many parts as make one up, which touch pads and
-/// fine wheels report.
-bool CDlgObs::TakesWheelStep(int turned)
-{
-    if ((turned < 0) != (WheelRest < 0))
-        WheelRest = 0;
-    WheelRest += turned;
-    if (std::abs(WheelRest) < WheelNotch)
-        return false;
-    WheelRest = std::abs(turned) < WheelNotch ? WheelRest % WheelNotch : 0;
-    return true;
 }
 
 void CDlgObs::OnMouseWheel(int direction, Qt::KeyboardModifiers modifiers)

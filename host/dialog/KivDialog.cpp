@@ -50,6 +50,8 @@ bool CKivDialog::CreateWindow(CCorKiv* hostEngine)
     m_events = GetEventSinkMap();
     ConnectMessages();
     BindSpinButtons();
+    for (QGroupBox* group : m_content->findChildren<QGroupBox*>())
+        group->installEventFilter(this);
     return true;
 }
 
@@ -166,6 +168,7 @@ void CKivDialog::BindSpinButtons()
             continue;
         if (auto* edit = Item<QLineEdit>(spin->property(BuddyProperty).toInt())) {
             spin->SetCaption(edit->accessibleName());
+            spin->SetBuddy(edit);
             edit->installEventFilter(this);
         }
     }
@@ -221,6 +224,20 @@ void CKivDialog::SettleFocusedBox()
         SettleBox(*edit);
 }
 
+/// The key of a group's title goes to its first box, whichever was used last; false when it has none to go to.
+bool CKivDialog::FocusFirstBox(const QGroupBox* group)
+{
+    if (!group)
+        return false;
+    for (auto* edit : group->findChildren<CKivEdit*>()) {
+        if (edit->isEnabled()) {
+            edit->setFocus(Qt::ShortcutFocusReason);
+            return true;
+        }
+    }
+    return false;
+}
+
 void CKivDialog::CatchKeys()
 {
     qApp->installEventFilter(this);
@@ -240,6 +257,8 @@ bool CKivDialog::eventFilter(QObject* watched, QEvent* event)
         if (isConsumed)
             return true;
     }
+    if (event->type() == QEvent::Shortcut && FocusFirstBox(qobject_cast<QGroupBox*>(watched)))
+        return true;
     if (event->type() == QEvent::FocusOut &&
         static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason) { // not its own menu
         if (auto* edit = qobject_cast<CKivEdit*>(watched); edit && m_items.values().contains(edit))

@@ -12,6 +12,7 @@
 #include <vector>
 
 class CKivEdit;
+class QGroupBox;
 
 /// The base of the module's dialogs. It builds the window from the template of its number, moves data between
 /// members and controls, maps notifications to handlers, and holds the settings section and the host's sky engine.
@@ -186,6 +187,7 @@ private:
     void RunChangeHandler(const MessageEntry& entry, CKivEdit& edit);
     void SettleBox(CKivEdit& edit);
     void SettleFocusedBox();
+    [[nodiscard]] static bool FocusFirstBox(const QGroupBox* group);
     void UpdateItem(int id, bool saveAndValidate);
     [[nodiscard]] bool IsOwnKey(const QObject* watched, const QEvent* event) const;
     void ConnectMessages();

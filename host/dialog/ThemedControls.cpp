@@ -29,6 +29,19 @@ void CKivButton::keyPressEvent(QKeyEvent* event)
         QPushButton::keyPressEvent(event);
 }
 
+CKivComboBox::CKivComboBox(QWidget* parent) : QComboBox(parent)
+{
+    setFocusPolicy(Qt::StrongFocus); // not by the wheel
+}
+
+void CKivComboBox::wheelEvent(QWheelEvent* event)
+{
+    if (hasFocus())
+        QComboBox::wheelEvent(event);
+    else
+        event->ignore();
+}
+
 void CKivEdit::SetText(const QString& newText)
 {
     if (text() != newText)
@@ -73,6 +86,7 @@ void CKivEdit::TellRefusal()
 
 CKivSlider::CKivSlider(QWidget* parent) : QSlider(Qt::Vertical, parent)
 {
+    setFocusPolicy(Qt::StrongFocus); // not by the wheel
     setInvertedAppearance(true);
     setInvertedControls(true);
     connect(this, &QSlider::valueChanged, this, [this] {
@@ -126,6 +140,14 @@ void CKivSlider::focusOutEvent(QFocusEvent* event)
     QSlider::focusOutEvent(event);
     if (!isSliderDown())
         EndHeldScroll(); // the release of the key goes elsewhere
+}
+
+void CKivSlider::wheelEvent(QWheelEvent* event)
+{
+    if (hasFocus())
+        QSlider::wheelEvent(event);
+    else
+        event->ignore();
 }
 
 void CKivSlider::paintEvent(QPaintEvent* event)
@@ -224,8 +246,12 @@ void CKivSpinButton::resizeEvent(QResizeEvent* event)
 
 void CKivSpinButton::wheelEvent(QWheelEvent* event)
 {
-    if (!isEnabled() || event->angleDelta().y() == 0)
+    const int turned = event->angleDelta().y();
+    if (!isEnabled() || turned == 0 || !m_buddy || !m_buddy->hasFocus()) {
+        event->ignore();
         return;
-    Q_EMIT DeltaPos(event->angleDelta().y() > 0 ? -1 : 1);
+    }
+    if (const int step = m_wheel.Take(turned); step != 0)
+        Q_EMIT DeltaPos(-step);
     event->accept();
 }

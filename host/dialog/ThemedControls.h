@@ -1,11 +1,14 @@
 #pragma once
 
+#include "host/dialog/WheelNotch.h"
+
 #include <QAbstractButton>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSlider>
@@ -36,7 +39,11 @@ class CKivComboBox : public QComboBox
     Q_OBJECT
 
 public:
-    using QComboBox::QComboBox;
+    explicit CKivComboBox(QWidget* parent = nullptr);
+
+protected:
+    /// The wheel turns a list that has the focus only: a pointer that rests on it means what lies beside it.
+    void wheelEvent(QWheelEvent* event) override;
 };
 
 /// A push button; its text colours can be set apart from the theme's.
@@ -111,6 +118,8 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+    /// As for a list: with the focus only.
+    void wheelEvent(QWheelEvent* event) override;
     /// The theme's slider has no ticks of its own.
     void paintEvent(QPaintEvent* event) override;
 
@@ -151,6 +160,9 @@ public:
 
     [[nodiscard]] QSize sizeHint() const override;
 
+    /// The box beside it, whose value it changes; not owned. The wheel turns it while the box has the focus.
+    void SetBuddy(QWidget* box) { m_buddy = box; }
+
     /// Names the arrows for people who cannot see them; the caption of what they change.
     void SetCaption(const QString& caption);
 
@@ -165,4 +177,6 @@ protected:
 private:
     QAbstractButton* m_up = nullptr;   ///< a child of this
     QAbstractButton* m_down = nullptr; ///< a child of this
+    QPointer<QWidget> m_buddy;
+    CWheelNotch m_wheel;
 };

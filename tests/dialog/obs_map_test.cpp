@@ -190,6 +190,7 @@ TEST_F(ObsMap, WheelTurnsAndZoomsTheShownMap)
     EXPECT_EQ(Transcript.Take(), "") << "outside the map";
     Wheel(MapMiddle(), 60);
     EXPECT_EQ(Transcript.Take(), "") << "half a notch";
+    Item(ObsId::SliderMagnification)->setFocus();
     Wheel(Item(ObsId::SliderMagnification)->mapTo(Dialog.get(), QPoint(5, 50)), -120);
     EXPECT_GT(Item<CKivSlider>(ObsId::SliderMagnification)->value(), 9) << "the slider's own wheel: towards wide";
 }

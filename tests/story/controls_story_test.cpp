@@ -1,0 +1,58 @@
+// Wheel and keys of the site dialog's controls.
+
+#include "host/dialog/ThemedControls.h"
+#include "tests/story/StoryFixture.h"
+
+#include <QApplication>
+
+namespace
+{
+using ControlsStory = CStory;
+using namespace ObsId;
+
+TEST_F(ControlsStory, TheWheelTurnsOnlyWhatHasTheFocus)
+{
+    constexpr int notch = 120;
+    constexpr int earth = 4;
+    constexpr int mars = 5;
+    Start();
+    OpenSite();
+    Enter(EditLatDeg);
+    Wheel(*Item(ComboPlanet), -notch);
+    EXPECT_EQ(Observer().GetBody(), earth);
+    const int slider = Item<CKivSlider>(SliderMagnification)->value();
+    Wheel(*Item(SliderMagnification), -notch);
+    EXPECT_EQ(Item<CKivSlider>(SliderMagnification)->value(), slider);
+    Wheel(*Item(SpinLngDeg), notch);
+    EXPECT_EQ(TextOf(EditLngDeg), "139");
+    Wheel(Site().MapOfDialog(), -notch);
+    EXPECT_EQ(Item<CKivSlider>(SliderMagnification)->value(), slider + 3) << "the map zooms wherever the focus is";
+
+    Enter(EditLngDeg);
+    for (int part = 0; part < 12; ++part)
+        Wheel(*Item(SpinLngDeg), notch / 12);
+    EXPECT_EQ(TextOf(EditLngDeg), "140") << "twelve parts are one notch";
+    Item(ComboPlanet)->setFocus();
+    Wheel(*Item(ComboPlanet), -notch);
+    EXPECT_EQ(Observer().GetBody(), mars);
+}
+
+TEST_F(ControlsStory, TheKeyOfAGroupGoesToItsFirstBox)
+{
+    Start();
+    OpenSite();
+    struct Case
+    {
+        Qt::Key Key;
+        int LastUsed, First;
+    };
+    for (const Case& c : {Case{Qt::Key_O, EditLngSec, EditLngDeg}, Case{Qt::Key_A, EditLatMin, EditLatDeg},
+                          Case{Qt::Key_T, EditTzMin, EditTzHour}}) {
+        Enter(c.LastUsed);
+        Press(Qt::Key_Tab);
+        Press(c.Key, Qt::AltModifier);
+        EXPECT_EQ(QApplication::focusWidget(), Item(c.First));
+        EXPECT_TRUE(Item<QLineEdit>(c.First)->hasSelectedText());
+    }
+}
+} // namespace

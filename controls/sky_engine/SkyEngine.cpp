@@ -58,12 +58,12 @@ QString GridPath(std::size_t body)
 }
 
 /// A longitude of the body's location in words: either way from 0 on the Earth and the Moon, one full turn elsewhere.
-QString LongitudeText(std::size_t body, double longitude)
+QString LongitudeText(std::size_t body, double longitude, bool hasSeconds)
 {
     if (body == EngineBodies::Earth || body == EngineBodies::Moon)
-        return MapFurniture::LongitudeText(WrapLongitude(longitude), true);
+        return MapFurniture::LongitudeText(WrapLongitude(longitude), hasSeconds);
     const double turn = EngineBodies::FullTurn(longitude);
-    return MapFurniture::LongitudeText(EngineBodies::All()[body].IsEastPositive ? turn : -turn, true);
+    return MapFurniture::LongitudeText(EngineBodies::All()[body].IsEastPositive ? turn : -turn, hasSeconds);
 }
 
 short ButtonNumber(Qt::MouseButton button)
@@ -95,7 +95,10 @@ CSkyEngine::CSkyEngine(QWidget* parent, QString dataFolder) : QWidget(parent), m
     setAttribute(Qt::WA_AcceptTouchEvents);
     setFocusPolicy(Qt::StrongFocus);
     setFont(JapaneseFont(font()));
-    setAccessibleName(u"天体の地図"_s);
+    MapAccessible::Install();
+    setAccessibleName(u"空の表示"_s);
+    setAccessibleDescription(
+        u"矢印キーで回し、＋・－キーで拡大・縮小し、Enter キーまたはスペースキーで中央の地点を選びます。"_s);
 }
 
 QString CSkyEngine::Command(const QString& line)
@@ -162,6 +165,10 @@ void CSkyEngine::ShowSky()
         return;
     m_shown = scene;
     m_isGlobeShown = isGlobe;
+    const QString name =
+        isGlobe ? QString::fromUtf16(EngineBodies::All()[scene.Body].Label) + u"の地図"_s : u"空の表示"_s;
+    if (name != accessibleName())
+        setAccessibleName(name);
     update();
 }
 
@@ -196,7 +203,7 @@ void CSkyEngine::PaintNotice(QPainter& painter)
     painter.setPen(NoticeColor);
     const EngineTime& time = m_state.Time();
     const QString text = QString::fromUtf16(EngineBodies::All()[m_state.Body()].Label) + u'\n' +
-                         LongitudeText(m_state.Body(), m_state.Longitude()) + u'\n' +
+                         LongitudeText(m_state.Body(), m_state.Longitude(), true) + u'\n' +
                          MapFurniture::LatitudeText(m_state.Latitude(), true) + u'\n' +
                          Number::Format("%04d年%02d月%02d日  %02d:%02d:%02d UT", time.Year, time.Month, time.Day,
                                         time.Hour, time.Minute, time.Second);
@@ -321,9 +328,20 @@ void CSkyEngine::keyPressEvent(QKeyEvent* event)
     }
 }
 
+QString CSkyEngine::SpokenCenter() const
+{
+    if (!m_isGlobeShown) // the sky's own middle is the observer's zenith
+        return LongitudeText(m_state.Body(), m_state.Longitude(), true) + u"  "_s +
+               MapFurniture::LatitudeText(m_state.Latitude(), true);
+    return LongitudeText(m_shown.Body, EngineBodies::FromEast(m_shown.Body, m_shown.Center.Longitude), false) +
+           u"  "_s + MapFurniture::LatitudeText(m_shown.Center.Latitude, false);
+}
+
 bool CSkyEngine::event(QEvent* event)
 {
     switch (event->type()) {
+    case QEvent::KeyPress:
+        return MapAccessible::TellAfterKey(*this, [this, event] { return QWidget::event(event); });
     case QEvent::TouchBegin:
     case QEvent::TouchUpdate:
     case QEvent::TouchEnd:
@@ -367,6 +385,7 @@ void CSkyEngine::HandleTouch(QTouchEvent* event)
 
 void CSkyEngine::focusInEvent(QFocusEvent* /*event*/)
 {
+    MapAccessible::Introduce(*this);
     update();
 }
 

@@ -2,6 +2,7 @@
 
 #include "controls/sky_engine/EngineState.h"
 #include "controls/sky_engine/PlanetPainter.h"
+#include "controls/sphere/MapAccessible.h"
 #include "host/control/Control.h"
 
 #include <QImage>
@@ -19,7 +20,7 @@ class QTouchEvent;
 /// While the control is active, a click or a tap on the globe moves the engine's own location there before the event
 /// is raised; dragging and the arrow keys turn the globe when Operation.MoveView is TRUE, plus and minus change the
 /// angle, Enter and Space pick the middle of the globe.
-class CSkyEngine final : public QWidget, public IControl
+class CSkyEngine final : public QWidget, public IControl, public ISpokenMap
 {
 public:
     using CommandLog = std::function<void(const QString& line, const QString& answer)>;
@@ -37,6 +38,8 @@ public:
     void SetCommandLog(CommandLog log) { m_log = std::move(log); }
 
     [[nodiscard]] QWidget* Window() override { return this; }
+    /// The middle of the globe; the observer while no globe is shown.
+    [[nodiscard]] QString SpokenCenter() const override;
     QVariant Invoke(int method, const QVariantList& arguments) override;
     void SetControlProperty(int property, const QVariant& value) override;
 

@@ -9,6 +9,23 @@
 #include <algorithm>
 #include <utility>
 
+CMapWidget::CMapWidget(QWidget* parent) : QWidget(parent)
+{
+    MapAccessible::Install();
+}
+
+QString CMapWidget::SpokenCenter() const
+{
+    return MapFurniture::PositionText(m_center, HasSeconds());
+}
+
+bool CMapWidget::event(QEvent* event)
+{
+    if (event->type() == QEvent::KeyPress)
+        return MapAccessible::TellAfterKey(*this, [this, event] { return QWidget::event(event); });
+    return QWidget::event(event);
+}
+
 void CMapWidget::PlaceCenter(const GeoPoint& center)
 {
     m_center = {WrapLongitude(center.Longitude), std::clamp(center.Latitude, -90.0, 90.0)};
@@ -134,6 +151,7 @@ void CMapWidget::leaveEvent(QEvent* event)
 
 void CMapWidget::focusInEvent(QFocusEvent* event)
 {
+    MapAccessible::Introduce(*this);
     update();
     QWidget::focusInEvent(event);
 }

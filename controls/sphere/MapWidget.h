@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controls/sphere/MapAccessible.h"
 #include "controls/sphere/SphereView.h"
 
 #include <QImage>
@@ -9,15 +10,16 @@
 
 /// What the maps have in common: a picture that is drawn anew only after a change, dragging, a click that picks a
 /// point, and a plate that names the point under the pointer or, with the focus, the one in the middle.
-class CMapWidget : public QWidget
+class CMapWidget : public QWidget, public ISpokenMap
 {
     Q_OBJECT
 
 public:
-    using QWidget::QWidget;
+    explicit CMapWidget(QWidget* parent);
 
     /// The point in the middle, longitude -180 to 180.
     [[nodiscard]] GeoPoint Center() const { return m_center; }
+    [[nodiscard]] QString SpokenCenter() const override;
 
 protected:
     [[nodiscard]] virtual CSphereView View() const = 0;
@@ -42,6 +44,7 @@ protected:
     /// Where the plate stands; whatever the map writes must keep off it.
     [[nodiscard]] QRectF ReadOutPlace() const;
 
+    bool event(QEvent* event) override;
     void changeEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;

@@ -1,5 +1,6 @@
 #include "host/dialog/TemplateLoader.h"
 
+#include "host/dialog/ComboAccessible.h"
 #include "host/dialog/KivTreeCtrl.h"
 #include "host/dialog/ThemedControls.h"
 
@@ -63,6 +64,7 @@ QWidget* TemplateLoader::Load(int templateNumber, QWidget* parent)
     QFile file(u":/kiv/dialogs/%1.ui"_s.arg(templateNumber));
     if (!file.open(QIODevice::ReadOnly))
         return nullptr;
+    ComboAccessible::Install();
     QWidget* content = CThemedLoader().load(&file, parent);
     if (!content)
         return nullptr;

@@ -66,7 +66,7 @@ void CHost::LogControls()
 {
     connect(&m_engine, &CCorKiv::CommandSent, this, [this](const QString& line, const QString& answer) {
         Q_EMIT Spoken(u"主"_s, line, answer);
-        if (m_own == 0)
+        if (m_own == 0 && answer.isEmpty()) // a line refused is answered with the reason
             OnEngineLine(line);
     });
     connect(&m_dialog->EngineOfDialog(), &CCorKiv::CommandSent, this,

@@ -6,6 +6,7 @@
 #include <chrono>
 #include <cmath>
 #include <utility>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -32,6 +33,14 @@ bool IsVerb(QStringView text, QStringView verb)
     return text.size() <= LongestVerb && text.toString().simplified().compare(verb, Qt::CaseInsensitive) == 0;
 }
 
+/// A part of a line as a message names it.
+QString Quoted(QStringView text)
+{
+    constexpr qsizetype mostShown = 40;
+    const QString ellipsis = text.size() > mostShown ? u"…"_s : QString();
+    return u"「"_s + text.left(mostShown).toString() + ellipsis + u"」"_s;
+}
+
 /// A number of a constructor that must be whole and in a range.
 std::optional<int> WholeNumber(QStringView text, int least, int greatest)
 {
@@ -46,7 +55,7 @@ std::optional<int> WholeNumber(QStringView text, int least, int greatest)
 struct CEngineState::Special
 {
     QStringView Path;
-    bool (CEngineState::*Set)(QStringView value) = nullptr;
+    Step (CEngineState::*Set)(QStringView value) = nullptr;
     QString (CEngineState::*Answer)() = nullptr;
 };
 
@@ -81,28 +90,82 @@ const CEngineState::Special* CEngineState::FindSpecial(QStringView path)
 QString CEngineState::Command(QStringView line)
 {
     QString answer;
+    QString complaint;
+    std::vector<Step> steps;
     StatementReader::ForEach(line, [&](const Statement& statement) {
-        switch (statement.What) {
-        case Statement::Kind::Assignment:
-            Assign(statement.Path, statement.Value);
-            break;
-        case Statement::Kind::Query:
-            answer = Query(statement.Path);
-            break;
-        case Statement::Kind::Verb:
-            // "Calc Stellar" has nothing to do: every answer is worked out when it is asked for.
-            m_showRequested = m_showRequested || IsVerb(statement.Path, u"Show Sky");
-            break;
-        }
+        if (!complaint.isEmpty())
+            return;
+        if (Step step = Read(statement, answer))
+            steps.push_back(std::move(step));
+        else
+            complaint = Complaint(statement);
     });
+    if (!complaint.isEmpty())
+        return u"エラー："_s + complaint;
+    for (const Step& step : steps)
+        step();
     return answer;
+}
+
+CEngineState::Step CEngineState::Read(const Statement& statement, QString& answer)
+{
+    switch (statement.What) {
+    case Statement::Kind::Assignment:
+        return Assignment(statement.Path, statement.Value);
+    case Statement::Kind::Query:
+        if (!Knows(statement.Path))
+            return {};
+        return [this, &answer, path = statement.Path] { answer = Query(path); };
+    case Statement::Kind::Verb:
+        if (IsVerb(statement.Path, u"Show Sky"))
+            return [this] { m_showRequested = true; };
+        if (IsVerb(statement.Path, u"Calc Stellar"))
+            return [] {}; // every answer is worked out when it is asked for
+        return {};
+    case Statement::Kind::Malformed:
+        break;
+    }
+    return {};
+}
+
+QString CEngineState::Complaint(const Statement& statement) const
+{
+    const QString path = Quoted(statement.Path);
+    switch (statement.What) {
+    case Statement::Kind::Verb:
+        return path + u"というコマンドはありません。"_s;
+    case Statement::Kind::Malformed:
+        return path + u"は書き方に誤りがあります。"_s;
+    case Statement::Kind::Assignment:
+        if (Knows(statement.Path))
+            return path + u"に"_s + Quoted(statement.Value) + u"は設定できません。"_s;
+        break;
+    case Statement::Kind::Query:
+        break;
+    }
+    return path + u"というプロパティはありません。"_s;
+}
+
+bool CEngineState::Knows(QStringView path) const
+{
+    return FindSpecial(path) || m_properties.Knows(path);
 }
 
 bool CEngineState::Assign(QStringView path, QStringView value)
 {
+    const Step step = Assignment(path, value);
+    if (step)
+        step();
+    return static_cast<bool>(step);
+}
+
+CEngineState::Step CEngineState::Assignment(QStringView path, QStringView value)
+{
     if (const Special* const special = FindSpecial(path))
         return (this->*special->Set)(value);
-    return m_properties.Assign(path, value);
+    if (!m_properties.Accepts(path, value))
+        return {};
+    return [this, path, value] { m_properties.Assign(path, value); };
 }
 
 QString CEngineState::Query(QStringView path)
@@ -141,100 +204,102 @@ bool CEngineState::TakeShowRequest()
     return std::exchange(m_showRequested, false);
 }
 
-bool CEngineState::SetLocation(QStringView value)
+CEngineState::Step CEngineState::SetLocation(QStringView value)
 {
     const auto constructor = StatementReader::ReadConstructor(value);
     if (!constructor || constructor->Arguments.size() != 3)
-        return false;
+        return {};
     const bool isPlain = constructor->Name.compare(u"Location", Qt::CaseInsensitive) == 0;
     const auto body = isPlain ? EngineBodies::Earth : EngineBodies::Find(constructor->Name);
     const auto longitude = StatementReader::ReadNumber(constructor->Arguments[0]);
     const auto latitude = StatementReader::ReadNumber(constructor->Arguments[1]);
     const bool keepsAltitude = constructor->Arguments[2] == u"*";
-    const auto altitude =
-        keepsAltitude ? std::optional(Altitude()) : StatementReader::ReadNumber(constructor->Arguments[2]);
-    if (!body || !longitude || !latitude || !altitude)
-        return false;
-    m_body = *body;
-    m_ownAltitude = KeptAltitude(*altitude);
-    MoveTo(*longitude, *latitude);
-    return true;
+    const auto altitude = StatementReader::ReadNumber(constructor->Arguments[2]);
+    if (!body || !longitude || !latitude || (!altitude && !keepsAltitude))
+        return {};
+    return [this, body = *body, longitude = *longitude, latitude = *latitude, altitude] {
+        m_ownAltitude = altitude ? KeptAltitude(*altitude) : Altitude();
+        m_body = body;
+        MoveTo(longitude, latitude);
+    };
 }
 
-bool CEngineState::SetLongitude(QStringView value)
+CEngineState::Step CEngineState::SetLongitude(QStringView value)
 {
     const auto longitude = StatementReader::ReadNumber(value);
-    if (longitude)
-        MoveTo(*longitude, m_latitude);
-    return longitude.has_value();
+    if (!longitude)
+        return {};
+    return [this, longitude = *longitude] { MoveTo(longitude, m_latitude); };
 }
 
-bool CEngineState::SetLatitude(QStringView value)
+CEngineState::Step CEngineState::SetLatitude(QStringView value)
 {
     const auto latitude = StatementReader::ReadNumber(value);
-    if (latitude)
-        MoveTo(m_longitude, *latitude);
-    return latitude.has_value();
+    if (!latitude)
+        return {};
+    return [this, latitude = *latitude] { MoveTo(m_longitude, latitude); };
 }
 
-bool CEngineState::SetAltitude(QStringView value)
+CEngineState::Step CEngineState::SetAltitude(QStringView value)
 {
     const auto altitude = StatementReader::ReadNumber(value);
     if (!altitude)
-        return false;
-    m_ownAltitude = KeptAltitude(*altitude);
-    m_isAltitudeAssigned = true;
-    return true;
+        return {};
+    return [this, altitude = *altitude] {
+        m_ownAltitude = KeptAltitude(altitude);
+        m_isAltitudeAssigned = true;
+    };
 }
 
-bool CEngineState::SetAutomatic(QStringView value)
+CEngineState::Step CEngineState::SetAutomatic(QStringView value)
 {
     const bool isOn = value.compare(u"TRUE", Qt::CaseInsensitive) == 0;
     if (!isOn && value.compare(u"FALSE", Qt::CaseInsensitive) != 0)
-        return false;
-    // Switching off leaves the observer where the terrain had put it.
-    if (!isOn)
-        m_ownAltitude = Altitude();
-    if (isOn != m_isAutomatic)
-        m_isAltitudeAssigned = false;
-    m_isAutomatic = isOn;
-    return true;
+        return {};
+    return [this, isOn] {
+        // Switching off leaves the observer where the terrain had put it.
+        if (!isOn)
+            m_ownAltitude = Altitude();
+        if (isOn != m_isAutomatic)
+            m_isAltitudeAssigned = false;
+        m_isAutomatic = isOn;
+    };
 }
 
-bool CEngineState::SetIndexFile(QStringView value)
+CEngineState::Step CEngineState::SetIndexFile(QStringView value)
 {
     if (value.size() > MaximumFileName)
-        return false;
-    m_indexFile = value.toString();
-    m_isTerrainRead = false;
-    if (m_indexFile.isEmpty())
-        m_terrain.Clear();
-    else
-        m_terrain.Load(m_indexFile);
-    return true;
+        return {};
+    return [this, value] {
+        m_indexFile = value.toString();
+        m_isTerrainRead = false;
+        if (m_indexFile.isEmpty())
+            m_terrain.Clear();
+        else
+            m_terrain.Load(m_indexFile);
+    };
 }
 
-bool CEngineState::SetTime(QStringView value)
+CEngineState::Step CEngineState::SetTime(QStringView value)
 {
     const auto constructor = StatementReader::ReadConstructor(value);
     if (!constructor || constructor->Arguments.size() != 6 ||
         constructor->Name.compare(u"UT", Qt::CaseInsensitive) != 0)
-        return false;
+        return {};
     constexpr int Limits[][2] = {{-9999, 9999}, {1, 12}, {1, 31}, {0, 23}, {0, 59}, {0, 60}};
     int parts[6] = {};
     for (qsizetype i = 0; i < constructor->Arguments.size(); ++i) {
         const auto part = WholeNumber(constructor->Arguments[i], Limits[i][0], Limits[i][1]);
         if (!part)
-            return false;
+            return {};
         parts[i] = *part;
     }
     const std::chrono::year_month_day date{std::chrono::year(parts[0]),
                                            std::chrono::month(static_cast<unsigned>(parts[1])),
                                            std::chrono::day(static_cast<unsigned>(parts[2]))};
     if (!date.ok())
-        return false;
-    m_time = {parts[0], parts[1], parts[2], parts[3], parts[4], parts[5]};
-    return true;
+        return {};
+    return [this, time = EngineTime{parts[0], parts[1], parts[2], parts[3], parts[4], parts[5]}] { m_time = time; };
 }
 
 QString CEngineState::LocationText()

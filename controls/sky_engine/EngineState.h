@@ -8,6 +8,7 @@
 #include <QString>
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 
 /// A time as the engine's constructor gives it, universal time.
@@ -32,8 +33,9 @@ struct EngineTime
 class CEngineState
 {
 public:
-    /// Runs a line and answers its last query; empty when there is none or its path is unknown. Malformed statements
-    /// and values of the wrong form are ignored.
+    /// Runs a line and answers its last query, empty without one. A line with a statement that is malformed, names what
+    /// there is not or has a value of the wrong form changes nothing: all are read before the first is run. Its answer
+    /// tells what is wrong, in Japanese, and reads as no number.
     QString Command(QStringView line);
 
     /// Assigns a property as a statement would, but with any text as its value; false when it was refused.
@@ -57,16 +59,26 @@ public:
 
 private:
     struct Special;
+    /// What a statement does once the whole line is read.
+    using Step = std::function<void()>;
     static const Special Specials[];
     [[nodiscard]] static const Special* FindSpecial(QStringView path);
 
-    bool SetLocation(QStringView value);
-    bool SetLongitude(QStringView value);
-    bool SetLatitude(QStringView value);
-    bool SetAltitude(QStringView value);
-    bool SetAutomatic(QStringView value);
-    bool SetIndexFile(QStringView value);
-    bool SetTime(QStringView value);
+    // What an assignment does; empty when the value is refused.
+    [[nodiscard]] Step Assignment(QStringView path, QStringView value);
+    [[nodiscard]] Step SetLocation(QStringView value);
+    [[nodiscard]] Step SetLongitude(QStringView value);
+    [[nodiscard]] Step SetLatitude(QStringView value);
+    [[nodiscard]] Step SetAltitude(QStringView value);
+    [[nodiscard]] Step SetAutomatic(QStringView value);
+    [[nodiscard]] Step SetIndexFile(QStringView value);
+    [[nodiscard]] Step SetTime(QStringView value);
+
+    /// What a statement does, into the answer if it asks; empty when it is refused.
+    [[nodiscard]] Step Read(const Statement& statement, QString& answer);
+    /// Why a statement is refused.
+    [[nodiscard]] QString Complaint(const Statement& statement) const;
+    [[nodiscard]] bool Knows(QStringView path) const;
 
     [[nodiscard]] QString LocationText();
     [[nodiscard]] QString LongitudeText();

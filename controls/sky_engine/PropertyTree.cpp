@@ -38,19 +38,15 @@ const CPropertyTree::Known CPropertyTree::KnownProperties[] = {
 
 CPropertyTree::CPropertyTree()
 {
-    for (const Known& known : KnownProperties) {
-        const QString value = QString::fromUtf16(known.Value);
-        m_totalLength += value.size();
-        m_properties.insert(QString::fromUtf16(known.Path).toLower(), {value, known.Kind});
-    }
-    m_knownCount = m_properties.size();
+    for (const Known& known : KnownProperties)
+        m_properties.insert(QString::fromUtf16(known.Path).toLower(), {QString::fromUtf16(known.Value), known.Kind});
 }
 
 bool CPropertyTree::HasForm(Form form, QStringView value)
 {
     switch (form) {
     case Form::Boolean:
-        return value == u"TRUE" || value == u"FALSE";
+        return value.compare(u"TRUE", Qt::CaseInsensitive) == 0 || value.compare(u"FALSE", Qt::CaseInsensitive) == 0;
     case Form::Number:
         return StatementReader::ReadNumber(value).has_value();
     case Form::Name:
@@ -61,30 +57,24 @@ bool CPropertyTree::HasForm(Form form, QStringView value)
     return true;
 }
 
-bool CPropertyTree::Assign(QStringView path, QStringView value)
+bool CPropertyTree::Knows(QStringView path) const
 {
-    if (!StatementReader::IsPath(path) || value.size() > MaximumValueLength)
-        return false;
-    if (value.compare(u"TRUE", Qt::CaseInsensitive) == 0)
-        value = u"TRUE";
-    else if (value.compare(u"FALSE", Qt::CaseInsensitive) == 0)
-        value = u"FALSE";
+    return m_properties.contains(path.toString().toLower());
+}
 
-    const QString key = path.toString().toLower();
-    auto property = m_properties.find(key);
-    const qsizetype oldLength = property == m_properties.end() ? 0 : property->Value.size();
-    if (m_totalLength - oldLength + value.size() > MaximumTotalLength)
-        return false;
-    if (property == m_properties.end()) {
-        if (m_properties.size() >= m_knownCount + MaximumExtraPaths)
-            return false;
-        property = m_properties.insert(key, {});
-    } else if (!HasForm(property->Kind, value)) {
-        return false;
-    }
-    property->Value = value.toString();
-    m_totalLength += value.size() - oldLength;
-    return true;
+bool CPropertyTree::Accepts(QStringView path, QStringView value) const
+{
+    const auto property = m_properties.constFind(path.toString().toLower());
+    return property != m_properties.cend() && value.size() <= MaximumValueLength && HasForm(property->Kind, value);
+}
+
+void CPropertyTree::Assign(QStringView path, QStringView value)
+{
+    const auto property = m_properties.find(path.toString().toLower());
+    if (property == m_properties.end())
+        return;
+    const bool isSwitch = property->Kind == Form::Boolean;
+    property->Value = isSwitch ? value.toString().toUpper() : value.toString();
 }
 
 QString CPropertyTree::Value(QStringView path) const

@@ -4,20 +4,23 @@
 #include <QString>
 #include <QStringView>
 
-/// The engine's properties: dotted paths, letter case ignored, each with a text. Paths that the engine knows have a
-/// default and a form of value; other paths are kept as they come, up to a bound on their number and size.
+/// The engine's properties: dotted paths, letter case ignored, each with a default, a form of value and a text. There
+/// are no others.
 class CPropertyTree
 {
 public:
-    static constexpr qsizetype MaximumExtraPaths = 1024;
     static constexpr qsizetype MaximumValueLength = 1 << 20; ///< characters of one value
-    static constexpr qsizetype MaximumTotalLength = 1 << 22; ///< characters of all values together
 
     CPropertyTree();
 
-    /// Assigns a value; TRUE and FALSE are kept in capitals. False, and nothing changes, when the value has not the
-    /// form that the path asks for or a bound would be passed.
-    bool Assign(QStringView path, QStringView value);
+    /// Whether there is such a property.
+    [[nodiscard]] bool Knows(QStringView path) const;
+
+    /// Whether there is such a property and the value has the form and the size that it asks for.
+    [[nodiscard]] bool Accepts(QStringView path, QStringView value) const;
+
+    /// Assigns a value that is accepted; TRUE and FALSE are kept in capitals.
+    void Assign(QStringView path, QStringView value);
 
     /// The value of a path; empty when there is none.
     [[nodiscard]] QString Value(QStringView path) const;
@@ -47,6 +50,4 @@ private:
     [[nodiscard]] static bool HasForm(Form form, QStringView value);
 
     QHash<QString, Property> m_properties; ///< by path in lower case
-    qsizetype m_knownCount = 0;
-    qsizetype m_totalLength = 0;
 };

@@ -28,7 +28,7 @@ public:
     /// Pictures and surface names come from the data folder ("<folder>/moon/relief.jpg", "<folder>/moon/features.csv").
     CSkyEngine(QWidget* parent, QString dataFolder);
 
-    /// Runs a line and answers its query, empty without one.
+    /// Runs a line and answers its query, empty without one; see CEngineState::Command for what it refuses.
     QString Command(const QString& line);
 
     /// Assigns a property with any text as its value, quotes and semicolons included; false when it was refused.

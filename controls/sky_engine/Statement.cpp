@@ -32,34 +32,37 @@ qsizetype StatementEnd(QStringView line, qsizetype start)
     return line.size();
 }
 
-std::optional<Statement> ReadAssignment(QStringView text, qsizetype equals)
+Statement Malformed(QStringView text)
+{
+    return {Statement::Kind::Malformed, text, {}};
+}
+
+Statement ReadAssignment(QStringView text, qsizetype equals)
 {
     Statement statement{Statement::Kind::Assignment, text.first(equals).trimmed(), text.sliced(equals + 1).trimmed()};
     if (!StatementReader::IsPath(statement.Path) || statement.Value.isEmpty())
-        return std::nullopt;
+        return Malformed(text);
     if (const auto quotes = statement.Value.count(u'"'); quotes != 0) {
         if (quotes != 2 || !statement.Value.startsWith(u'"') || !statement.Value.endsWith(u'"'))
-            return std::nullopt;
+            return Malformed(text);
         statement.Value = statement.Value.sliced(1, statement.Value.size() - 2);
         statement.IsQuoted = true;
     }
     return statement;
 }
 
-std::optional<Statement> ReadStatement(QStringView text)
+/// A statement of a text that is not blank.
+Statement ReadStatement(QStringView text)
 {
-    text = text.trimmed();
-    if (text.isEmpty())
-        return std::nullopt;
     if (text.startsWith(u'?')) {
         const QStringView path = text.sliced(1).trimmed();
         if (!StatementReader::IsPath(path))
-            return std::nullopt;
-        return Statement{Statement::Kind::Query, path, {}};
+            return Malformed(text);
+        return {Statement::Kind::Query, path, {}};
     }
     if (const qsizetype equals = text.indexOf(u'='); equals >= 0)
         return ReadAssignment(text, equals);
-    return Statement{Statement::Kind::Verb, text, {}};
+    return {Statement::Kind::Verb, text, {}};
 }
 
 /// Skips digits from a position and says how many there were.
@@ -82,8 +85,8 @@ void StatementReader::ForEach(QStringView line, const std::function<void(const S
 {
     for (qsizetype start = 0; start < line.size();) {
         const qsizetype end = StatementEnd(line, start);
-        if (const auto statement = ReadStatement(line.sliced(start, end - start)))
-            visit(*statement);
+        if (const QStringView text = line.sliced(start, end - start).trimmed(); !text.isEmpty())
+            visit(ReadStatement(text));
         start = end + 1;
     }
 }

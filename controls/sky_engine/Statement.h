@@ -14,11 +14,12 @@ struct Statement
     {
         Assignment,
         Query,
-        Verb
+        Verb,
+        Malformed
     };
 
     Kind What = Kind::Verb;
-    QStringView Path;  ///< assignment and query: the dotted path as written; verb: its words as written
+    QStringView Path;  ///< assignment and query: the dotted path as written; else: the whole as written
     QStringView Value; ///< assignment: the value without its quotes
     bool IsQuoted = false;
 };
@@ -33,8 +34,8 @@ struct Constructor
 /// Reading of the engine's command language. All views point into the text that was read.
 namespace StatementReader
 {
-/// Hands every well-formed statement of the line to the visitor, in order; malformed ones are left out.
-/// A semicolon between double quotes separates nothing.
+/// Hands every statement of the line to the visitor, in order; what is of no form comes as malformed, blanks not at
+/// all. A semicolon between double quotes separates nothing.
 void ForEach(QStringView line, const std::function<void(const Statement&)>& visit);
 
 /// Whether the text is a dotted path: names of ASCII letters, digits and underscores, at most 128 characters.

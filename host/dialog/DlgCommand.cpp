@@ -6,6 +6,7 @@
 
 #include <QDataStream>
 #include <QIODevice>
+#include <QKeyEvent>
 
 using namespace Qt::StringLiterals;
 
@@ -53,6 +54,7 @@ bool CDlgCommand::OnInitDialog()
         setWindowTitle(TitleText);
     AttachControls();
     ShowHistory(ReadHistory());
+    CatchKeys();
     return true;
 }
 
@@ -67,6 +69,9 @@ void CDlgCommand::AttachControls()
     CommandCombo->setCompleter(nullptr);
     CommandCombo->lineEdit()->setMaxLength(LongestCommand);
     CommandCombo->lineEdit()->setPlaceholderText(u"例：? Location"_s);
+    // A line that is changed is the one being typed, wherever it came from.
+    connect(CommandCombo->lineEdit(), &QLineEdit::textEdited, this, [this] { HistoryPosition = Typing; });
+    connect(CommandCombo, &QComboBox::activated, this, [this](int index) { HistoryPosition = index; });
 }
 
 void CDlgCommand::OnOK()
@@ -122,6 +127,35 @@ void CDlgCommand::ShowHistory(const QString& line)
     CommandCombo->setCurrentIndex(static_cast<int>(CommandHistory.indexOf(line)));
     CommandCombo->setEditText(line);
     CommandCombo->lineEdit()->selectAll();
+    HistoryPosition = CommandCombo->currentIndex();
+    TypedText.clear();
+}
+
+bool CDlgCommand::PreTranslateMessage(QKeyEvent& key)
+{
+    const bool isPlain = (key.modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier; // with Alt the list opens
+    if (!isPlain || !CommandCombo || !CommandCombo->hasFocus())
+        return CKivDialog::PreTranslateMessage(key);
+    if (key.key() == Qt::Key_Up)
+        return WalkHistory(1);
+    if (key.key() == Qt::Key_Down)
+        return WalkHistory(-1);
+    return CKivDialog::PreTranslateMessage(key);
+}
+
+/// A step to the older lines, or a negative one to the newer. Answers true: the key has no other meaning here.
+bool CDlgCommand::WalkHistory(int step)
+{
+    const int position = HistoryPosition + step;
+    if (position < Typing || position >= CommandHistory.size())
+        return true;
+    if (HistoryPosition == Typing)
+        TypedText = CommandCombo->currentText();
+    HistoryPosition = position;
+    CommandCombo->setCurrentIndex(position);
+    CommandCombo->setEditText(position == Typing ? TypedText : CommandHistory.at(position));
+    CommandCombo->lineEdit()->end(false);
+    return true;
 }
 
 void CDlgCommand::ShowAnswer(const QString& answer)

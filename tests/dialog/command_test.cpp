@@ -9,6 +9,7 @@
 #include "res/StringTable.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
@@ -151,12 +152,52 @@ TEST_F(CommandTest, EnterSendsAndTheNextLineIsTypedAtOnce)
         QApplication::clipboard()->setText(u"Show\r\nSky"_s);
         Press(Qt::Key_V, Qt::ControlModifier);
         Press(Qt::Key_Return);
-        Press(Qt::Key_Down); // the line before
-        EXPECT_EQ(Command(dialog).currentText(), u"? Location"_s);
         Press(Qt::Key_Escape);
     });
     EXPECT_EQ(result, QDialog::Rejected);
     EXPECT_EQ(m_lines, (QStringList{u"? Location"_s, u"? Loc"_s, u"? Location"_s, u"Show  Sky"_s}));
+}
+
+TEST_F(CommandTest, UpAndDownWalkTheLinesSentAsInAShell)
+{
+    Run([](CDlgCommand& dialog) {
+        for (const char16_t* line : {u"one", u"two", u"three"}) {
+            Type(QString::fromUtf16(line));
+            Press(Qt::Key_Return);
+        }
+        const auto walk = [&dialog](const QList<std::pair<Qt::Key, const char16_t*>>& steps) {
+            for (const auto& [key, text] : steps) {
+                Press(key);
+                EXPECT_EQ(Command(dialog).currentText(), QStringView(text));
+            }
+        };
+        // What was sent stands in the box; behind it is an empty line.
+        walk({{Qt::Key_Up, u"two"},
+              {Qt::Key_Up, u"one"},
+              {Qt::Key_Up, u"one"},
+              {Qt::Key_Down, u"two"},
+              {Qt::Key_Down, u"three"},
+              {Qt::Key_Down, u""},
+              {Qt::Key_Down, u""}});
+        // A line half typed waits there, and a line changed becomes the one being typed.
+        Type(u"fo"_s);
+        walk({{Qt::Key_Up, u"three"}, {Qt::Key_Up, u"two"}, {Qt::Key_Down, u"three"}, {Qt::Key_Down, u"fo"}});
+        Type(u"ur"_s);
+        Press(Qt::Key_Up);
+        Type(u"!"_s);
+        walk({{Qt::Key_Up, u"three"}, {Qt::Key_Down, u"three!"}});
+        Press(Qt::Key_Down, Qt::AltModifier);
+        EXPECT_TRUE(Command(dialog).view()->isVisible());
+        Press(Qt::Key_Down);
+        Press(Qt::Key_Down);
+        Press(Qt::Key_Return);
+        EXPECT_FALSE(Command(dialog).view()->isVisible());
+        walk({{Qt::Key_Up, u"one"}, {Qt::Key_Down, u"two"}});
+        Press(Qt::Key_Return);
+        EXPECT_EQ(Answer(dialog), u"<two>"_s);
+        Press(Qt::Key_Escape);
+    });
+    EXPECT_EQ(m_lines.last(), u"two"_s);
 }
 
 TEST_F(CommandTest, KeepsTheHistoryOnlyWhenAsked)

@@ -122,24 +122,36 @@ TEST(SkyEngine, AnswersTheSiteDialogsLines)
          {"Solar.Planet.Earth.Landscape.AutoGetAltitude = TRUE", ""},
          {"? Location.Altitude.AutoGet", "TRUE"},
          {"? Solar.Planet.Earth.SolarEclipse.Path.Color", "RGB(255, 128, 0)"},
-         {"Some.Other.Property = \"a; b = c\"; show   SKY", ""},
-         {"? some.other.PROPERTY", "a; b = c"},
-         {"? No.Such.Path", ""}});
+         {"Solar.Planet.Earth.SolarEclipse.Path.Data = \"a; b = c\"; show   SKY", ""},
+         {"? solar.planet.earth.solareclipse.PATH.data", "a; b = c"}});
 }
 
-TEST(SkyEngine, IgnoresWhatItCannotRead)
+TEST(SkyEngine, SaysWhatItCannotReadAndThenChangesNothing)
 {
     CSkyEngine engine(nullptr, QString());
     engine.Command(u"Location = Location(1, 2, 3); Time = UT(2026, 1, 2, 3, 4, 5); View.Angle = 90"_s);
-    constexpr char lines[] = "|;;; ;|?|? |=|= 5|View.Angle =|View.Angle = wide|View.Angle = inf|View.Angle = 0x10|"
+    ExpectExchanges(engine,
+                    {{";;; ;", ""},
+                     {"? No.Such.Path", "エラー：「No.Such.Path」というプロパティはありません。"},
+                     {"View.Angel = 5", "エラー：「View.Angel」というプロパティはありません。"},
+                     {"View.Angle = wide", "エラー：「View.Angle」に「wide」は設定できません。"},
+                     {"Location.Longitude 5", "エラー：「Location.Longitude 5」というコマンドはありません。"},
+                     {"View.Angle =", "エラー：「View.Angle =」は書き方に誤りがあります。"},
+                     {"Location.Longitude = 99; View.Angle = 5; Solar.Sun.Disk.Grid.Visible = TRUE; Show Sky; Shw Sky",
+                      "エラー：「Shw Sky」というコマンドはありません。"},
+                     {"? Solar.Sun.Disk.Grid.Visible", "FALSE"}});
+    constexpr char lines[] = "?|? |=|= 5|View.Angle =|View.Angle = wide|View.Angle = inf|View.Angle = 0x10|"
                              "View.Angle = \"|View.Angle = \"5\" 6|View..Angle = 5|View.Angle. = 5|"
                              "Location = Location(4, 5)|Location = Location(4, 5, 6, 7)|Location = Location(4, x, 6)|"
                              "Location = Location(*, 5, 6)|Location = Solar.Planet.Vulcan(4, 5, 6)|"
                              "Location = Location(4, 5, 6|Location = 4|Location.Longitude = nan|Location.Altitude = *|"
                              "Time = UT(2026, 2, 30, 0, 0, 0)|Time = UT(2026, 1, 1, 24, 0, 0)|"
                              "Time = UT(2026, 1, 1.5, 0, 0, 0)|Time = now|Show|Format C";
-    for (const QString& line : QString::fromUtf8(lines).split(u'|'))
-        EXPECT_EQ(engine.Command(line), QString()) << line.toStdString();
+    for (const QString& line : QString::fromUtf8(lines).split(u'|')) {
+        const QString answer = engine.Command(u"Location.Latitude = 77; "_s + line);
+        EXPECT_TRUE(answer.startsWith(u"エラー：「"_s)) << line.toStdString();
+        EXPECT_FALSE(Number::FindLeadingDouble(answer)) << line.toStdString();
+    }
     ExpectExchanges(engine, {{"? Location", "Location(1.000000, 2.000000, 3.000000)"},
                              {"? Time", "UT(2026, 1, 2, 3, 4, 5)"},
                              {"? View.Angle", "90"}});
@@ -148,7 +160,7 @@ TEST(SkyEngine, IgnoresWhatItCannotRead)
     EXPECT_LE(std::fabs(Asked(engine, "? Location.Longitude")), 360.0);
 }
 
-TEST(SkyEngine, BearsHugeLinesAndKeepsABoundedTree)
+TEST(SkyEngine, BearsHugeLines)
 {
     CSkyEngine engine(nullptr, QString());
     QElapsedTimer timer;
@@ -158,11 +170,7 @@ TEST(SkyEngine, BearsHugeLinesAndKeepsABoundedTree)
     engine.Command(u"Big.Quote = \""_s + QString(5'000'000, u';'));
     engine.Command(QString(5'000'000, u';'));
     engine.Command(u"View.Angle=7;"_s.repeated(400'000) + u"? View.Angle"_s);
-    EXPECT_EQ(engine.Command(u"? Big.Value"_s), QString());
-    for (int i = 0; i < 5000; ++i)
-        engine.Command(Number::Format("Many.P%d = 1", i));
-    EXPECT_EQ(engine.Command(u"? Many.P0"_s), u"1"_s);
-    EXPECT_EQ(engine.Command(u"? Many.P4999"_s), QString());
+    EXPECT_LT(engine.Command(u"? "_s + QString(5'000'000, u'z')).size(), 100);
     const QString path = QString(100'000, u'9');
     EXPECT_TRUE(engine.Assign(u"Solar.Planet.Earth.SolarEclipse.Path.Data", path));
     EXPECT_EQ(engine.Command(u"? Solar.Planet.Earth.SolarEclipse.Path.Data"_s), path);

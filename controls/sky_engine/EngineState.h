@@ -73,6 +73,7 @@ private:
     [[nodiscard]] QString LatitudeText();
     [[nodiscard]] QString AltitudeText();
     [[nodiscard]] QString AutomaticText();
+    [[nodiscard]] QString LandscapeText();
     [[nodiscard]] QString IndexFileText();
     [[nodiscard]] QString TimeText();
 

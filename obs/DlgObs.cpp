@@ -260,7 +260,11 @@ void CDlgObs::InitLocation(int first)
     EmbeddedEngine.Command(EngineLines::PlaceOnBody(BodyIndex, longitude, latitude, height));
     SetCenterOfProjection(longitude, latitude);
     ReadAltitudeMode(first, height);
-    SetValue(longitude, latitude, height, timeZone, first);
+    UpdateItem(ObsId::RadioAltAuto, false);
+    // Another body has other hemispheres and units, even where the numbers are the same.
+    const bool isOtherBody = FilledBodyIndex != BodyIndex;
+    FilledBodyIndex = BodyIndex;
+    SetValue(longitude, latitude, height, timeZone, first != 0 || isOtherBody ? 1 : 0);
     UpdateStatus();
 }
 

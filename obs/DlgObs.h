@@ -99,6 +99,7 @@ private:
     [[nodiscard]] double EditToLng() const;
     [[nodiscard]] double EditToLat() const;
     void UpdateValue();
+    [[nodiscard]] double EditToTz() const;
     void ChangeTz();
     void MoveCurrentPos(double longitude, double latitude);
     void MoveCurrentPos(double longitude, double latitude, double altitude, double timeZone);
@@ -186,6 +187,8 @@ private:
     double AppliedAltitude = 0.0; ///< metres, but display units after the two-value MoveCurrentPos
     double AppliedTimeZone = 0.0;
     int LastBodyIndex = -1;
+    int FilledBodyIndex = -1;   ///< body that the fields were last filled for; -1 before the first fill
+    bool ShowsOffset = false;   ///< the zone fields show the offset of another time system, not the user's zone
     QString LandscapeIndexFile; ///< empty: no terrain data
     QString EclipsePathData;    ///< last path read from the host engine
     CWheelNotch Wheel;          ///< over the map

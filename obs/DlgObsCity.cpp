@@ -2,6 +2,7 @@
 
 #include "city/DlgCity.h"
 #include "host/dialog/HostMessage.h"
+#include "host/observer/KPDateObs.h"
 #include "host/system/CommonFile.h"
 #include "obs/DlgObs.h"
 #include "obs/core/EngineLines.h"
@@ -24,6 +25,8 @@ void CDlgObs::OnObsBtnCity()
     // The button is enabled on the Earth only, where the altitude is in metres.
     static_cast<CoordinateFields&>(dialog.Coordinates) = Fields;
     dialog.Coordinates.Altitude = Fields.AltitudeValue;
+    if (ShowsOffset && DateObs) // a place has a zone, whatever time system is shown
+        SiteLocationFormat::SplitTimeZone(DateObs->GetUserTz(), dialog.Coordinates);
 
     HostWindow::Send(HostWindow::Main(), HostWindow::MessageModalLoop, 1);
     const int result = dialog.DoModal();
@@ -35,6 +38,7 @@ void CDlgObs::OnObsBtnCity()
 void CDlgObs::TakePlace(const CDlgCity& dialog)
 {
     static_cast<CoordinateFields&>(Fields) = dialog.Coordinates;
+    ShowsOffset = false; // the zone is the place's now
     Fields.AltitudeValue = dialog.Coordinates.Altitude;
     if (dialog.IsInitialSet != 0)
         SaveDefault(dialog.InitialLongitude, dialog.InitialLatitude, dialog.InitialAltitude, dialog.InitialTimeZone);

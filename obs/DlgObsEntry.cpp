@@ -80,8 +80,10 @@ void CDlgObs::SetValue(double longitude, double latitude, double altitude, doubl
     }
     if (force == 0 && timeZone == AppliedTimeZone)
         return;
-    if (timeZone != NoTimeZone)
+    if (timeZone != NoTimeZone) {
         SplitTimeZone(timeZone, Fields);
+        ShowsOffset = false;
+    }
     UpdateData(false);
     AppliedTimeZone = timeZone;
 }
@@ -110,7 +112,13 @@ void CDlgObs::UpdateValue()
 {
     UpdateData();
     MoveCurrentPos(EditToLng(), EditToLat(), SiteLocationFormat::MetresFromDisplay(Fields.AltitudeValue, IsSmall()),
-                   SiteLocationFormat::JoinTimeZone(Fields));
+                   EditToTz());
+}
+
+/// The zone that the fields stand for: where they show the offset of another time system, the user's all the same.
+double CDlgObs::EditToTz() const
+{
+    return ShowsOffset && DateObs ? DateObs->GetUserTz() : SiteLocationFormat::JoinTimeZone(Fields);
 }
 
 void CDlgObs::ChangeTz()

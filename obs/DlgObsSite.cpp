@@ -172,6 +172,7 @@ void CDlgObs::UpdateTimeSys()
         break;
     }
     SiteLocationFormat::SplitTimeZone(offset, Fields);
+    ShowsOffset = DateObs->GetTimeSys() != static_cast<int>(TimeSystem::Zone);
     UpdateData(false);
     UpdateStatus();
 }

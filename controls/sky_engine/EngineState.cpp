@@ -66,7 +66,8 @@ const CEngineState::Special CEngineState::Specials[] = {
     {u"Location.Altitude", &CEngineState::SetAltitude, &CEngineState::AltitudeText},
     // Two names of one switch: the site dialog uses the first for its own engine and the second for the host's.
     {u"Location.Altitude.AutoGet", &CEngineState::SetAutomatic, &CEngineState::AutomaticText},
-    {u"Solar.Planet.Earth.Landscape.AutoGetAltitude", &CEngineState::SetAutomatic, &CEngineState::AutomaticText},
+    // The second answers whether the terrain is what gives the altitude, which it does on the Earth alone.
+    {u"Solar.Planet.Earth.Landscape.AutoGetAltitude", &CEngineState::SetAutomatic, &CEngineState::LandscapeText},
     {u"Solar.Planet.Earth.Landscape.IndexFile", &CEngineState::SetIndexFile, &CEngineState::IndexFileText},
     {u"Time", &CEngineState::SetTime, &CEngineState::TimeText},
 };
@@ -327,6 +328,11 @@ QString CEngineState::AltitudeText()
 QString CEngineState::AutomaticText()
 {
     return m_isAutomatic ? u"TRUE"_s : u"FALSE"_s;
+}
+
+QString CEngineState::LandscapeText()
+{
+    return m_isAutomatic && m_body == EngineBodies::Earth ? u"TRUE"_s : u"FALSE"_s;
 }
 
 QString CEngineState::IndexFileText()

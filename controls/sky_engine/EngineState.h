@@ -85,6 +85,7 @@ private:
     [[nodiscard]] QString LatitudeText();
     [[nodiscard]] QString AltitudeText();
     [[nodiscard]] QString AutomaticText();
+    [[nodiscard]] QString LandscapeText();
     [[nodiscard]] QString IndexFileText();
     [[nodiscard]] QString TimeText();
 

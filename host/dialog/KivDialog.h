@@ -89,6 +89,8 @@ protected:
 
     /// Moves all members: true from the controls into the members, false the other way.
     void UpdateData(bool saveAndValidate = true);
+    /// The same for one control; a pair of radios goes by its first.
+    void UpdateItem(int id, bool saveAndValidate);
 
     virtual MessageMap GetMessageMap() { return {}; }
     virtual EventSinkMap GetEventSinkMap() { return {}; }
@@ -188,7 +190,6 @@ private:
     void SettleBox(CKivEdit& edit);
     void SettleFocusedBox();
     [[nodiscard]] static bool FocusFirstBox(const QGroupBox* group);
-    void UpdateItem(int id, bool saveAndValidate);
     [[nodiscard]] bool IsOwnKey(const QObject* watched, const QEvent* event) const;
     void ConnectMessages();
     void BindSpinButtons();

@@ -79,8 +79,7 @@ void CKivEdit::TellRefusal()
 {
     const QString what = m_input->IsWhole() ? u"整数"_s : u"数値"_s;
     QToolTip::showText(mapToGlobal(QPoint(0, height())),
-                       u"ここには"_s + what + u"を "_s + QString::number(m_input->Longest()) +
-                           u" 文字以内で入力してください。"_s,
+                       what + u"を入力してください（"_s + QString::number(m_input->Longest()) + u" 文字まで）。"_s,
                        this);
 }
 

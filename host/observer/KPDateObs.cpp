@@ -125,9 +125,7 @@ void CKPDateObs::UpdateObsByUI(double longitude, double latitude, double altitud
 void CKPDateObs::UpdateObsByUI(double longitude, double latitude, double altitude, double timeZone)
 {
     SetLocation(longitude, latitude, altitude);
-    // In another time system the fields show that system's offset, which is not the user's zone.
-    if (m_timeSystem == static_cast<int>(TimeSystem::Zone))
-        SetUserTz(timeZone);
+    SetUserTz(timeZone);
     Tell(Change::Location);
 }
 

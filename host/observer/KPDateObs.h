@@ -82,7 +82,7 @@ public:
     /// Makes this the observer's location on the current body. A value that is not finite keeps the present one,
     /// a latitude beyond a pole becomes the pole, and AltitudeLeftToHost keeps the altitude.
     void UpdateObsByUI(double longitude, double latitude, double altitude);
-    /// The same, and sets the user time zone in hours while that is the time system.
+    /// The same, and sets the user time zone, in hours, in every time system.
     void UpdateObsByUI(double longitude, double latitude, double altitude, double timeZone);
     /// Makes the body the current one; an index outside the table counts as the Earth. The flag is not used.
     void UpdateLocationObjectByUI(int body, int flag);

@@ -74,7 +74,7 @@ void SiteLocationFormat::SplitLatitude(double latitude, SiteFields& fields)
     fields.LatitudeSeconds = angle.Seconds;
 }
 
-void SiteLocationFormat::SplitTimeZone(double timeZone, SiteFields& fields)
+void SiteLocationFormat::SplitTimeZone(double timeZone, CoordinateFields& fields)
 {
     const double z = Splittable(timeZone);
     fields.TimeZoneSign = z < 0.0 ? 1 : 0;

@@ -74,7 +74,7 @@ void SplitLatitude(double latitude, SiteFields& fields);
 
 /// Fill sign, hours and minutes of a time zone in hours. Minutes are rounded without a carry, on purpose: 5.9999 h
 /// shows as 5 h 60 min.
-void SplitTimeZone(double timeZone, SiteFields& fields);
+void SplitTimeZone(double timeZone, CoordinateFields& fields);
 
 /// Degrees: -180 to 180 on the Earth and the Moon, without a sign elsewhere.
 [[nodiscard]] double JoinLongitude(const CoordinateFields& fields, int body);

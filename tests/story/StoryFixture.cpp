@@ -1,5 +1,6 @@
 #include "tests/story/StoryFixture.h"
 
+#include "city/ControlIds.h"
 #include "host/control/ControlRegister.h"
 #include "host/dialog/HostMessage.h"
 #include "host/dialog/ThemedControls.h"
@@ -12,6 +13,8 @@
 #include <QDir>
 #include <QGuiApplication>
 #include <QTest>
+#include <QTimer>
+#include <QTreeView>
 #include <QWheelEvent>
 
 using namespace Qt::StringLiterals;
@@ -154,6 +157,47 @@ void CStory::ChooseBody(int body)
     combo->setCurrentIndex(body);
     Q_EMIT combo->activated(body);
     Settle();
+}
+
+void CStory::InNext(const std::function<void(CKivDialog&)>& steps)
+{
+    ++m_awaited;
+    auto* poll = new QTimer(qApp);
+    poll->callOnTimeout([this, poll, steps] {
+        auto* dialog = qobject_cast<CKivDialog*>(QApplication::activeModalWidget());
+        if (!dialog)
+            return;
+        dialog->activateWindow(); // no window manager does it here
+        if (QApplication::activeWindow() != dialog)
+            return;
+        --m_awaited;
+        poll->stop();
+        poll->deleteLater();
+        steps(*dialog);
+        if (dialog->isVisible())
+            dialog->reject();
+    });
+    poll->start(1);
+}
+
+void CStory::PickCity(const QString& name, const std::function<void(CKivDialog&)>& steps)
+{
+    InNext([name, steps](CKivDialog& list) {
+        auto* tree = list.Item<QTreeView>(CityId::Tree);
+        const QAbstractItemModel& model = *tree->model();
+        for (const QModelIndex& found :
+             model.match(model.index(0, 0), Qt::DisplayRole, name, -1, Qt::MatchExactly | Qt::MatchRecursive)) {
+            tree->setCurrentIndex(found);
+            if (model.rowCount(found) == 0)
+                break; // not a folder of the same name
+        }
+        EXPECT_EQ(tree->currentIndex().data().toString().toStdString(), name.toStdString());
+        if (steps)
+            steps(list);
+        list.Item<QAbstractButton>(CityId::ButtonOk)->click();
+    });
+    Click(ObsId::ButtonCity);
+    EXPECT_EQ(m_awaited, 0) << "a dialog never came";
 }
 
 void CStory::Settle()

@@ -7,6 +7,7 @@
 
 #include <QTemporaryDir>
 
+#include <functional>
 #include <gtest/gtest.h>
 
 /// The program as its user has it: the real host with its engine, maps, terrain and files, its windows shown
@@ -49,6 +50,10 @@ protected:
     static void Wheel(QWidget& widget, int delta, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     /// Chooses a body in the list of the site dialog.
     void ChooseBody(int body);
+    /// Does the steps inside the loop of the modal dialog that the next action opens; one left open is cancelled.
+    void InNext(const std::function<void(CKivDialog&)>& steps);
+    /// The city list by its button, with the place of this name selected before the steps and OK after them.
+    void PickCity(const QString& name, const std::function<void(CKivDialog&)>& steps = {});
     /// Lets the windows settle: queued calls, layout, painting.
     static void Settle();
 
@@ -57,5 +62,6 @@ protected:
     CExpectedPrompts Prompts;
 
 private:
+    int m_awaited = 0; ///< modal dialogs
     std::unique_ptr<CMainWindow> m_window;
 };

@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QInputMethodEvent>
 #include <QLineEdit>
+#include <QTest>
 
 #include <cmath>
 
@@ -131,10 +132,17 @@ TEST_F(TypingStory, WhatABoxShowsWhenItIsLeftIsSo)
     }
     Enter(EditLatSec);
     Press(Qt::Key_Delete);
-    Click(ButtonClose);
+    Prompts.Expect("東経 180度41分12.0秒\n北緯  35度41分21.2秒\n標高 77m\nタイムゾーン +09時間00分\n\n"
+                   "を初期値として設定します。",
+                   IPrompts::Icon::Information, IPrompts::Buttons::OkCancel, IPrompts::Answer::Cancel);
+    Press(Qt::Key_I, Qt::AltModifier); // the focus stays in the box
+    EXPECT_TRUE(QTest::qWaitFor([this] { return TextOf(EditLatSec) == "21.2"; }));
+    Enter(EditLatSec);
+    Type("8.");
+    Press(Qt::Key_Return);
     EXPECT_FALSE(Site().isVisible());
-    OpenSite();
-    EXPECT_EQ(TextOf(EditLatSec), "21.2") << "of 35.689236 degrees, in force all the time";
+    EXPECT_EQ(TextOf(EditLatSec), "8");
+    EXPECT_NEAR(SecondsOf(Observer().GetLatitude()), 8.0, 1e-6);
 }
 
 TEST_F(TypingStory, ForeignTextsFromTheClipboardChangeNothing)

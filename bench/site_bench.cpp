@@ -18,7 +18,7 @@
 #include "obs/ControlIds.h"
 #include "obs/DlgObs.h"
 #include "planetarium/ControlClasses.h"
-#include "planetarium/Host.h"
+#include "planetarium/MainWindow.h"
 #include "roadmap/ControlIds.h"
 #include "roadmap/DlgMapple.h"
 #include "roadmap/DlgMappleFind.h"
@@ -328,7 +328,7 @@ void SearchRoadMap(benchmark::State& state)
         state.SkipWithError("nothing was found");
 }
 
-/// A host with its windows, in folders of its own.
+/// The program with its windows, in folders of its own.
 class CStage
 {
 public:
@@ -342,22 +342,33 @@ public:
         CRegistry::UseFile(m_folder.filePath(u"settings.ini"_s));
         ControlClasses::Register(DataFolder);
         folders.InstallPlaceList();
-        m_host = std::make_unique<CHost>(&m_window, folders);
+        m_window = std::make_unique<CMainWindow>(folders);
+        m_window->show();
+        QApplication::processEvents();
     }
 
-    CHost& Host() { return *m_host; }
+    CHost& Host() { return m_window->Host(); }
 
     void Open()
     {
-        m_host->OpenSiteDialog();
-        m_host->SiteDialog().repaint();
+        Host().OpenSiteDialog();
+        Host().SiteDialog().repaint();
+        QApplication::processEvents();
+    }
+
+    /// The dialog's map with all layers and names, from near.
+    void ShowAllLayers()
+    {
+        CDlgObs& dialog = Host().SiteDialog();
+        for (int layer = 3; layer < ObsSettings::LayerCount; ++layer)
+            dialog.Item<QAbstractButton>(ObsId::CheckFeatureFirst + layer)->click();
+        dialog.Item<QSlider>(ObsId::SliderMagnification)->setValue(64);
         QApplication::processEvents();
     }
 
 private:
     QTemporaryDir m_folder;
-    QWidget m_window;
-    std::unique_ptr<CHost> m_host;
+    std::unique_ptr<CMainWindow> m_window;
 };
 
 void OpenDialog(benchmark::State& state)
@@ -371,20 +382,16 @@ void OpenDialog(benchmark::State& state)
     MeasureMedian(state, 500.0, prepare, [&] { stage->Open(); });
 }
 
-/// One digit in the seconds of longitude: from the key event until both maps are painted.
+/// One digit in the seconds of longitude: from the key event until the main globe and the dialog's map are painted.
 void TypeDigit(benchmark::State& state)
 {
     CStage stage;
     stage.Open();
-    CDlgObs& dialog = stage.Host().SiteDialog();
-    auto* edit = dialog.Item<QLineEdit>(ObsId::EditLngSec);
-    for (int layer = 3; layer < ObsSettings::LayerCount; ++layer)
-        dialog.Item<QAbstractButton>(ObsId::CheckFeatureFirst + layer)->click();
-    dialog.Item<QSlider>(ObsId::SliderMagnification)->setValue(64);
-    QApplication::processEvents();
+    stage.ShowAllLayers();
+    auto* edit = stage.Host().SiteDialog().Item<QLineEdit>(ObsId::EditLngSec);
     int digit = 0;
     MeasureMedian(
-        state, 16.0,
+        state, 6.0,
         [&] {
             edit->setFocus();
             edit->selectAll();
@@ -395,6 +402,23 @@ void TypeDigit(benchmark::State& state)
             QApplication::processEvents();
         });
 }
+
+/// A click beside the middle of the dialog's map: until the main globe and the map are painted.
+void ClickMap(benchmark::State& state)
+{
+    CStage stage;
+    stage.Open();
+    stage.ShowAllLayers();
+    QWidget* map = stage.Host().SiteDialog().MapOfDialog().Control()->Window();
+    int side = 0;
+    MeasureMedian(
+        state, 10.0, [&] { side = side == 9 ? -9 : 9; },
+        [&] {
+            QTest::mouseClick(map, Qt::LeftButton, {}, map->rect().center() + QPoint(side, side));
+            QApplication::processEvents();
+        });
+}
+
 /// One step of a held spin button; the toolkit repeats it every 100 ms.
 void SpinStep(benchmark::State& state)
 {
@@ -517,6 +541,7 @@ BENCHMARK(SearchRoadMap)->ArgName("facility")->Arg(0)->Arg(1)->UseManualTime()->
 BENCHMARK(OpenDialog)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(SpinStep)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(TypeDigit)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(ClickMap)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(FillResults)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(ScrollResults)->UseManualTime()->Unit(benchmark::kMillisecond);
 

@@ -41,10 +41,9 @@ void TintGround(QPainter& painter, const QPainterPath& land, QSizeF size, double
 }
 } // namespace
 
-bool CGlobePainter::GroundKey::operator==(const GroundKey& other) const
+bool CGlobePainter::GroundKey::Serves(const GroundKey& other) const
 {
-    return Center.Longitude == other.Center.Longitude && Center.Latitude == other.Center.Latitude &&
-           Radius == other.Radius && Pixels == other.Pixels && HasGraticule == other.HasGraticule &&
+    return View.LooksLike(other.View) && Pixels == other.Pixels && HasGraticule == other.HasGraticule &&
            HasCoast == other.HasCoast && IsDraft == other.IsDraft;
 }
 
@@ -106,9 +105,9 @@ void CGlobePainter::PaintGround(QImage& picture, const CSphereView& view, double
 void CGlobePainter::Paint(QImage& picture, const CSphereView& view, double viewAngle, const GlobeScene& scene,
                           bool isDraft)
 {
-    const GroundKey key{view.Center(),        view.Radius(), picture.size(), scene.IsGraticuleVisible,
+    const GroundKey key{view.Scaled(picture.devicePixelRatioF()), picture.size(), scene.IsGraticuleVisible,
                         scene.IsCoastVisible, isDraft};
-    if (m_ground.isNull() || !(key == m_groundKey)) {
+    if (m_ground.isNull() || !m_groundKey.Serves(key)) {
         if (m_ground.size() != picture.size())
             m_ground = QImage(picture.size(), QImage::Format_ARGB32_Premultiplied);
         m_ground.setDevicePixelRatio(picture.devicePixelRatio());

@@ -24,7 +24,7 @@ struct GlobeScene
 };
 
 /// Draws the globe map's picture. Reads the ground's data when they are first needed and keeps the ground as a picture
-/// while the view stays the same.
+/// while the view stays the same to the eye.
 class CGlobePainter
 {
 public:
@@ -39,13 +39,12 @@ private:
     // What the kept picture of the ground was made for.
     struct GroundKey
     {
-        GeoPoint Center;
-        double Radius = 0;
+        CSphereView View; ///< in pixels of the picture
         QSize Pixels;
         bool HasGraticule = false;
         bool HasCoast = false;
         bool IsDraft = false;
-        bool operator==(const GroundKey& other) const;
+        [[nodiscard]] bool Serves(const GroundKey& other) const;
     };
 
     void LoadOnce();

@@ -21,6 +21,13 @@ bool IsSame(const GeoPoint& a, const GeoPoint& b)
     return a.Longitude == b.Longitude && a.Latitude == b.Latitude;
 }
 
+/// Whether both show the same ground from the same distance, from wherever.
+bool IsSameGround(const PlanetScene& a, const PlanetScene& b)
+{
+    return a.Body == b.Body && a.Angle == b.Angle && IsSame(a.Sun, b.Sun) && a.Brightness == b.Brightness &&
+           a.HasGrid == b.HasGrid;
+}
+
 SphereLook Look(const PlanetScene& scene)
 {
     SphereLook look;
@@ -80,26 +87,44 @@ void CPlanetPainter::LoadBody(std::size_t body)
     m_body = body;
 }
 
+void CPlanetPainter::DrawGround(const PlanetScene& scene, const CSphereView& view, const QFont& font)
+{
+    LoadBody(scene.Body);
+    m_renderer.Render(m_ground, view.Scaled(m_ground.devicePixelRatio()), Look(scene));
+    m_groundScene = scene;
+    m_groundFont = font;
+    if (!scene.HasGrid)
+        return;
+    QPainter painter(&m_ground);
+    painter.setFont(font);
+    GraticuleStyle style;
+    style.HasFullTurn = scene.Body != EngineBodies::Moon && scene.Body != EngineBodies::Earth;
+    style.CountsWest = !EngineBodies::All()[scene.Body].IsEastPositive;
+    DrawGraticule(painter, view, m_ground.deviceIndependentSize(), style);
+}
+
 void CPlanetPainter::Draw(QImage& frame, const PlanetScene& scene, const QFont& font)
 {
     if (frame.isNull() || scene.Body >= EngineBodies::All().size())
         return;
-    LoadBody(scene.Body);
     const double ratio = frame.devicePixelRatio();
     const QSizeF size = QSizeF(frame.size()) / ratio;
     const CSphereView view = View(scene, size);
-    m_renderer.Render(frame, view.Scaled(ratio), Look(scene));
+    if (m_ground.size() != frame.size() || m_ground.devicePixelRatio() != ratio) {
+        m_ground = QImage(frame.size(), QImage::Format_ARGB32_Premultiplied);
+        m_ground.setDevicePixelRatio(ratio);
+        DrawGround(scene, view, font);
+    } else if (!IsSameGround(scene, m_groundScene) || font != m_groundFont ||
+               !view.Scaled(ratio).LooksLike(View(m_groundScene, size).Scaled(ratio))) {
+        DrawGround(scene, view, font);
+    }
 
     QPainter painter(&frame);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    painter.drawImage(QPointF(0.0, 0.0), m_ground);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setFont(font);
-    const EngineBody& body = EngineBodies::All()[scene.Body];
-    if (scene.HasGrid) {
-        GraticuleStyle style;
-        style.HasFullTurn = scene.Body != EngineBodies::Moon && scene.Body != EngineBodies::Earth;
-        style.CountsWest = !body.IsEastPositive;
-        DrawGraticule(painter, view, size, style);
-    }
     const auto observer = view.ToScreen(scene.Observer.Longitude, scene.Observer.Latitude);
     const QPointF reach(MarkerReach, MarkerReach);
     const QRectF marker = observer ? QRectF(*observer - reach, *observer + reach) : QRectF();
@@ -109,5 +134,5 @@ void CPlanetPainter::Draw(QImage& frame, const PlanetScene& scene, const QFont& 
         DrawMarker(painter, *observer);
     painter.setPen(CaptionColor);
     painter.drawText(QRectF(QPointF(0.0, 0.0), size).adjusted(10.0, 8.0, -10.0, -8.0), Qt::AlignTop | Qt::AlignLeft,
-                     QString::fromUtf16(body.Label));
+                     QString::fromUtf16(EngineBodies::All()[scene.Body].Label));
 }

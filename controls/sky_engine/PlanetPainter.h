@@ -27,7 +27,8 @@ struct PlanetScene
     [[nodiscard]] bool operator==(const PlanetScene& other) const;
 };
 
-/// Draws planetary globes; keeps the surface of the body that it drew last.
+/// Draws planetary globes; keeps the surface of the body that it drew last, and its lit picture while that stays the
+/// same to the eye.
 class CPlanetPainter
 {
 public:
@@ -42,9 +43,13 @@ public:
 
 private:
     void LoadBody(std::size_t body);
+    void DrawGround(const PlanetScene& scene, const CSphereView& view, const QFont& font);
 
     QString m_dataFolder;
     std::optional<std::size_t> m_body; ///< whose surface is loaded
     CSphereRenderer m_renderer;
+    QImage m_ground; ///< the surface with its grid
+    PlanetScene m_groundScene;
+    QFont m_groundFont;
     CSurfaceNames m_names;
 };

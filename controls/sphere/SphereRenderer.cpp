@@ -9,8 +9,8 @@ namespace
 constexpr float Pi = std::numbers::pi_v<float>;
 constexpr int SmallestLevelWidth = 128;
 constexpr int BandHeight = 512;
-// So many pixels of a row are drawn in even steps where the sphere is flat enough.
-constexpr int BlockWidth = 8;
+// Pixels of a row that are drawn in even steps: at most two to this power, fewer where the sphere is less flat.
+constexpr int LargestBlockBits = 5;
 // Width of the glow outside the disc and how quickly it fades, in radii.
 constexpr float GlowWidth = 0.03F;
 
@@ -58,6 +58,19 @@ quint32 Mix(quint32 a, quint32 b, quint32 share)
     return redBlue | alphaGreen;
 }
 
+// A colour with sixteen bits for each channel, so that one multiplication does all four.
+constexpr quint64 SpreadMask = 0x00FF00FF00FF00FF;
+
+quint64 Spread(quint32 color)
+{
+    return (color | (static_cast<quint64>(color) << 24)) & SpreadMask;
+}
+
+quint32 Gather(quint64 spread)
+{
+    return static_cast<quint32>(spread | (spread >> 24));
+}
+
 // Texel positions are whole numbers with this many binary places: quick to step along a row.
 constexpr int PlaceBits = 12;
 constexpr float PlaceUnit = 1 << PlaceBits;
@@ -71,6 +84,8 @@ public:
           m_isDraft(isDraft)
     {
     }
+
+    [[nodiscard]] bool IsDraft() const { return m_isDraft; }
 
     // Places counted from the left and upper edge; u may be up to one turn outside.
     [[nodiscard]] quint32 At(int u, int v) const
@@ -86,10 +101,42 @@ public:
         const int column1 = column0 + 1 < m_width ? column0 + 1 : 0;
         const quint32* upper = m_bits + static_cast<qsizetype>(Row(row)) * m_stride;
         const quint32* lower = m_bits + static_cast<qsizetype>(Row(row + 1)) * m_stride;
-        return Mix(Mix(upper[column0], upper[column1], shareX), Mix(lower[column0], lower[column1], shareX), shareY);
+        return Gather(Blend(upper[column0], upper[column1], lower[column0], lower[column1], shareX, shareY));
+    }
+
+    // Whether all texels around the places between these two lie side by side in the texture.
+    [[nodiscard]] bool IsWhole(int u0, int v0, int u1, int v1) const
+    {
+        constexpr int half = 1 << (PlaceBits - 1);
+        const auto [left, right] = std::minmax(u0, u1);
+        const auto [top, bottom] = std::minmax(v0, v1);
+        return left >= half && top >= half && ((right - half) >> PlaceBits) + 1 < m_width &&
+               ((bottom - half) >> PlaceBits) + 1 < m_height;
+    }
+
+    // The same as At, spread, where all texels around lie side by side.
+    [[nodiscard]] quint64 Inside(int u, int v) const
+    {
+        constexpr int half = 1 << (PlaceBits - 1);
+        const int left = u - half;
+        const int top = v - half;
+        const quint32* upper = m_bits + static_cast<qsizetype>(top >> PlaceBits) * m_stride + (left >> PlaceBits);
+        const quint32* lower = upper + m_stride;
+        return Blend(upper[0], upper[1], lower[0], lower[1], static_cast<quint32>((left >> (PlaceBits - 8)) & 255),
+                     static_cast<quint32>((top >> (PlaceBits - 8)) & 255));
     }
 
 private:
+    // Shares are 0 to 255 of 256, to the right and downwards.
+    static quint64 Blend(quint32 a, quint32 b, quint32 c, quint32 d, quint32 right, quint32 down)
+    {
+        const quint32 both = (right * down + 128) >> 8;
+        return ((Spread(a) * (256 - right - down + both) + Spread(b) * (right - both) + Spread(c) * (down - both) +
+                 Spread(d) * both) >>
+                8) &
+               SpreadMask;
+    }
+
     [[nodiscard]] int Row(int row) const { return std::clamp(row, 0, m_height - 1); }
     [[nodiscard]] int Column(int column) const
     {
@@ -174,7 +221,7 @@ struct Spot
     int V = 0;
     int Light = 0;
     int Haze = 0;
-    bool IsSmooth = false; // far enough from the edge and the poles to step evenly to the next one
+    bool IsSmooth = false; // far enough from the poles to step evenly to the next one
 };
 
 class CSpotFinder
@@ -199,7 +246,7 @@ public:
         spot.V = static_cast<int>(FastAcos(north) * m_rowScale);
         spot.Light = static_cast<int>(m_shading.Light(x, y, z) * 256);
         spot.Haze = static_cast<int>(m_shading.Haze(z) * 256);
-        spot.IsSmooth = z > 0.4F && std::fabs(north) < m_poleLimit;
+        spot.IsSmooth = std::fabs(north) < m_poleLimit;
         return spot;
     }
 
@@ -222,6 +269,44 @@ private:
     int m_center;
     float m_poleLimit;
 };
+
+// Draws the pixels of a block between two spots in even steps.
+void DrawBlock(quint32* line, int bits, const Spot& from, const Spot& to, const CSampler& sampler,
+               const Shading& shading)
+{
+    const int width = 1 << bits;
+    const int stepU = (to.U - from.U) / width;
+    const int stepV = (to.V - from.V) / width;
+    const int stepLight = to.Light - from.Light;
+    const int stepHaze = to.Haze - from.Haze;
+    int u = from.U;
+    int v = from.V;
+    int light = from.Light * width + width / 2;
+    int haze = from.Haze * width + width / 2;
+    const bool isDark = std::max(from.Light, to.Light) <= 256;
+    if (isDark && !sampler.IsDraft() && sampler.IsWhole(from.U, from.V, to.U, to.V)) {
+        const quint64 air = Spread(shading.Air);
+        for (int column = 0; column < width; ++column) {
+            const auto lightShare = static_cast<quint32>(light >> bits);
+            const auto airShare = static_cast<quint32>(haze >> bits) * lightShare >> 8;
+            const quint64 color = (sampler.Inside(u, v) * (lightShare - airShare) + air * airShare) >> 8;
+            line[column] = 0xFF000000 | Gather(color & SpreadMask);
+            u += stepU;
+            v += stepV;
+            light += stepLight;
+            haze += stepHaze;
+        }
+        return;
+    }
+    for (int column = 0; column < width; ++column) {
+        line[column] =
+            shading.Colour(sampler.At(u, v), static_cast<quint32>(light >> bits), static_cast<quint32>(haze >> bits));
+        u += stepU;
+        v += stepV;
+        light += stepLight;
+        haze += stepHaze;
+    }
+}
 
 // The colour of the air beside the disc over what is behind, at a distance of more than one radius.
 quint32 Glow(const Shading& shading, quint32 background, float x, float y, float distance)
@@ -327,36 +412,38 @@ void CSphereRenderer::Render(QImage& target, const CSphereView& view, const Sphe
             line[column] = coverage >= 1 ? color : Mix(behind, color, static_cast<quint32>(coverage * 256));
         };
 
+        // Whether even steps between these two points stay within a quarter of a pixel.
+        const auto isFlat = [&](int column, int width) {
+            const float square = std::max(squareAt(horizontal(column)), squareAt(horizontal(column + width)));
+            const auto length = static_cast<float>(width * width);
+            const float depth = 1 - square; // its third power is the sixth of the depth's
+            return column + width <= end && square < inside &&
+                   length * length < 4 * radius * radius * depth * depth * depth;
+        };
         Spot next;
         bool hasNext = false;
+        int bits = 0;
         for (int column = first; column < end;) {
-            const float x = horizontal(column);
-            const float farX = horizontal(column + BlockWidth);
-            const bool isWhole = column + BlockWidth <= end && squareAt(x) < inside && squareAt(farX) < inside;
-            const Spot spot = !isWhole ? Spot() : hasNext ? next : finder.At(x, y, squareAt(x));
-            hasNext = isWhole;
-            if (isWhole)
-                next = finder.At(farX, y, squareAt(farX));
-            const int blockEnd = std::min(column + BlockWidth, end);
-            if (!isWhole || !finder.IsEven(spot, next)) {
-                for (; column < blockEnd; ++column)
-                    drawExactly(column);
+            bits = std::min(bits + 1, LargestBlockBits);
+            while (bits > 0 && !isFlat(column, 1 << bits))
+                --bits;
+            if (bits == 0) {
+                drawExactly(column++);
+                hasNext = false;
                 continue;
             }
-            int u = spot.U;
-            int v = spot.V;
-            int light = spot.Light * BlockWidth + BlockWidth / 2;
-            int haze = spot.Haze * BlockWidth + BlockWidth / 2;
-            const int stepU = (next.U - spot.U) / BlockWidth;
-            const int stepV = (next.V - spot.V) / BlockWidth;
-            for (; column < blockEnd; ++column) {
-                line[column] = shading.Colour(sampler.At(u, v), static_cast<quint32>(light / BlockWidth),
-                                              static_cast<quint32>(haze / BlockWidth));
-                u += stepU;
-                v += stepV;
-                light += next.Light - spot.Light;
-                haze += next.Haze - spot.Haze;
+            const int blockEnd = column + (1 << bits);
+            const auto spotAt = [&](int place) { return finder.At(horizontal(place), y, squareAt(horizontal(place))); };
+            const Spot spot = hasNext ? next : spotAt(column);
+            next = spotAt(blockEnd);
+            hasNext = true;
+            if (finder.IsEven(spot, next)) {
+                DrawBlock(line + column, bits, spot, next, sampler, shading);
+                column = blockEnd;
+                continue;
             }
+            while (column < blockEnd)
+                drawExactly(column++);
         }
     }
 }

@@ -43,6 +43,17 @@ CSphereView CSphereView::Scaled(double factor) const
     return {m_center, m_radius * factor, m_centerPixel * factor};
 }
 
+bool CSphereView::LooksLike(const CSphereView& other) const
+{
+    constexpr double unseen = 1.0 / 12; // pixels
+    const auto turns = [&](const UnitVector& a, const UnitVector& b) {
+        const UnitVector way{a.X - b.X, a.Y - b.Y, a.Z - b.Z};
+        return Dot(way, way) * m_radius * m_radius > unseen * unseen;
+    };
+    return m_radius == other.m_radius && m_centerPixel == other.m_centerPixel && !turns(m_viewer, other.m_viewer) &&
+           !turns(m_north, other.m_north) && !turns(m_east, other.m_east);
+}
+
 std::optional<QPointF> CSphereView::ToScreen(double longitude, double latitude) const
 {
     if (!std::isfinite(longitude) || !std::isfinite(latitude))

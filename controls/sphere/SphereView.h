@@ -33,6 +33,9 @@ public:
     /// The same view with every length multiplied, for example by a device pixel ratio.
     [[nodiscard]] CSphereView Scaled(double factor) const;
 
+    /// Whether a picture of the other view serves for this one: everything lies within a small part of a pixel.
+    [[nodiscard]] bool LooksLike(const CSphereView& other) const;
+
     /// Longitude -180 to 180.
     [[nodiscard]] GeoPoint Center() const { return m_center; }
     [[nodiscard]] double Radius() const { return m_radius; }

@@ -2,6 +2,7 @@
 
 #include "host/dialog/HeldKey.h"
 #include "host/dialog/Help.h"
+#include "host/dialog/ScreenFit.h"
 #include "host/dialog/TemplateLoader.h"
 #include "host/dialog/ThemedControls.h"
 #include "host/system/InvalidArgument.h"
@@ -95,8 +96,9 @@ bool CKivDialog::LoadTemplate()
     setWindowTitle(m_content->windowTitle());
     auto* frame = new QVBoxLayout(this);
     frame->setContentsMargins(0, 0, 0, 0);
-    frame->addWidget(m_content);
     m_items = TemplateLoader::NumberedItems(m_content);
+    m_content = ScreenFit::Scrolled(m_content, ScreenFit::Room(*this));
+    frame->addWidget(m_content);
     return true;
 }
 
@@ -355,6 +357,12 @@ void CKivDialog::reject()
 {
     SettleFocusedBox();
     Guarded([this] { OnCancel(); });
+}
+
+void CKivDialog::showEvent(QShowEvent* event)
+{
+    QDialog::showEvent(event);
+    ScreenFit::Keep(*this);
 }
 
 void CKivDialog::closeEvent(QCloseEvent* event)

@@ -161,6 +161,7 @@ protected:
         return {Notice::DblClick, id, [this, handler](int row) { (static_cast<Dialog*>(this)->*handler)(row); }};
     }
 
+    void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -197,7 +198,8 @@ private:
     int m_templateNumber;
     QString m_section;
     QPointer<CCorKiv> m_hostEngine;
-    QWidget* m_content = nullptr; ///< what the template made; a child of this, as the items are of it
+    QWidget* m_content =
+        nullptr; ///< what the template made, scrolled on a small screen; a child of this, as the items are of it
     QHash<int, QWidget*> m_items;
     MessageMap m_messages;
     EventSinkMap m_events;

@@ -1,6 +1,7 @@
 #include "planetarium/Guide.h"
 
 #include "host/dialog/Help.h"
+#include "host/dialog/ScreenFit.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -87,7 +88,7 @@ void Guide::Install(const QString& file)
             browser->setWindowTitle(u"使い方"_s);
             browser->setSearchPaths({QFileInfo(file).absolutePath()});
             browser->setOpenExternalLinks(false);
-            browser->resize(PageWidth, 640);
+            browser->resize(QSize(PageWidth, 640).boundedTo(ScreenFit::Room(*browser)));
             browser->document()->setDocumentMargin(Margin);
         }
         browser->setMarkdown(QString::fromUtf8(guide.readAll()));

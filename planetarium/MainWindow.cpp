@@ -2,6 +2,7 @@
 
 #include "host/dialog/Help.h"
 #include "host/dialog/HostMessage.h"
+#include "host/dialog/ScreenFit.h"
 #include "planetarium/ObserverPanel.h"
 
 #include <QCloseEvent>
@@ -49,7 +50,7 @@ CMainWindow::CMainWindow(const DataFolders& folders)
     m_log->setMaximumBlockCount(LongestLog);
     m_log->setLineWrapMode(QPlainTextEdit::NoWrap);
     m_log->setAccessibleName(u"エンジンへの命令の記録"_s);
-    m_log->setMinimumHeight(140);
+    m_log->setMinimumHeight(60);
     m_progress = new QProgressBar(this);
     m_progress->setMaximumWidth(220);
     m_progress->hide();
@@ -58,7 +59,7 @@ CMainWindow::CMainWindow(const DataFolders& folders)
     statusBar()->addPermanentWidget(m_progress);
 
     m_host = std::make_unique<CHost>(this, folders);
-    m_host->Engine().setMinimumSize(380, 380);
+    m_host->Engine().setMinimumSize(240, 200);
     m_host->Engine().show();
 
     auto* side = new QVBoxLayout;
@@ -71,7 +72,7 @@ CMainWindow::CMainWindow(const DataFolders& folders)
     row->addLayout(side, 1);
     setCentralWidget(center);
     BuildMenus();
-    resize(1080, 640);
+    resize(QSize(1080, 640).boundedTo(ScreenFit::Room(*this)));
 
     connect(m_host.get(), &CHost::Spoken, this, &CMainWindow::Log);
     connect(m_host.get(), &CHost::ObserverChanged, this, [this] { m_panel->Refresh(m_host->Observer()); });

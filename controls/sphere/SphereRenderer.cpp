@@ -1,5 +1,7 @@
 #include "controls/sphere/SphereRenderer.h"
 
+#include "controls/sphere/TextureSampler.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -57,102 +59,6 @@ quint32 Mix(quint32 a, quint32 b, quint32 share)
     const quint32 alphaGreen = (((a >> 8) & 0xFF00FF) * rest + ((b >> 8) & 0xFF00FF) * share) & 0xFF00FF00;
     return redBlue | alphaGreen;
 }
-
-// A colour with sixteen bits for each channel, so that one multiplication does all four.
-constexpr quint64 SpreadMask = 0x00FF00FF00FF00FF;
-
-quint64 Spread(quint32 color)
-{
-    return (color | (static_cast<quint64>(color) << 24)) & SpreadMask;
-}
-
-quint32 Gather(quint64 spread)
-{
-    return static_cast<quint32>(spread | (spread >> 24));
-}
-
-// Texel positions are whole numbers with this many binary places: quick to step along a row.
-constexpr int PlaceBits = 12;
-constexpr float PlaceUnit = 1 << PlaceBits;
-
-class CSampler
-{
-public:
-    CSampler(const QImage& texture, bool isDraft)
-        : m_bits(reinterpret_cast<const quint32*>(texture.constBits())),
-          m_stride(static_cast<int>(texture.bytesPerLine() / 4)), m_width(texture.width()), m_height(texture.height()),
-          m_isDraft(isDraft)
-    {
-    }
-
-    [[nodiscard]] bool IsDraft() const { return m_isDraft; }
-
-    // Places counted from the left and upper edge; u may be up to one turn outside.
-    [[nodiscard]] quint32 At(int u, int v) const
-    {
-        if (m_isDraft)
-            return m_bits[Row(v >> PlaceBits) * m_stride + Column(u >> PlaceBits)];
-        const int left = u - (1 << (PlaceBits - 1));
-        const int top = v - (1 << (PlaceBits - 1));
-        const int row = top >> PlaceBits;
-        const auto shareX = static_cast<quint32>((left >> (PlaceBits - 8)) & 255);
-        const auto shareY = static_cast<quint32>((top >> (PlaceBits - 8)) & 255);
-        const int column0 = Column(left >> PlaceBits);
-        const int column1 = column0 + 1 < m_width ? column0 + 1 : 0;
-        const quint32* upper = m_bits + static_cast<qsizetype>(Row(row)) * m_stride;
-        const quint32* lower = m_bits + static_cast<qsizetype>(Row(row + 1)) * m_stride;
-        return Gather(Blend(upper[column0], upper[column1], lower[column0], lower[column1], shareX, shareY));
-    }
-
-    // Whether all texels around the places between these two lie side by side in the texture.
-    [[nodiscard]] bool IsWhole(int u0, int v0, int u1, int v1) const
-    {
-        constexpr int half = 1 << (PlaceBits - 1);
-        const auto [left, right] = std::minmax(u0, u1);
-        const auto [top, bottom] = std::minmax(v0, v1);
-        return left >= half && top >= half && ((right - half) >> PlaceBits) + 1 < m_width &&
-               ((bottom - half) >> PlaceBits) + 1 < m_height;
-    }
-
-    // The same as At, spread, where all texels around lie side by side.
-    [[nodiscard]] quint64 Inside(int u, int v) const
-    {
-        constexpr int half = 1 << (PlaceBits - 1);
-        const int left = u - half;
-        const int top = v - half;
-        const quint32* upper = m_bits + static_cast<qsizetype>(top >> PlaceBits) * m_stride + (left >> PlaceBits);
-        const quint32* lower = upper + m_stride;
-        return Blend(upper[0], upper[1], lower[0], lower[1], static_cast<quint32>((left >> (PlaceBits - 8)) & 255),
-                     static_cast<quint32>((top >> (PlaceBits - 8)) & 255));
-    }
-
-private:
-    // Shares are 0 to 255 of 256, to the right and downwards.
-    static quint64 Blend(quint32 a, quint32 b, quint32 c, quint32 d, quint32 right, quint32 down)
-    {
-        const quint32 both = (right * down + 128) >> 8;
-        return ((Spread(a) * (256 - right - down + both) + Spread(b) * (right - both) + Spread(c) * (down - both) +
-                 Spread(d) * both) >>
-                8) &
-               SpreadMask;
-    }
-
-    [[nodiscard]] int Row(int row) const { return std::clamp(row, 0, m_height - 1); }
-    [[nodiscard]] int Column(int column) const
-    {
-        if (column < 0)
-            column += m_width;
-        else if (column >= m_width)
-            column -= m_width;
-        return std::clamp(column, 0, m_width - 1);
-    }
-
-    const quint32* m_bits;
-    int m_stride;
-    int m_width;
-    int m_height;
-    bool m_isDraft;
-};
 
 // What a pixel needs besides the texture, computed once per picture.
 struct Shading
@@ -229,17 +135,17 @@ class CSpotFinder
 public:
     CSpotFinder(const CSphereView& view, const QImage& texture, const Shading& shading)
         : m_shading(shading), m_sinLatitude(static_cast<float>(view.Viewer().Z)),
-          m_cosLatitude(static_cast<float>(view.North().Z)), m_width(texture.width() << PlaceBits),
-          m_columnScale(static_cast<float>(texture.width()) * PlaceUnit / (2 * Pi)),
-          m_rowScale(static_cast<float>(texture.height()) * PlaceUnit / Pi),
+          m_cosLatitude(static_cast<float>(view.North().Z)), m_width(texture.width() << CTextureSampler::PlaceBits),
+          m_columnScale(static_cast<float>(texture.width()) * CTextureSampler::PlaceUnit / (2 * Pi)),
+          m_rowScale(static_cast<float>(texture.height()) * CTextureSampler::PlaceUnit / Pi),
           m_center(static_cast<int>((view.Center().Longitude + 180.0) / 360.0 * m_width)),
           m_poleLimit(static_cast<float>(std::cos(std::min(0.5, PolePixels / view.Radius()))))
     {
     }
 
-    [[nodiscard]] Spot At(float x, float y, float square) const
+    [[nodiscard]] Spot At(float x, float y) const
     {
-        const float z = std::sqrt(std::max(0.0F, 1 - square));
+        const float z = std::sqrt(std::max(0.0F, 1 - (x * x + y * y)));
         const float north = std::clamp(y * m_cosLatitude + z * m_sinLatitude, -1.0F, 1.0F);
         Spot spot;
         spot.U = m_center + static_cast<int>(FastAtan2(x, z * m_cosLatitude - y * m_sinLatitude) * m_columnScale);
@@ -270,41 +176,43 @@ private:
     float m_poleLimit;
 };
 
+// The same as a division by that power of two, which rounds towards zero, and many times as quick.
+int StepOf(int way, int bits)
+{
+    return (way + ((way >> 31) & ((1 << bits) - 1))) >> bits;
+}
+
 // Draws the pixels of a block between two spots in even steps.
-void DrawBlock(quint32* line, int bits, const Spot& from, const Spot& to, const CSampler& sampler,
+void DrawBlock(quint32* line, int bits, const Spot& from, const Spot& to, const CTextureSampler& sampler,
                const Shading& shading)
 {
     const int width = 1 << bits;
-    const int stepU = (to.U - from.U) / width;
-    const int stepV = (to.V - from.V) / width;
+    const int stepU = StepOf(to.U - from.U, bits);
+    const int stepV = StepOf(to.V - from.V, bits);
     const int stepLight = to.Light - from.Light;
     const int stepHaze = to.Haze - from.Haze;
     int u = from.U;
     int v = from.V;
     int light = from.Light * width + width / 2;
     int haze = from.Haze * width + width / 2;
-    const bool isDark = std::max(from.Light, to.Light) <= 256;
-    if (isDark && !sampler.IsDraft() && sampler.IsWhole(from.U, from.V, to.U, to.V)) {
-        const quint64 air = Spread(shading.Air);
+    const auto draw = [&](auto color) {
         for (int column = 0; column < width; ++column) {
-            const auto lightShare = static_cast<quint32>(light >> bits);
-            const auto airShare = static_cast<quint32>(haze >> bits) * lightShare >> 8;
-            const quint64 color = (sampler.Inside(u, v) * (lightShare - airShare) + air * airShare) >> 8;
-            line[column] = 0xFF000000 | Gather(color & SpreadMask);
+            line[column] = color(static_cast<quint32>(light >> bits), static_cast<quint32>(haze >> bits));
             u += stepU;
             v += stepV;
             light += stepLight;
             haze += stepHaze;
         }
-        return;
-    }
-    for (int column = 0; column < width; ++column) {
-        line[column] =
-            shading.Colour(sampler.At(u, v), static_cast<quint32>(light >> bits), static_cast<quint32>(haze >> bits));
-        u += stepU;
-        v += stepV;
-        light += stepLight;
-        haze += stepHaze;
+    };
+    if (std::max(from.Light, to.Light) <= 256 && sampler.IsWhole(from.U, from.V, to.U, to.V)) {
+        draw([&](quint32 lightShare, quint32 hazeShare) {
+            const quint32 airShare = hazeShare * lightShare >> 8;
+            return sampler.Lit(u, v, lightShare - airShare, shading.Air, airShare);
+        });
+    } else {
+        draw([&](quint32 lightShare, quint32 hazeShare) {
+            return shading.Colour(sampler.At(u, v), lightShare, hazeShare);
+        });
     }
 }
 
@@ -373,7 +281,7 @@ void CSphereRenderer::Render(QImage& target, const CSphereView& view, const Sphe
     while (level + 1 < m_levels.size() && m_levels[level + 1].width() >= wantedWidth * 0.8)
         ++level;
     const QImage& texture = m_levels[level];
-    const CSampler sampler(texture, look.IsDraft);
+    const CTextureSampler sampler(texture);
     const Shading shading(view, look);
     const CSpotFinder finder(view, texture, shading);
     const auto radius = static_cast<float>(view.Radius());
@@ -406,7 +314,7 @@ void CSphereRenderer::Render(QImage& target, const CSphereView& view, const Sphe
                 line[column] = behind;
                 return;
             }
-            const Spot spot = finder.At(x, y, square);
+            const Spot spot = finder.At(x, y);
             const quint32 color = shading.Colour(sampler.At(spot.U, spot.V), static_cast<quint32>(spot.Light),
                                                  static_cast<quint32>(spot.Haze));
             line[column] = coverage >= 1 ? color : Mix(behind, color, static_cast<quint32>(coverage * 256));
@@ -433,7 +341,7 @@ void CSphereRenderer::Render(QImage& target, const CSphereView& view, const Sphe
                 continue;
             }
             const int blockEnd = column + (1 << bits);
-            const auto spotAt = [&](int place) { return finder.At(horizontal(place), y, squareAt(horizontal(place))); };
+            const auto spotAt = [&](int place) { return finder.At(horizontal(place), y); };
             const Spot spot = hasNext ? next : spotAt(column);
             next = spotAt(blockEnd);
             hasNext = true;

@@ -18,7 +18,6 @@ struct SphereLook
     double LimbDarkening = 0.35;         ///< how much darker the edge of the disc is than its middle, 0 to 1
     QColor Atmosphere;                   ///< colour of a thin rim of air; invalid: none
     QColor Background = Qt::transparent; ///< what lies around the disc
-    bool IsDraft = false;                ///< nearest texels: quicker and coarser, for a sphere in motion
 };
 
 /// Draws a textured sphere pixel by pixel. Holds the texture in several sizes, so that a small disc does not sparkle.

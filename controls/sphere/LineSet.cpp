@@ -76,7 +76,7 @@ void CLineSet::AddPieces(std::size_t first, std::size_t count)
 {
     for (std::size_t start = 0; start + 1 < count; start += PieceLength) {
         // One point belongs to both neighbours, so that no gap is left.
-        Piece piece{first + start, std::min(PieceLength + 1, count - start), {0, 0, 0}, 0, start == 0};
+        Piece piece{first + start, std::min(PieceLength + 1, count - start), {0, 0, 0}, 0, 0, 1, start == 0};
         for (std::size_t index = piece.First; index < piece.First + piece.Count; ++index) {
             piece.Middle.X += static_cast<double>(m_points[index].X);
             piece.Middle.Y += static_cast<double>(m_points[index].Y);
@@ -95,8 +95,16 @@ void CLineSet::AddPieces(std::size_t first, std::size_t count)
                 piece.CapAngle = std::max(piece.CapAngle, std::acos(std::clamp(Dot(vector, piece.Middle), -1.0, 1.0)));
             }
         }
+        piece.CapSine = std::sin(piece.CapAngle);
+        piece.CapCosine = std::cos(piece.CapAngle);
         m_pieces.push_back(piece);
     }
+}
+
+CLineSet::CSight::CSight(const CSphereView& view, QSizeF size)
+    : m_viewer(view.Viewer()), m_reach(view.VisibleAngle(size) * RadiansPerDegree), m_sine(std::sin(m_reach)),
+      m_cosine(std::cos(m_reach))
+{
 }
 
 void CLineSet::Draw(QPainter& painter, const CSphereView& view, QSizeF size, double tolerance) const
@@ -111,7 +119,7 @@ void CLineSet::Draw(QPainter& painter, const CSphereView& view, QSizeF size, dou
 template <typename T>
 void CLineSet::DrawIn(QPainter& painter, const CSphereView& view, QSizeF size, double tolerance) const
 {
-    const double reach = view.VisibleAngle(size) * RadiansPerDegree;
+    const CSight sight(view, size);
     const auto radius = static_cast<T>(view.Radius());
     const auto middleX = static_cast<T>(view.CenterPixel().x());
     const auto middleY = static_cast<T>(view.CenterPixel().y());
@@ -138,10 +146,7 @@ void CLineSet::DrawIn(QPainter& painter, const CSphereView& view, QSizeF size, d
         run.clear();
     };
     for (const Piece& piece : m_pieces) {
-        if (piece.CapAngle * view.Radius() < tolerance * 0.7)
-            continue;
-        const double limit = reach + piece.CapAngle;
-        if (limit < std::numbers::pi && Dot(piece.Middle, view.Viewer()) < std::cos(limit))
+        if (piece.CapAngle * view.Radius() < tolerance * 0.7 || !sight.Has(piece))
             continue;
         T lastX = 0;
         T lastY = 0;

@@ -5,6 +5,7 @@
 #include <QPainterPath>
 #include <QString>
 
+#include <numbers>
 #include <vector>
 
 class QPainter;
@@ -45,7 +46,27 @@ private:
         std::size_t Count = 0;
         UnitVector Middle;
         double CapAngle = 0; // radians
+        double CapSine = 0;
+        double CapCosine = 1;
         bool BeginsLine = false;
+    };
+
+    // Tells which pieces an area of that size (from the origin) may show.
+    class CSight
+    {
+    public:
+        CSight(const CSphereView& view, QSizeF size);
+        [[nodiscard]] bool Has(const Piece& piece) const
+        {
+            return m_reach + piece.CapAngle >= std::numbers::pi ||
+                   Dot(piece.Middle, m_viewer) >= m_cosine * piece.CapCosine - m_sine * piece.CapSine;
+        }
+
+    private:
+        UnitVector m_viewer;
+        double m_reach; // radians
+        double m_sine;
+        double m_cosine;
     };
 
     template <typename T> void DrawIn(QPainter& painter, const CSphereView& view, QSizeF size, double tolerance) const;

@@ -26,7 +26,7 @@ public:
     {
         const double x = Dot(direction, m_view.East());
         const double y = Dot(direction, m_view.North());
-        const double length = std::hypot(x, y);
+        const double length = std::sqrt(x * x + y * y); // many times as quick as hypot
         if (length < 1e-12)
             return m_view.CenterPixel();
         const double outward = Dot(direction, m_view.Viewer()) < 0 ? 2 - length : length;
@@ -99,7 +99,7 @@ bool CLineSet::IsInside(const GeoPoint& place) const
         cross(vector(m_pieces[end - 1].First + m_pieces[end - 1].Count - 1), vector(m_pieces[line].First));
         for (; line < end; ++line) {
             const Piece& piece = m_pieces[line];
-            if (piece.CapAngle < 1 && std::abs(Dot(piece.Middle, across)) > std::sin(piece.CapAngle) + 1e-6)
+            if (piece.CapAngle < 1 && std::abs(Dot(piece.Middle, across)) > piece.CapSine + 1e-6)
                 continue;
             for (std::size_t index = piece.First; index + 1 < piece.First + piece.Count; ++index)
                 cross(vector(index), vector(index + 1));
@@ -110,13 +110,10 @@ bool CLineSet::IsInside(const GeoPoint& place) const
 
 QPainterPath CLineSet::Inside(const CSphereView& view, QSizeF size) const
 {
-    const double reach = view.VisibleAngle(size) * RadiansPerDegree;
+    const CSight sight(view, size);
     // Far enough that a long stretch between two points out of sight keeps its course across the area.
     const CFlattener flatten(view, std::max(4 * std::hypot(size.width(), size.height()), FarthestPixel));
-    const auto isSeen = [&](const Piece& piece) {
-        const double limit = reach + piece.CapAngle;
-        return limit >= std::numbers::pi || Dot(piece.Middle, view.Viewer()) >= std::cos(limit);
-    };
+    const auto isSeen = [&](const Piece& piece) { return sight.Has(piece); };
     QList<QPolygonF> outlines;
     for (std::size_t line = 0; line < m_pieces.size();) {
         const std::size_t begin = line;

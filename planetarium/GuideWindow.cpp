@@ -39,7 +39,7 @@ public:
         QImage picture = resource.value<QImage>();
         if (picture.isNull())
             picture.loadFromData(resource.toByteArray());
-        const int widest = PageWidth - 4 * Margin;
+        const int widest = PageWidth - 6 * Margin;
         return picture.width() <= widest ? picture : picture.scaledToWidth(widest, Qt::SmoothTransformation);
     }
 };

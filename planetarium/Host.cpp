@@ -1,6 +1,7 @@
 #include "planetarium/Host.h"
 
 #include "host/control/ControlNumbers.h"
+#include "host/dialog/ScreenFit.h"
 #include "host/system/CommonFile.h"
 #include "host/system/Registry.h"
 #include "host/text/Number.h"
@@ -17,7 +18,6 @@
 #include <QScreen>
 #include <QTimeZone>
 
-#include <algorithm>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -258,22 +258,13 @@ void CHost::OpenSiteDialog()
     RefillDialog();
 }
 
-/// Beside the main window, else over its sky, where the observer's place and the choices stay in sight.
 void CHost::PlaceSiteDialog()
 {
     if (CWindowMemory::Knows(*m_dialog) || !m_mainWindow->screen())
         return;
-    const QRect room = m_mainWindow->screen()->availableGeometry();
-    const QRect main = m_mainWindow->frameGeometry();
-    const QSize size = m_dialog->frameGeometry().size();
-    const int sky = m_engine.mapToGlobal(m_engine.rect().topRight()).x();
-    int left = main.right() + 1;
-    if (left + size.width() > room.right() + 1)
-        left = main.left() - size.width();
-    if (left < room.left())
-        left = std::min(sky, room.right() + 1) - size.width();
-    m_dialog->move(std::max(left, room.left()),
-                   std::clamp(main.top(), room.top(), std::max(room.top(), room.bottom() + 1 - size.height())));
+    const int sky = m_engine.mapToGlobal(m_engine.rect().topRight()).x(); // what tells the place is right of it
+    m_dialog->move(ScreenFit::Beside(m_mainWindow->frameGeometry(), sky, m_dialog->frameGeometry().size(),
+                                     m_mainWindow->screen()->availableGeometry()));
 }
 
 void CHost::OpenCityList()

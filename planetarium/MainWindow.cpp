@@ -14,6 +14,7 @@
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QProgressBar>
+#include <QScrollArea>
 #include <QScrollBar>
 #include <QStatusBar>
 #include <QVBoxLayout>
@@ -65,7 +66,7 @@ CMainWindow::CMainWindow(const DataFolders& folders, Audience audience)
     row->addWidget(BuildSide(audience), 2);
     setCentralWidget(center);
     BuildMenus(audience);
-    resize(QSize(1020, 640).boundedTo(ScreenFit::Room(*this)));
+    resize(QSize(1060, 660).boundedTo(ScreenFit::Room(*this)));
 
     connect(m_host.get(), &CHost::Spoken, this, &CMainWindow::Log);
     connect(m_host.get(), &CHost::ObserverChanged, this, &CMainWindow::Refresh);
@@ -96,7 +97,14 @@ QWidget* CMainWindow::BuildSide(Audience audience)
         log->hide();
         column->addStretch(1);
     }
-    return side;
+    auto* area = new QScrollArea(this); // on a small screen
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidgetResizable(true);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setWidget(side);
+    area->setMinimumWidth(side->minimumSizeHint().width() + area->verticalScrollBar()->sizeHint().width());
+    return area;
 }
 
 void CMainWindow::Refresh()

@@ -52,7 +52,7 @@ void CMainWindow::BuildMenus(Audience audience)
         BuildDeveloperMenu();
     QMenu* help = menuBar()->addMenu(u"ヘルプ(&H)"_s);
     help->addAction(u"使い方(&G)"_s, QKeySequence(Qt::Key_F1), this, [this] { Help::Show(this, 0); });
-    m_choices->Add(m_site, u"座標を入力するか、拡大した地図から選びます。ほかの天体も選べます。"_s);
+    m_choices->Add(m_site, u"座標や拡大地図で選びます。ほかの天体も選べます。"_s);
     m_choices->Add(m_city, u"地名の一覧から選びます。"_s);
     m_choices->Add(m_roadMap, u"日本の道路地図から選びます。"_s);
 }

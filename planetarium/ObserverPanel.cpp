@@ -48,7 +48,7 @@ CObserverPanel::CObserverPanel(QWidget* parent) : QWidget(parent)
     auto* form = new QFormLayout(this);
     form->setContentsMargins(4, 4, 4, 4);
     form->setHorizontalSpacing(18);
-    form->setVerticalSpacing(7);
+    form->setVerticalSpacing(5);
     m_body = AddRow(u"天体"_s);
     m_longitude = AddRow(u"経度"_s);
     m_latitude = AddRow(u"緯度"_s);

@@ -28,7 +28,7 @@ QString ButtonText(const QAction& action)
 CSiteChoices::CSiteChoices(QWidget* parent) : QWidget(parent), m_rows(new QVBoxLayout(this)), m_picture(Hint(this))
 {
     m_rows->setContentsMargins(4, 4, 4, 4);
-    m_rows->setSpacing(4);
+    m_rows->setSpacing(3);
     m_rows->addWidget(m_picture);
 }
 
@@ -47,13 +47,12 @@ void CSiteChoices::Add(QAction* action, const QString& hint)
     connect(button, &QPushButton::clicked, action, &QAction::trigger);
     connect(action, &QAction::changed, button, show);
     show();
-    m_rows->addSpacing(8);
+    m_rows->addSpacing(4);
     m_rows->addWidget(button);
     m_rows->addWidget(label);
 }
 
 void CSiteChoices::ShowBody(const QString& body)
 {
-    m_picture->setText(Qt::convertFromPlainText(
-        u"左の%1をクリックすると、その地点が観測地になります。ドラッグすると回ります。"_s.arg(body)));
+    m_picture->setText(Qt::convertFromPlainText(u"左の%1をクリックした地点が観測地になります。"_s.arg(body)));
 }

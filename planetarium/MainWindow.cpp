@@ -85,6 +85,13 @@ QWidget* CMainWindow::BuildSide(Audience audience)
     m_log->setLineWrapMode(QPlainTextEdit::NoWrap);
     m_log->setAccessibleName(u"コマンドと応答の記録"_s);
     m_log->setMinimumHeight(60);
+    // It follows its newest line; somebody who reads further up is left there.
+    QScrollBar* bar = m_log->verticalScrollBar();
+    connect(bar, &QScrollBar::valueChanged, this, [this, bar](int value) { m_isLogAtEnd = value == bar->maximum(); });
+    connect(bar, &QScrollBar::rangeChanged, this, [this, bar](int, int end) {
+        if (m_isLogAtEnd)
+            bar->setValue(end);
+    });
     auto* log = Framed(u"コマンドと応答"_s, m_log, side);
     log->setToolTip(u"[空] メインのエンジン　[場所]「場所」のエンジン　[地球]「場所」の地球儀　[道路] 道路地図"_s);
 
@@ -140,11 +147,7 @@ void CMainWindow::Log(const QString& who, const QString& line, const QString& an
     QString entry = u'[' + who + u"] "_s + Shortened(line);
     if (!answer.isEmpty())
         entry += u"  →  "_s + Shortened(answer);
-    QScrollBar& bar = *m_log->verticalScrollBar();
-    const bool isAtEnd = bar.value() == bar.maximum();
     m_log->appendPlainText(entry);
-    if (isAtEnd) // somebody who reads further up is left there
-        bar.setValue(bar.maximum());
 }
 
 bool CMainWindow::event(QEvent* event)

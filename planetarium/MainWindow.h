@@ -64,6 +64,7 @@ private:
     QPlainTextEdit* m_log = nullptr;
     QProgressBar* m_progress = nullptr;
     QLabel* m_note = nullptr;
+    bool m_isLogAtEnd = true;
     QAction* m_site = nullptr;
     QAction* m_city = nullptr;
     QAction* m_roadMap = nullptr;

@@ -1,11 +1,14 @@
 #include "planetarium/DataFolders.h"
 
+#include "city/core/PlaceDocument.h"
 #include "host/system/CommonFile.h"
 #include "host/system/ComponentStore.h"
 #include "host/text/KivFile.h"
 
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QDir>
+#include <QFile>
 #include <QStandardPaths>
 
 using namespace Qt::StringLiterals;
@@ -25,6 +28,16 @@ QString FindShipped()
         }
     } while (folder.cdUp());
     return QCoreApplication::applicationDirPath() + u"/data/"_s;
+}
+/// A copy that is whole or not there.
+bool Copy(const QString& from, const QString& to)
+{
+    CKivFile source;
+    CKivFile copy;
+    if (!source.OpenRead(from) || !copy.OpenCreate(to))
+        return false;
+    const QByteArray bytes = source.ReadAll();
+    return !source.HasReadError() && copy.WriteBytes(bytes) && copy.Close();
 }
 } // namespace
 
@@ -46,15 +59,18 @@ void DataFolders::UseShipped(const QString& folder)
 
 void DataFolders::InstallPlaceList() const
 {
-    if (!QDir().mkpath(User) || !CCommonFile::IsFileNewerThan(Shipped + ListName, User + ListName))
+    if (!QDir().mkpath(User))
         return;
-    CKivFile shipped;
-    CKivFile copy;
-    if (!shipped.OpenRead(Shipped + ListName) || !copy.OpenCreate(User + ListName))
+    if (CCommonFile::IsFileNewerThan(Shipped + ListName, User + ListName) && !Copy(Shipped + ListName, User + ListName))
         return;
-    const QByteArray bytes = shipped.ReadAll();
-    if (!shipped.HasReadError() && copy.WriteBytes(bytes))
-        copy.Close();
+    // The site dialog gives its map the user's list only where there is one when it is made. An old one will do: the
+    // dialog writes it anew, with the user's changes, as the shipped list is newer.
+    const QString userList = User + QString::fromUtf16(CPlacePaths::UserListName);
+    if (!CCommonFile::DoesFileExist(userList) && Copy(Shipped + ListName, userList)) {
+        QFile file(userList);
+        if (file.open(QIODevice::ReadWrite))
+            file.setFileTime(QDateTime::fromSecsSinceEpoch(0), QFileDevice::FileModificationTime);
+    }
 }
 
 void DataFolders::InstallRoadMap() const

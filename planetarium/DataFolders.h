@@ -15,7 +15,8 @@ struct DataFolders
     /// Takes another shipped folder, with the terrain index in it when there is one.
     void UseShipped(const QString& folder);
 
-    /// Copies the shipped place list into the user's folder when it is newer than the copy there. What fails is left
+    /// Copies the shipped place list into the user's folder when it is newer than the copy there, and puts a copy dated
+    /// long ago in the place of a missing user list, which the site dialog then brings up to date. What fails is left
     /// as it was: the module then uses the shipped list itself.
     void InstallPlaceList() const;
 

@@ -1,15 +1,13 @@
 #include "planetarium/Guide.h"
 
 #include "host/dialog/Help.h"
-#include "host/dialog/ScreenFit.h"
+#include "host/dialog/Prompts.h"
+#include "planetarium/GuideWindow.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QImage>
 #include <QPointer>
-#include <QTextBlock>
-#include <QTextBrowser>
-#include <QUrl>
 
 #include <array>
 
@@ -33,67 +31,38 @@ constexpr std::array Pages{Page{7300, u"場所"},
                            Page{7307, u"スーパーマップル・デジタル"},
                            Page{7308, u"スーパーマップル・デジタル検索"}};
 
-constexpr int PageWidth = 760; // pixels
-constexpr int Margin = 16;
-
-/// A browser whose pictures are never wider than its page.
-class CGuideBrowser : public QTextBrowser
+QString HeadingOf(int templateNumber)
 {
-public:
-    using QTextBrowser::QTextBrowser;
-
-    QVariant loadResource(int type, const QUrl& name) override
-    {
-        const QVariant resource = QTextBrowser::loadResource(type, name);
-        if (type != QTextDocument::ImageResource)
-            return resource;
-        QImage picture = resource.value<QImage>();
-        if (picture.isNull())
-            picture.loadFromData(resource.toByteArray());
-        const int widest = PageWidth - 4 * Margin;
-        return picture.width() <= widest ? picture : picture.scaledToWidth(widest, Qt::SmoothTransformation);
-    }
-};
-
-void ScrollToPage(QTextBrowser& browser, int templateNumber)
-{
-    QString heading;
     for (const Page& page : Pages) {
         if (page.Template == templateNumber)
-            heading = QString::fromUtf16(page.Heading);
+            return QString::fromUtf16(page.Heading);
     }
-    for (QTextBlock block = browser.document()->begin(); block.isValid(); block = block.next()) {
-        if (block.blockFormat().headingLevel() > 0 && block.text() == heading) {
-            browser.setTextCursor(QTextCursor(browser.document()->lastBlock()));
-            browser.setTextCursor(QTextCursor(block)); // from below, so that the heading comes to the top
-            return;
-        }
-    }
+    return {};
 }
 } // namespace
 
 void Guide::Install(const QString& file)
 {
     Help::SetProvider([file](QWidget* parent, int templateNumber) {
-        static QPointer<CGuideBrowser> browser;
+        static QPointer<CGuideWindow> window;
         QFile guide(file);
-        if (!guide.open(QIODevice::ReadOnly))
+        if (!guide.open(QIODevice::ReadOnly)) {
+            IPrompts::Current().Show(
+                parent,
+                u"使い方のファイル（%1）が見つかりません。\n「%2」にあるかどうか、確認してください。"_s.arg(
+                    QFileInfo(file).fileName(), QDir::toNativeSeparators(QFileInfo(file).absolutePath())),
+                IPrompts::Icon::Warning, IPrompts::Buttons::Ok);
             return;
-        if (browser && parent && browser->parentWidget() != parent->window())
-            delete browser; // a modal dialog would leave another window's guide without input
-        if (!browser) {
-            browser = new CGuideBrowser(parent ? parent->window() : nullptr);
-            browser->setWindowFlag(Qt::Window);
-            browser->setAttribute(Qt::WA_DeleteOnClose);
-            browser->setWindowTitle(u"使い方"_s);
-            browser->setSearchPaths({QFileInfo(file).absolutePath()});
-            browser->setOpenExternalLinks(false);
-            browser->resize(QSize(PageWidth, 640).boundedTo(ScreenFit::Room(*browser)));
-            browser->document()->setDocumentMargin(Margin);
         }
-        browser->setMarkdown(QString::fromUtf8(guide.readAll()));
-        browser->show();
-        browser->raise();
-        ScrollToPage(*browser, templateNumber);
+        if (window && parent && window->parentWidget() != parent->window())
+            delete window; // a modal dialog would leave another window's guide without input
+        if (!window) {
+            window = new CGuideWindow(parent ? parent->window() : nullptr, QFileInfo(file).absolutePath());
+            window->SetGuide(QString::fromUtf8(guide.readAll()));
+        }
+        window->show();
+        window->raise();
+        window->activateWindow();
+        window->GoTo(HeadingOf(templateNumber));
     });
 }

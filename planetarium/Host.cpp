@@ -1,21 +1,32 @@
 #include "planetarium/Host.h"
 
 #include "host/control/ControlNumbers.h"
+#include "host/dialog/ScreenFit.h"
 #include "host/system/CommonFile.h"
+#include "host/system/Registry.h"
 #include "host/text/Number.h"
+#include "obs/ControlIds.h"
 #include "obs/core/BodyTable.h"
 #include "obs/core/EngineLines.h"
 #include "planetarium/CallText.h"
 #include "planetarium/EclipseData.h"
+#include "planetarium/SavedState.h"
+#include "planetarium/WindowMemory.h"
 
+#include <QAbstractButton>
 #include <QScopedValueRollback>
+#include <QScreen>
 #include <QTimeZone>
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace
 {
 constexpr int EngineId = 1;
+constexpr int ClockStep = 1000; // milliseconds
+constexpr int SaveDelay = 1000; // milliseconds; not at every key
 } // namespace
 
 CHost::CHost(QWidget* mainWindow, DataFolders folders)
@@ -39,11 +50,18 @@ CHost::CHost(QWidget* mainWindow, DataFolders folders)
         TellEngine(u"Solar.Planet.Earth.SolarEclipse.Path.Data = \""_s + path + u'"');
 
     PlaceOnOtherBodies();
+    SavedState::RestoreObserver(m_observer);
     m_observer.SetListener([this](CKPDateObs::Change change) { OnObserverChange(change); });
     m_dialog->SetKPDateObs(&m_observer);
     LogControls();
     PlaceEngine();
+    TellZone();
     OnObserverChange(CKPDateObs::Change::Time);
+    m_clock.setInterval(ClockStep);
+    connect(&m_clock, &QTimer::timeout, this, &CHost::Tick);
+    m_saveSoon.setSingleShot(true);
+    m_saveSoon.setInterval(SaveDelay);
+    connect(&m_saveSoon, &QTimer::timeout, this, [this] { SavedState::SaveObserver(m_observer); });
 }
 
 /// Where the observer stands on a body that is chosen for the first time.
@@ -65,16 +83,22 @@ CHost::~CHost()
 void CHost::LogControls()
 {
     connect(&m_engine, &CCorKiv::CommandSent, this, [this](const QString& line, const QString& answer) {
-        Q_EMIT Spoken(u"主"_s, line, answer);
+        Speak(u"空"_s, line, answer);
         if (m_own == 0 && answer.isEmpty()) // a line refused is answered with the reason
             OnEngineLine(line);
     });
     connect(&m_dialog->EngineOfDialog(), &CCorKiv::CommandSent, this,
-            [this](const QString& line, const QString& answer) { Q_EMIT Spoken(u"内"_s, line, answer); });
+            [this](const QString& line, const QString& answer) { Speak(u"場所"_s, line, answer); });
     connect(&m_dialog->MapOfDialog(), &CControlWindow::Invoked, this,
             [this](int method, const QVariantList& arguments, const QVariant& result) {
-                Q_EMIT Spoken(u"図"_s, CallText::GlobeMap(method, arguments), CallText::Answer(result));
+                Speak(u"地球"_s, CallText::GlobeMap(method, arguments), CallText::Answer(result));
             });
+}
+
+void CHost::Speak(const QString& who, const QString& line, const QString& answer)
+{
+    if (!m_isTick)
+        Q_EMIT Spoken(who, line, answer);
 }
 
 void CHost::TellEngine(const QString& line)
@@ -105,23 +129,51 @@ void CHost::OnObserverChange(CKPDateObs::Change change)
         TellZone();
         RefillDialog();
         MoveRoadMap();
+        m_saveSoon.start();
         break;
-    case CKPDateObs::Change::Time: {
-        const QDateTime ut = m_observer.GetInstant();
-        TellEngine(EngineLines::UniversalTime(ut.date().year(), ut.date().month(), ut.date().day(), ut.time().hour(),
-                                              ut.time().minute(), ut.time().second()));
-        if (m_dialog->IsWindow()) {
-            m_dialog->UpdateDate();
-            m_dialog->RedrawEclipsePath();
-        }
+    case CKPDateObs::Change::Time:
+        PassOnTime();
         break;
-    }
     case CKPDateObs::Change::DateDisplay:
         TellZone();
         ShowTimeSystem();
+        m_saveSoon.start();
         break;
     }
     Q_EMIT ObserverChanged();
+}
+
+void CHost::PassOnTime()
+{
+    const QDateTime ut = m_observer.GetInstant();
+    TellEngine(EngineLines::UniversalTime(ut.date().year(), ut.date().month(), ut.date().day(), ut.time().hour(),
+                                          ut.time().minute(), ut.time().second()));
+    if (!m_dialog->IsWindow())
+        return;
+    m_dialog->UpdateDate();
+    if (std::exchange(m_eclipseDate, ut.date()) != ut.date()) // the path is a matter of the day
+        m_dialog->RedrawEclipsePath();
+}
+
+void CHost::RunClock(bool run)
+{
+    if (run == IsClockRunning())
+        return;
+    if (run) {
+        m_sinceTick.start();
+        m_clock.start();
+    } else {
+        Tick(); // what has passed of the second
+        m_clock.stop();
+    }
+    Q_EMIT ClockSwitched(run);
+}
+
+/// The sky's time goes on by what has passed, however late the timer comes.
+void CHost::Tick()
+{
+    const QScopedValueRollback silent(m_isTick, true); // once a second, it would bury all else in the log
+    m_observer.SetUT(m_observer.GetInstant().addMSecs(m_sinceTick.restart()));
 }
 
 /// Takes the altitude of the observer's place from the engine, which asks the terrain unless it is told not to.
@@ -170,9 +222,12 @@ void CHost::OnEngineLine(const QString& line)
     const QString path = line.section(u'=', 0, 0).trimmed().toLower();
     if (path == u"location.altitude"_s) {
         TakeOverAltitude(); // the dialog reads the terrain while it is being refilled
+        m_saveSoon.start();
         Q_EMIT ObserverChanged();
     } else if (path == u"location"_s) {
         TakeOverEngineLocation(line.section(u'=', 1).trimmed().startsWith(u"location("_s, Qt::CaseInsensitive));
+    } else if (path == QString::fromUtf16(EngineLines::AutoGetAltitude).toLower()) {
+        RefillSoon(); // the dialog's own line or the console's
     } else if (path == u"time.timezone"_s)
         m_toldZone = Number::LeadingDouble(line.section(u'=', 1).trimmed());
 }
@@ -195,8 +250,60 @@ void CHost::TakeOverEngineLocation(bool onEarth)
 
 void CHost::OpenSiteDialog()
 {
+    const bool isFirst = !m_dialog->IsWindow();
     m_dialog->DoModeless(&m_engine, m_folders.TerrainIndex);
-    ShowTimeSystem();
+    if (isFirst)
+        PlaceSiteDialog();
+    // The showing takes the stored altitude; the terrain's, where it is automatic, comes with a refill.
+    RefillDialog();
+}
+
+void CHost::PlaceSiteDialog()
+{
+    if (CWindowMemory::Knows(*m_dialog) || !m_mainWindow->screen())
+        return;
+    const int sky = m_engine.mapToGlobal(m_engine.rect().topRight()).x(); // what tells the place is right of it
+    m_dialog->move(ScreenFit::Beside(m_mainWindow->frameGeometry(), sky, m_dialog->frameGeometry().size(),
+                                     m_mainWindow->screen()->availableGeometry()));
+}
+
+void CHost::OpenCityList()
+{
+    OpenSiteDialog();
+    if (auto* button = m_dialog->Item<QAbstractButton>(ObsId::ButtonCity))
+        button->click();
+}
+
+void CHost::SaveState()
+{
+    m_saveSoon.stop();
+    SavedState::SaveObserver(m_observer);
+}
+
+/// Off the Earth the dialog stores 手動, as nothing is automatic there; the choice for the Earth stands in the engine.
+void CHost::OnSiteDialogClosed()
+{
+    SaveState();
+    if (m_observer.GetBody() == BodyTable::Earth || m_folders.TerrainIndex.isEmpty())
+        return;
+    ++m_own;
+    const bool isAutomatic = m_engine.Command(u"? Location.Altitude.AutoGet"_s) == u"TRUE"_s;
+    --m_own;
+    CRegistry::Write(m_dialog->RegistrySection(), u"AutoAltitude"_s, isAutomatic ? 1 : 0, CRegistry::Flag);
+}
+
+/// Refills the dialog once the line that made it necessary is done.
+void CHost::RefillSoon()
+{
+    if (std::exchange(m_isRefillDue, true))
+        return;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            m_isRefillDue = false;
+            RefillDialog();
+        },
+        Qt::QueuedConnection);
 }
 
 void CHost::SetInstant(const QDateTime& instant)
@@ -207,6 +314,7 @@ void CHost::SetInstant(const QDateTime& instant)
 void CHost::SetTimeSystem(TimeSystem system)
 {
     m_observer.SetTimeSys(static_cast<int>(system));
+    m_saveSoon.start();
     if (m_dialog->IsWindow())
         m_dialog->UpdateTimeSys();
     Q_EMIT ObserverChanged();

@@ -6,7 +6,9 @@
 #include "planetarium/DataFolders.h"
 #include "roadmap/DlgMapple.h"
 
+#include <QElapsedTimer>
 #include <QObject>
+#include <QTimer>
 
 #include <memory>
 
@@ -29,14 +31,25 @@ public:
     /// The road map that was opened last; null before the first.
     [[nodiscard]] CDlgMapple* RoadMap() { return m_roadMap.get(); }
 
+    /// At its first opening the dialog comes up beside the main window where the screen has room, later where it was.
     void OpenSiteDialog();
+    /// Opens the site dialog and its city list; on another body than the Earth there is none.
+    void OpenCityList();
+    /// Keeps the observer for the next run, at once; a second after each change it is done unasked.
+    void SaveState();
+    /// What the site dialog was closed with is made good where it cannot know.
+    void OnSiteDialogClosed();
     /// Whether the road map can be offered on this machine.
     [[nodiscard]] static bool HasRoadMap();
     /// Opens the road map with the observer object, or with the engine alone. An open one of the same kind comes to the
     /// front, one of the other kind is closed. Nothing happens where it cannot be offered.
     void OpenRoadMap(bool withObserver);
     void CloseRoadMap();
+    /// The sky's time, from which a running clock goes on.
     void SetInstant(const QDateTime& instant);
+    /// Lets the sky's time go on second by second, or holds it; it stands when the host is made.
+    void RunClock(bool run);
+    [[nodiscard]] bool IsClockRunning() const { return m_clock.isActive(); }
     void SetTimeSystem(TimeSystem system);
     /// Moves the observer on the current body from outside the dialog: degrees and metres.
     void MoveObserver(double longitude, double latitude, double altitude);
@@ -48,11 +61,15 @@ public:
 
 Q_SIGNALS:
     void ObserverChanged();
-    /// Something was said to a control: who, the line, the answer (empty for none).
+    void ClockSwitched(bool runs);
+    /// Something was said to a control: which, the line, the answer (empty for none). The clock's lines are left out.
     void Spoken(const QString& who, const QString& line, const QString& answer);
 
 private:
     void OnObserverChange(CKPDateObs::Change change);
+    void PassOnTime();
+    void Tick();
+    void Speak(const QString& who, const QString& line, const QString& answer);
     void FindAltitude();
     void TakeOverAltitude();
     void TellZone();
@@ -67,6 +84,8 @@ private:
     void LogControls();
     void LogRoadMap();
     void PlaceOnOtherBodies();
+    void PlaceSiteDialog();
+    void RefillSoon();
 
     DataFolders m_folders;
     CKPDateObs m_observer;
@@ -77,5 +96,11 @@ private:
     QWidget* m_mainWindow = nullptr; ///< not owned
     double m_toldZone = 9.0;         ///< hours; the zone that the engine was told last
     int m_own = 0;                   ///< lines of the host itself are under way
-    bool m_quiet = false;            ///< the observer object only catches up with the engine
+    QTimer m_clock;
+    QTimer m_saveSoon;
+    QElapsedTimer m_sinceTick;
+    QDate m_eclipseDate;        ///< universal time; of the day that the dialog asked for the eclipse last
+    bool m_isTick = false;      ///< the clock moves the time
+    bool m_isRefillDue = false; ///< a refill of the dialog is queued
+    bool m_quiet = false;       ///< the observer object only catches up with the engine
 };

@@ -31,6 +31,8 @@ void CHost::OpenRoadMap(bool withObserver)
 
 void CHost::CloseRoadMap()
 {
+    if (m_roadMap)
+        m_roadMap->hide(); // while it is still known what it is
     m_roadMap.reset();
 }
 
@@ -38,7 +40,7 @@ void CHost::LogRoadMap()
 {
     connect(&m_roadMap->MapOfDialog(), &CControlWindow::Invoked, this,
             [this](int method, const QVariantList& arguments, const QVariant& result) {
-                Q_EMIT Spoken(u"道"_s, CallText::RoadMap(method, arguments), CallText::Answer(result));
+                Speak(u"道路"_s, CallText::RoadMap(method, arguments), CallText::Answer(result));
             });
 }
 

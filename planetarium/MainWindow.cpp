@@ -3,7 +3,9 @@
 #include "host/dialog/Help.h"
 #include "host/dialog/HostMessage.h"
 #include "host/dialog/ScreenFit.h"
+#include "obs/core/BodyTable.h"
 #include "planetarium/ObserverPanel.h"
+#include "planetarium/SiteChoices.h"
 
 #include <QCloseEvent>
 #include <QFontDatabase>
@@ -12,6 +14,8 @@
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QProgressBar>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QStatusBar>
 #include <QVBoxLayout>
 
@@ -38,19 +42,11 @@ QGroupBox* Framed(const QString& title, QWidget* content, QWidget* parent)
 }
 } // namespace
 
-CMainWindow::CMainWindow(const DataFolders& folders)
+CMainWindow::CMainWindow(const DataFolders& folders, Audience audience)
 {
     setWindowTitle(u"プラネタリウム"_s);
+    setProperty("windowMemory", u"WindowMain"_s);
     HostWindow::SetMain(this);
-
-    auto* center = new QWidget(this);
-    m_panel = new CObserverPanel(center);
-    m_log = new QPlainTextEdit(center);
-    m_log->setReadOnly(true);
-    m_log->setMaximumBlockCount(LongestLog);
-    m_log->setLineWrapMode(QPlainTextEdit::NoWrap);
-    m_log->setAccessibleName(u"エンジンへの命令の記録"_s);
-    m_log->setMinimumHeight(60);
     m_progress = new QProgressBar(this);
     m_progress->setMaximumWidth(220);
     m_progress->hide();
@@ -62,21 +58,72 @@ CMainWindow::CMainWindow(const DataFolders& folders)
     m_host->Engine().setMinimumSize(240, 200);
     m_host->Engine().show();
 
-    auto* side = new QVBoxLayout;
-    side->addWidget(Framed(u"観測者"_s, m_panel, center));
-    side->addWidget(Framed(u"エンジンへの命令と答え"_s, m_log, center), 1);
+    auto* center = new QWidget(this);
     auto* row = new QHBoxLayout(center);
     row->setContentsMargins(12, 12, 12, 12);
     row->setSpacing(12);
-    row->addWidget(&m_host->Engine(), 1);
-    row->addLayout(side, 1);
+    row->addWidget(&m_host->Engine(), 3);
+    row->addWidget(BuildSide(audience), 2);
     setCentralWidget(center);
-    BuildMenus();
-    resize(QSize(1080, 640).boundedTo(ScreenFit::Room(*this)));
+    BuildMenus(audience);
+    resize(QSize(1060, 660).boundedTo(ScreenFit::Room(*this)));
 
     connect(m_host.get(), &CHost::Spoken, this, &CMainWindow::Log);
-    connect(m_host.get(), &CHost::ObserverChanged, this, [this] { m_panel->Refresh(m_host->Observer()); });
-    m_panel->Refresh(m_host->Observer());
+    connect(m_host.get(), &CHost::ObserverChanged, this, &CMainWindow::Refresh);
+    Refresh();
+    m_host->Engine().setFocus();
+}
+
+QWidget* CMainWindow::BuildSide(Audience audience)
+{
+    auto* side = new QWidget(this);
+    m_panel = new CObserverPanel(side);
+    m_choices = new CSiteChoices(side);
+    m_log = new QPlainTextEdit(side);
+    m_log->setReadOnly(true);
+    m_log->setMaximumBlockCount(LongestLog);
+    m_log->setLineWrapMode(QPlainTextEdit::NoWrap);
+    m_log->setAccessibleName(u"コマンドと応答の記録"_s);
+    m_log->setMinimumHeight(60);
+    // It follows its newest line; somebody who reads further up is left there.
+    QScrollBar* bar = m_log->verticalScrollBar();
+    connect(bar, &QScrollBar::valueChanged, this, [this, bar](int value) { m_isLogAtEnd = value == bar->maximum(); });
+    connect(bar, &QScrollBar::rangeChanged, this, [this, bar](int, int end) {
+        if (m_isLogAtEnd)
+            bar->setValue(end);
+    });
+    auto* log = Framed(u"コマンドと応答"_s, m_log, side);
+    log->setToolTip(u"[空] メインのエンジン　[場所]「場所」のエンジン　[地球]「場所」の地球儀　[道路] 道路地図"_s);
+
+    auto* column = new QVBoxLayout(side);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(Framed(u"観測地と時刻"_s, m_panel, side));
+    column->addWidget(Framed(u"観測地を選ぶ"_s, m_choices, side));
+    column->addWidget(log, 1);
+    if (audience != Audience::Developer) {
+        log->hide();
+        column->addStretch(1);
+    }
+    auto* area = new QScrollArea(this); // on a small screen
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidgetResizable(true);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setWidget(side);
+    area->setMinimumWidth(side->minimumSizeHint().width() + area->verticalScrollBar()->sizeHint().width());
+    return area;
+}
+
+void CMainWindow::Refresh()
+{
+    const CKPDateObs& observer = m_host->Observer();
+    m_panel->Refresh(observer);
+    m_choices->ShowBody(BodyTable::Label(observer.GetBody()));
+    const bool isEarth = observer.GetBody() == BodyTable::Earth;
+    if (m_city->isEnabled() != isEarth) {
+        m_city->setStatusTip(isEarth ? QString() : u"地名の一覧は、地球にいるときに使えます。"_s);
+        m_city->setEnabled(isEarth);
+    }
 }
 
 CMainWindow::~CMainWindow()
@@ -114,12 +161,14 @@ bool CMainWindow::event(QEvent* event)
         break;
     case HostWindow::MessageObsClosed:
         m_note->setText(u"「場所」を閉じました。"_s);
+        m_host->OnSiteDialogClosed();
         break;
     case HostWindow::MessageDialogClosed:
         activateWindow(); // the user goes on here
         break;
     case HostWindow::MessageModalLoop:
         menuBar()->setEnabled(message.First.toInt() == 0);
+        m_choices->setEnabled(message.First.toInt() == 0);
         break;
     default:
         break;
@@ -144,8 +193,18 @@ void CMainWindow::ShowProgress(int phase, const QVariant& value)
     statusBar()->repaint(); // the load does not return to the event loop
 }
 
+/// The road map may have been installed while another program was in front.
+void CMainWindow::changeEvent(QEvent* event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() && m_roadMap)
+        OfferWhatIsThere();
+}
+
 void CMainWindow::closeEvent(QCloseEvent* event)
 {
+    m_host->SaveState();
+    m_host->RunClock(false);
     m_host->CloseRoadMap();
     m_host->SiteDialog().Show(0);
     QMainWindow::closeEvent(event);

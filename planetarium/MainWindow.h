@@ -2,48 +2,72 @@
 
 #include "planetarium/DataFolders.h"
 #include "planetarium/Host.h"
+#include "planetarium/WindowMemory.h"
 
 #include <QMainWindow>
 
 class CObserverPanel;
+class CSiteChoices;
 class QLabel;
 class QPlainTextEdit;
 class QProgressBar;
 
-/// The planetarium's window: the main engine's view, the observer, the menu that exercises the module, and the log of
-/// every engine line with its answer.
+/// Who sits before the window.
+enum class Audience
+{
+    Astronomer,
+    Developer ///< also sees the log of all that the controls are told, and calls that only exercise the module
+};
+
+/// The planetarium's window: the sky of the main engine, the observer, and the ways to choose the site.
 class CMainWindow : public QMainWindow
 {
     Q_OBJECT
 
 public:
-    explicit CMainWindow(const DataFolders& folders);
+    explicit CMainWindow(const DataFolders& folders, Audience audience = Audience::Astronomer);
     ~CMainWindow() override;
 
     [[nodiscard]] CHost& Host() { return *m_host; }
-    /// The log as it stands; the oldest lines go first when it grows long.
+    /// What the controls were told and answered; the oldest lines go first when it grows long. It is kept for every
+    /// audience.
     [[nodiscard]] QString LogText() const;
     void ClearLog();
 
 protected:
     /// Takes the module's messages: progress of the place list, modal loops, closing.
     bool event(QEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    void BuildMenus();
+    [[nodiscard]] QWidget* BuildSide(Audience audience);
+    void BuildMenus(Audience audience);
+    void BuildFileMenu();
     void BuildSiteMenu();
+    void BuildBodyMenu(QMenu* bodies);
     void BuildRoadMapMenu();
     void BuildTimeMenu();
     void BuildEclipseMenu();
+    void BuildDeveloperMenu();
+    void OfferWhatIsThere();
+    void Refresh();
     void AskInstant();
     void OpenConsole();
     void Log(const QString& who, const QString& line, const QString& answer);
     void ShowProgress(int phase, const QVariant& value);
 
+    CWindowMemory m_memory;
     std::unique_ptr<CHost> m_host;
     CObserverPanel* m_panel = nullptr; ///< children of this, as the others
+    CSiteChoices* m_choices = nullptr;
     QPlainTextEdit* m_log = nullptr;
     QProgressBar* m_progress = nullptr;
     QLabel* m_note = nullptr;
+    bool m_isLogAtEnd = true;
+    QAction* m_site = nullptr;
+    QAction* m_city = nullptr;
+    QAction* m_roadMap = nullptr;
+    QAction* m_roadMapAlone = nullptr;
+    QAction* m_clock = nullptr;
 };

@@ -1,9 +1,11 @@
-// The menu: every call that the module offers, and the changes that come from outside it.
+// The menus: the ways to the site, the sky's time and eclipse; for a developer also the calls that exercise the module.
 
 #include "host/dialog/DlgCommand.h"
 #include "host/dialog/Help.h"
 #include "obs/core/BodyTable.h"
 #include "planetarium/MainWindow.h"
+#include "planetarium/ObserverPanel.h"
+#include "planetarium/SiteChoices.h"
 
 #include <QActionGroup>
 #include <QDateTimeEdit>
@@ -12,10 +14,11 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QPushButton>
-#include <QTimeZone>
 #include <QVBoxLayout>
 
 #include <array>
+#include <cmath>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -38,60 +41,72 @@ constexpr std::array Places{
 constexpr qint64 SecondsPerHour = 3600;
 } // namespace
 
-void CMainWindow::BuildMenus()
+void CMainWindow::BuildMenus(Audience audience)
 {
-    QMenu* file = menuBar()->addMenu(u"ファイル(&F)"_s);
-    file->addAction(u"記録を消す(&C)"_s, this, &CMainWindow::ClearLog);
-    file->addSeparator();
-    file->addAction(u"終了(&X)"_s, QKeySequence(Qt::CTRL | Qt::Key_Q), this, &QWidget::close);
+    BuildFileMenu();
     BuildSiteMenu();
     BuildRoadMapMenu();
     BuildTimeMenu();
     BuildEclipseMenu();
+    if (audience == Audience::Developer)
+        BuildDeveloperMenu();
     QMenu* help = menuBar()->addMenu(u"ヘルプ(&H)"_s);
     help->addAction(u"使い方(&G)"_s, QKeySequence(Qt::Key_F1), this, [this] { Help::Show(this, 0); });
+    m_choices->Add(m_site, u"座標や拡大地図で選びます。ほかの天体も選べます。"_s);
+    m_choices->Add(m_city, u"地名の一覧から選びます。"_s);
+    m_choices->Add(m_roadMap, u"日本の道路地図から選びます。"_s);
+}
+
+void CMainWindow::BuildFileMenu()
+{
+    QMenu* file = menuBar()->addMenu(u"ファイル(&F)"_s);
+    file->addAction(u"コマンド入力(&C)..."_s, this, &CMainWindow::OpenConsole);
+    file->addSeparator();
+    file->addAction(u"終了(&X)"_s, QKeySequence(Qt::CTRL | Qt::Key_Q), this, &QWidget::close);
 }
 
 void CMainWindow::BuildSiteMenu()
 {
     QMenu* site = menuBar()->addMenu(u"場所(&O)"_s);
-    site->addAction(u"場所を開く(&O)..."_s, QKeySequence(Qt::CTRL | Qt::Key_L), this,
-                    [this] { m_host->OpenSiteDialog(); });
-    site->addAction(u"もう一度表示(&S)"_s, this, [this] {
-        if (m_host->SiteDialog().IsWindow())
-            m_host->SiteDialog().Show(1);
-    });
-    site->addAction(u"隠す(&H)"_s, this, [this] { m_host->SiteDialog().Show(0); });
-    site->addAction(u"観測者から読み直す(&I)"_s, this, [this] { m_host->SiteDialog().InitLocation(0); });
-    site->addAction(u"エンジンを渡し直す(&E)"_s, this, [this] { m_host->HandOverEngine(); });
-    site->addAction(u"エンジンに命令する(&C)..."_s, this, &CMainWindow::OpenConsole);
+    m_site = site->addAction(u"場所を開く(&O)..."_s, QKeySequence(Qt::CTRL | Qt::Key_L), this,
+                             [this] { m_host->OpenSiteDialog(); });
+    m_city = site->addAction(u"都市名選択(&T)..."_s, QKeySequence(Qt::CTRL | Qt::Key_T), this,
+                             [this] { m_host->OpenCityList(); });
+    site->addAction(u"「場所」を隠す(&H)"_s, this, [this] { m_host->SiteDialog().Show(0); });
     site->addSeparator();
-    QMenu* outside = site->addMenu(u"外から移す(&M)"_s);
-    for (const Place& place : Places) {
-        outside->addAction(QString::fromUtf16(place.Name), this,
-                           [this, &place] { m_host->MoveObserver(place.Longitude, place.Latitude, place.Altitude); });
-    }
-    QMenu* bodies = site->addMenu(u"天体(&B)"_s);
-    for (int body = 0; body < BodyTable::Count; ++body)
-        bodies->addAction(BodyTable::Label(body), this, [this, body] { m_host->SetBody(body); });
+    BuildBodyMenu(site->addMenu(u"天体(&B)"_s));
 }
 
-/// Offers the road map while it is installed, which may change while the program runs.
+void CMainWindow::BuildBodyMenu(QMenu* bodies)
+{
+    auto* choice = new QActionGroup(this);
+    for (int body = 0; body < BodyTable::Count; ++body) {
+        QAction* action = bodies->addAction(BodyTable::Label(body), this, [this, body] { m_host->SetBody(body); });
+        action->setCheckable(true);
+        choice->addAction(action);
+    }
+    connect(bodies, &QMenu::aboutToShow, this,
+            [this, choice] { choice->actions().at(m_host->Observer().GetBody())->setChecked(true); });
+}
+
 void CMainWindow::BuildRoadMapMenu()
 {
     QMenu* maps = menuBar()->addMenu(u"地図(&M)"_s);
     const auto add = [this, maps](const QString& name, bool withObserver) {
         return maps->addAction(name, this, [this, withObserver] { m_host->OpenRoadMap(withObserver); });
     };
-    QAction* shared = add(u"スーパーマップル・デジタル(&M)..."_s, true);
-    shared->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_M));
-    QAction* alone = add(u"エンジンだけで開く(&E)..."_s, false);
-    const auto offer = [shared, alone] {
-        for (QAction* action : {shared, alone})
-            action->setEnabled(CHost::HasRoadMap());
-    };
-    connect(maps, &QMenu::aboutToShow, this, offer);
-    offer();
+    m_roadMap = add(u"スーパーマップル・デジタル(&M)..."_s, true);
+    m_roadMap->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_M));
+    m_roadMapAlone = add(u"観測者と連動せずに開く(&E)..."_s, false);
+    connect(maps, &QMenu::aboutToShow, this, &CMainWindow::OfferWhatIsThere);
+    OfferWhatIsThere();
+}
+
+/// Offers the road map while it is installed, which may change while the program runs.
+void CMainWindow::OfferWhatIsThere()
+{
+    for (QAction* action : {m_roadMap, m_roadMapAlone})
+        action->setEnabled(CHost::HasRoadMap());
 }
 
 void CMainWindow::BuildTimeMenu()
@@ -104,18 +119,22 @@ void CMainWindow::BuildTimeMenu()
     };
     addStep(u"1時間進める(&N)"_s, SecondsPerHour);
     addStep(u"1時間戻す(&P)"_s, -SecondsPerHour);
-    time->addAction(u"現在(&C)"_s, this, [this] { m_host->SetInstant(QDateTime::currentDateTimeUtc()); });
+    time->addAction(u"現在の時刻にする(&C)"_s, this, [this] { m_host->SetInstant(QDateTime::currentDateTimeUtc()); });
+    m_clock =
+        time->addAction(u"時計を進める(&R)"_s, QKeySequence(Qt::CTRL | Qt::Key_R), m_host.get(), &CHost::RunClock);
+    m_clock->setCheckable(true);
+    connect(m_host.get(), &CHost::ClockSwitched, m_clock, &QAction::setChecked);
+    m_panel->SetClockSwitch(m_clock);
     time->addSeparator();
     auto* systems = new QActionGroup(this);
-    const auto addSystem = [this, time, systems](const QString& name, TimeSystem system) {
-        QAction* action = time->addAction(name, this, [this, system] { m_host->SetTimeSystem(system); });
+    for (const auto& [name, system] :
+         {std::pair(u"標準時(&Z)"_s, TimeSystem::Zone), std::pair(u"世界時(&U)"_s, TimeSystem::Universal),
+          std::pair(u"地方平時(&L)"_s, TimeSystem::LocalMean)}) {
+        QAction* action = time->addAction(name, this, [this, system = system] { m_host->SetTimeSystem(system); });
         action->setCheckable(true);
-        action->setChecked(system == TimeSystem::Zone);
+        action->setChecked(m_host->Observer().GetTimeSys() == static_cast<int>(system));
         systems->addAction(action);
-    };
-    addSystem(u"標準時(&Z)"_s, TimeSystem::Zone);
-    addSystem(u"世界時(&U)"_s, TimeSystem::Universal);
-    addSystem(u"地方平時(&L)"_s, TimeSystem::LocalMean);
+    }
 }
 
 void CMainWindow::BuildEclipseMenu()
@@ -131,6 +150,25 @@ void CMainWindow::BuildEclipseMenu()
     addSwitch(u"ベッセル要素を適用(&B)"_s, true, &CHost::ApplyBesselElements);
 }
 
+void CMainWindow::BuildDeveloperMenu()
+{
+    QMenu* developer = menuBar()->addMenu(u"開発(&D)"_s);
+    developer->addAction(u"「場所」をもう一度表示(&S)"_s, this, [this] {
+        if (m_host->SiteDialog().IsWindow())
+            m_host->SiteDialog().Show(1);
+    });
+    developer->addAction(u"「場所」を最新の観測地に合わせる(&I)"_s, this,
+                         [this] { m_host->SiteDialog().InitLocation(0); });
+    developer->addAction(u"エンジンを再設定（動作確認用）(&E)"_s, this, [this] { m_host->HandOverEngine(); });
+    QMenu* places = developer->addMenu(u"観測地を移す(&M)"_s);
+    for (const Place& place : Places) {
+        places->addAction(QString::fromUtf16(place.Name), this,
+                          [this, &place] { m_host->MoveObserver(place.Longitude, place.Latitude, place.Altitude); });
+    }
+    developer->addSeparator();
+    developer->addAction(u"コマンドと応答の記録を消す(&C)"_s, this, &CMainWindow::ClearLog);
+}
+
 void CMainWindow::OpenConsole()
 {
     CDlgCommand console(&m_host->Engine(), this);
@@ -139,13 +177,16 @@ void CMainWindow::OpenConsole()
 
 void CMainWindow::AskInstant()
 {
+    const CKPDateObs& observer = m_host->Observer();
+    const auto offset = static_cast<int>(std::lround(observer.GetTz() * static_cast<double>(SecondsPerHour)));
     QDialog dialog(this);
     dialog.setWindowTitle(u"日時を変える"_s);
     auto* layout = new QVBoxLayout(&dialog);
-    auto* edit = new QDateTimeEdit(m_host->Observer().GetInstant(), &dialog);
-    edit->setTimeSpec(Qt::UTC);
-    edit->setDisplayFormat(u"yyyy-MM-dd HH:mm:ss"_s);
-    auto* label = new QLabel(u"世界時(&U)："_s, &dialog);
+    auto* edit = new QDateTimeEdit(&dialog);
+    edit->setTimeSpec(Qt::UTC); // of a day without switches, whatever the machine's own zone
+    edit->setDateTime(observer.GetInstant().addSecs(offset));
+    edit->setDisplayFormat(u"yyyy年MM月dd日 HH:mm:ss"_s);
+    auto* label = new QLabel(CObserverPanel::TimeSystemText(observer) + u"(&T)："_s, &dialog);
     label->setBuddy(edit);
     auto* buttons = new QDialogButtonBox(&dialog);
     connect(buttons->addButton(u"OK"_s, QDialogButtonBox::AcceptRole), &QPushButton::clicked, &dialog,
@@ -156,5 +197,5 @@ void CMainWindow::AskInstant()
     layout->addWidget(edit);
     layout->addWidget(buttons);
     if (dialog.exec() == QDialog::Accepted)
-        m_host->SetInstant(edit->dateTime());
+        m_host->SetInstant(edit->dateTime().addSecs(-offset));
 }

@@ -7,6 +7,7 @@
 #include "obs/core/BodyTable.h"
 #include "planetarium/Camera.h"
 #include "planetarium/CityPictures.h"
+#include "planetarium/GuideWindow.h"
 #include "planetarium/MainWindow.h"
 #include "planetarium/RoadMapPictures.h"
 
@@ -20,7 +21,6 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QSlider>
-#include <QTextBrowser>
 #include <QTextStream>
 #include <QTimer>
 
@@ -137,7 +137,7 @@ void ShootGuide(CCamera& camera, CDlgObs& dialog)
 {
     Help::Show(&dialog, dialog.TemplateNumber());
     for (QWidget* window : QApplication::topLevelWidgets()) {
-        if (auto* guide = qobject_cast<QTextBrowser*>(window)) {
+        if (auto* guide = qobject_cast<CGuideWindow*>(window)) {
             camera.Shoot(*guide, u"guide.png"_s);
             guide->close();
         }

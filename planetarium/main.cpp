@@ -1,28 +1,23 @@
 #include "host/dialog/Theme.h"
 #include "host/system/CommonFile.h"
 #include "host/system/Registry.h"
+#include "planetarium/CommandLine.h"
 #include "planetarium/ControlClasses.h"
 #include "planetarium/Guide.h"
 #include "planetarium/MainWindow.h"
 #include "planetarium/Screenshots.h"
 
 #include <QApplication>
-#include <QCommandLineParser>
-#include <QDir>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QTranslator>
+
+#include <cstdio>
 
 using namespace Qt::StringLiterals;
 
 namespace
 {
-QString AsFolder(const QString& path)
-{
-    const QString absolute = QDir(path).absolutePath();
-    return absolute.endsWith(u'/') ? absolute : absolute + u'/';
-}
-
 /// The toolkit's own texts, such as those of its file dialog, in the language of all others.
 void SpeakJapanese(QApplication& application, QTranslator& texts)
 {
@@ -30,42 +25,43 @@ void SpeakJapanese(QApplication& application, QTranslator& texts)
     if (texts.load(u"qtbase_ja"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         application.installTranslator(&texts);
 }
+
+int Print(const CommandLine& line)
+{
+    const QByteArray text = line.Message.toLocal8Bit();
+    std::fputs(text.constData(), line.Status == 0 ? stdout : stderr);
+    return line.Status;
+}
 } // namespace
 
 int main(int argc, char** argv)
 {
+    // Before the toolkit looks for a display, which help and version do without.
+    for (int i = 1; i < argc; ++i) {
+        if (const CommandLine line = CommandLine::Parse({QString(), QString::fromLocal8Bit(argv[i])});
+            line.Status == 0 && !line.Message.isEmpty())
+            return Print(line);
+    }
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"planetarium-site"_s);
+    const CommandLine line = CommandLine::Parse(QApplication::arguments());
+    if (!line.Message.isEmpty())
+        return Print(line);
     QTranslator japanese;
     SpeakJapanese(application, japanese);
     Theme::Install(application);
 
-    QCommandLineParser parser;
-    parser.setApplicationDescription(u"観測地モジュールのためのプラネタリウム"_s);
-    parser.addHelpOption();
-    const QCommandLineOption data(u"data"_s, u"出荷データのフォルダ"_s, u"folder"_s);
-    const QCommandLineOption user(u"user"_s, u"利用者の観測地ファイルのフォルダ"_s, u"folder"_s);
-    const QCommandLineOption settings(u"settings"_s, u"設定ファイル"_s, u"file"_s);
-    const QCommandLineOption terrain(u"terrain"_s, u"地形データの索引ファイル（空なら地形なし）"_s, u"file"_s);
-    const QCommandLineOption pictures(u"screenshot"_s, u"窓を動かして画像を保存し、終了する"_s, u"folder"_s);
-    parser.addOptions({data, user, settings, terrain, pictures});
-    parser.process(application);
-
     DataFolders folders = DataFolders::Default();
-    if (parser.isSet(data))
-        folders.UseShipped(AsFolder(parser.value(data)));
-    if (parser.isSet(terrain))
-        folders.TerrainIndex = parser.value(terrain);
+    if (line.Data)
+        folders.UseShipped(*line.Data);
+    if (line.Terrain)
+        folders.TerrainIndex = *line.Terrain;
     // A picture run keeps its hands off the user's own places and settings.
-    const QString own = parser.isSet(pictures) ? AsFolder(parser.value(pictures)) + u"user/"_s : QString();
-    if (parser.isSet(user))
-        folders.User = AsFolder(parser.value(user));
-    else if (!own.isEmpty())
-        folders.User = own;
-    if (parser.isSet(settings))
-        CRegistry::UseFile(parser.value(settings));
-    else if (!own.isEmpty())
-        CRegistry::UseFile(own + u"settings.ini"_s);
+    const QString own = line.Pictures ? *line.Pictures + u"user/"_s : QString();
+    if (line.User || line.Pictures)
+        folders.User = line.User.value_or(own);
+    if (line.Settings || line.Pictures)
+        CRegistry::UseFile(line.Settings.value_or(own + u"settings.ini"_s));
 
     CCommonFile::SetModulePath(folders.Shipped);
     folders.InstallPlaceList();
@@ -73,13 +69,15 @@ int main(int argc, char** argv)
     ControlClasses::Register(folders.Shipped);
     Guide::Install(folders.Shipped + u"../docs/guide.ja.md"_s);
 
-    CMainWindow window(folders);
+    CMainWindow window(folders, line.IsDeveloper ? Audience::Developer : Audience::Astronomer);
     window.show();
     int result = 0;
-    if (parser.isSet(pictures))
-        result = CScreenshots::Take(window, parser.value(pictures)) ? 0 : 1;
-    else
+    if (line.Pictures)
+        result = CScreenshots::Take(window, *line.Pictures) ? 0 : 1;
+    else {
+        window.Host().RunClock(true);
         result = QApplication::exec();
+    }
     CRegistry::Flush();
     return result;
 }

@@ -104,3 +104,15 @@ void ScreenFit::Keep(QWidget& window)
     if (corner != frame.topLeft())
         window.move(corner);
 }
+
+QPoint ScreenFit::Beside(const QRect& other, int seam, QSize size, const QRect& screen)
+{
+    const int end = screen.right() + 1;
+    int left = other.right() + 1;
+    if (left + size.width() > end)
+        left = other.left() - size.width();
+    if (left < screen.left())
+        left = std::max(screen.left(), std::min(seam, end) - size.width());
+    const int lowest = std::max(screen.top(), screen.bottom() + 1 - size.height());
+    return {left, std::clamp(other.top(), screen.top(), lowest)};
+}

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QSize>
+#include <QRect>
 
 class QWidget;
 
@@ -16,4 +16,7 @@ namespace ScreenFit
 
 /// Makes a window that is larger than its screen as large as that, and brings it wholly onto it.
 void Keep(QWidget& window);
+/// Where a window of this size goes beside another: to its right or its left where the screen has the room, else over
+/// its left part, up to `seam`, so that what is right of that stays in sight. All in the screen's pixels.
+[[nodiscard]] QPoint Beside(const QRect& other, int seam, QSize size, const QRect& screen);
 } // namespace ScreenFit

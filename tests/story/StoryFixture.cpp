@@ -41,11 +41,11 @@ CStory::~CStory()
         CControlRegister::Instance().Unregister(QString::fromUtf16(name));
 }
 
-void CStory::Start()
+void CStory::Start(Audience audience)
 {
     Folders.InstallPlaceList();
     Folders.InstallRoadMap();
-    m_window = std::make_unique<CMainWindow>(Folders);
+    m_window = std::make_unique<CMainWindow>(Folders, audience);
     m_window->show();
     EXPECT_TRUE(QTest::qWaitForWindowExposed(m_window.get()));
 }
@@ -159,13 +159,13 @@ void CStory::ChooseBody(int body)
     Settle();
 }
 
-void CStory::InNext(const std::function<void(CKivDialog&)>& steps)
+void CStory::InNext(const std::function<void(CKivDialog&)>& steps, int templateNumber)
 {
     ++m_awaited;
     auto* poll = new QTimer(qApp);
-    poll->callOnTimeout([this, poll, steps] {
+    poll->callOnTimeout([this, poll, steps, templateNumber] {
         auto* dialog = qobject_cast<CKivDialog*>(QApplication::activeModalWidget());
-        if (!dialog)
+        if (!dialog || (templateNumber != 0 && dialog->TemplateNumber() != templateNumber))
             return;
         dialog->activateWindow(); // no window manager does it here
         if (QApplication::activeWindow() != dialog)

@@ -20,9 +20,11 @@ protected:
     ~CStory() override;
 
     /// Starts the program on the folder as it is, a second time after Quit.
-    void Start();
+    void Start(Audience audience = Audience::Astronomer);
     /// Ends the program as closing its main window does.
     void Quit();
+    /// Ends it without a word, as a crash does.
+    void Crash() { m_window.reset(); }
     [[nodiscard]] CHost& Host() { return m_window->Host(); }
     [[nodiscard]] CMainWindow& Window() { return *m_window; }
     [[nodiscard]] CKPDateObs& Observer() { return Host().Observer(); }
@@ -50,8 +52,9 @@ protected:
     static void Wheel(QWidget& widget, int delta, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     /// Chooses a body in the list of the site dialog.
     void ChooseBody(int body);
-    /// Does the steps inside the loop of the modal dialog that the next action opens; one left open is cancelled.
-    void InNext(const std::function<void(CKivDialog&)>& steps);
+    /// Does the steps inside the loop of the modal dialog that the next action opens, the next one of this template
+    /// where there may be others; one left open is cancelled.
+    void InNext(const std::function<void(CKivDialog&)>& steps, int templateNumber = 0);
     /// The city list by its button, with the place of this name selected before the steps and OK after them.
     void PickCity(const QString& name, const std::function<void(CKivDialog&)>& steps = {});
     /// Lets the windows settle: queued calls, layout, painting.

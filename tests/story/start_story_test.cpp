@@ -1,16 +1,170 @@
+// From one run to the next: where the program starts, and what of the user's is there again.
+
+#include "city/ControlIds.h"
+#include "host/system/Registry.h"
+#include "host/text/Number.h"
+#include "obs/core/BodyTable.h"
 #include "tests/story/StoryFixture.h"
+
+#include <QAbstractButton>
+#include <QFile>
+#include <QLineEdit>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
 
 namespace
 {
-using StartStory = CStory;
+constexpr int Mars = 5;
 
-TEST_F(StartStory, TheSiteDialogShowsTheObserversPlace)
+class StartStory : public CStory
+{
+protected:
+    /// Where the observer stands, by the observer object and by the engine, which must agree.
+    std::string Where()
+    {
+        const auto ask = [this](const char16_t* query) {
+            return Number::LeadingDouble(Host().Engine().Command(QString::fromUtf16(query)));
+        };
+        EXPECT_NEAR(ask(u"? Location.Latitude"), Observer().GetLatitude(), 1e-5);
+        return Number::Format("body %d: %.4f %.4f %.0f, zone %.2f, system %d", Observer().GetBody(),
+                              Observer().GetLongitude(), Observer().GetLatitude(), Observer().GetHeight(),
+                              Observer().GetUserTz(), Observer().GetTimeSys())
+            .toStdString();
+    }
+    QByteArray SettingsFile() const
+    {
+        QFile file(Folder.filePath(u"settings.ini"_s));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+};
+
+constexpr auto Tokyo = "body 4: 139.6918 35.6892 39, zone 9.00, system 0";
+
+TEST_F(StartStory, AFirstRunStartsInTokyoAndShowsIt)
 {
     Start();
+    EXPECT_EQ(Where(), Tokyo);
     OpenSite();
     EXPECT_EQ(TextOf(ObsId::EditLngDeg) + ' ' + TextOf(ObsId::EditLngMin) + ' ' + TextOf(ObsId::EditLngSec),
               "139 41 30.4");
     EXPECT_TRUE(IsChecked(ObsId::RadioNorth));
     EXPECT_EQ(TextOf(ObsId::EditLatDeg), "35");
+}
+
+TEST_F(StartStory, AFirstRunStartsAtTheInitialPlace)
+{
+    Start();
+    OpenSite();
+    PickCity(u"ニューヨーク"_s);
+    Prompts.AnswerAll();
+    Click(ObsId::ButtonSetInit);
+    const std::string newYork = Where();
+    EXPECT_EQ(newYork.substr(0, 16), "body 4: -74.0060") << newYork;
+    Quit();
+    CRegistry::Write(u"Planetarium"_s, u"Body"_s, u"none"_s); // nothing else is remembered
+    Start();
+    EXPECT_EQ(Where(), newYork);
+}
+
+TEST_F(StartStory, StartsWhereItWasLeft)
+{
+    Start();
+    OpenSite();
+    PickCity(u"ニューヨーク"_s);
+    OpenSite(); // to the front again
+    ChooseBody(Mars);
+    Enter(ObsId::EditLngDeg);
+    Type("77");
+    EXPECT_EQ(TextOf(ObsId::EditLngDeg), "77");
+    Host().SetTimeSystem(TimeSystem::LocalMean);
+    Window().setGeometry(31, 47, 700, 520);
+    Site().move(17, 23);
+    Settle();
+    const int siteTop = Site().y(); // it is as wide as this screen
+    const std::string left = Where();
+    EXPECT_EQ(left.substr(0, 9), "body 5: 7") << left;
+    Quit();
+
+    Start();
+    EXPECT_EQ(Where(), left);
+    EXPECT_EQ(Window().geometry(), QRect(31, 47, 700, 520));
+    OpenSite();
+    EXPECT_EQ(Site().y(), siteTop);
+    EXPECT_EQ(TextOf(ObsId::EditLngDeg), "77");
+    ChooseBody(BodyTable::Earth);
+    EXPECT_TRUE(IsChecked(ObsId::RadioWest));
+    EXPECT_EQ(TextOf(ObsId::EditLngDeg), "74") << "the place on every body is remembered";
+}
+
+TEST_F(StartStory, ACrashLosesNoSite)
+{
+    Start();
+    OpenSite();
+    Enter(ObsId::EditLatDeg);
+    Type("12");
+    const std::string left = Where();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return SettingsFile().contains(", 12.68922222, 0.000"); }, 5000))
+        << SettingsFile().toStdString();
+    Crash();
+    Start();
+    EXPECT_EQ(Where(), left);
+}
+
+TEST_F(StartStory, SpoiltSettingsDoNoHarm)
+{
+    for (const auto& [name, value] :
+         {std::pair(u"Body"_s, u"4"_s), std::pair(u"Site4"_s, u"nan, 95, 1e400"_s), std::pair(u"Site5"_s, u"7"_s),
+          std::pair(u"TimeZone"_s, u"1e99"_s), std::pair(u"TimeSystem"_s, u"7"_s), std::pair(u"WindowMain"_s, u"!!"_s)})
+        CRegistry::Write(u"Planetarium"_s, name, value);
+    Start();
+    EXPECT_EQ(Where(), Tokyo);
+    EXPECT_GE(Window().width(), 700);
+    OpenSite();
+}
+
+/// The user's own list is shown on the globe, and there is none before the first run.
+TEST_F(StartStory, APlaceAddedInTheFirstRunShowsOnTheGlobe)
+{
+    Start();
+    OpenSite();
+    Host().MoveObserver(150.0, 20.0, 0.0); // nothing but sea around
+    Settle();
+    // Bright pixels of a name or a mark, east of the marker of the site.
+    const auto eastOfSite = [this] {
+        const QImage map = Site().MapOfDialog().grab().toImage();
+        const QPoint middle = map.rect().center();
+        int bright = 0;
+        for (int x = 25; x <= 90; ++x) {
+            for (int y = -12; y <= 12; ++y)
+                bright += qGray(map.pixel(middle + QPoint(x, y))) > 150 ? 1 : 0;
+        }
+        return bright;
+    };
+    EXPECT_EQ(eastOfSite(), 0);
+    PickCity(u"小笠原村"_s, [this](CKivDialog& list) {
+        InNext([](CKivDialog& choice) { choice.accept(); }, AddCityId::Template);
+        InNext(
+            [](CKivDialog& editor) {
+                const auto write = [&editor](int id, const char* text) {
+                    auto* edit = editor.Item<QLineEdit>(id);
+                    edit->selectAll();
+                    QTest::keyClicks(edit, QString::fromUtf8(text));
+                };
+                write(EditCityId::EditName, "SEA");
+                write(CoordinateId::EditLong1, "150");
+                write(CoordinateId::EditLong2, "12");
+                write(CoordinateId::EditLong3, "0");
+                write(CoordinateId::EditLat1, "20");
+                write(CoordinateId::EditLat2, "0");
+                write(CoordinateId::EditLat3, "0");
+                editor.accept();
+            },
+            EditCityId::Template);
+        list.Item<QAbstractButton>(CityId::ButtonAdd)->click();
+    });
+    Host().MoveObserver(150.0, 20.0, 0.0);
+    Settle();
+    EXPECT_GT(eastOfSite(), 20) << "the new place has a mark and a name";
 }
 } // namespace

@@ -1,0 +1,279 @@
+// The main window, the guide and the command line, as a user meets them.
+
+#include "city/ControlIds.h"
+#include "host/dialog/Help.h"
+#include "host/dialog/ScreenFit.h"
+#include "obs/core/BodyTable.h"
+#include "planetarium/Guide.h"
+#include "planetarium/GuideWindow.h"
+#include "tests/story/StoryFixture.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QCheckBox>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QPointer>
+#include <QProcess>
+#include <QScrollBar>
+#include <QTest>
+#include <QTextBlock>
+#include <QTextBrowser>
+#include <QTreeWidget>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+constexpr int Mars = 5;
+
+class PlanetariumStory : public CStory
+{
+protected:
+    /// The visible entries of a menu and those below them, in one line; a separator is a bar.
+    static std::string Entries(const QMenu& menu)
+    {
+        QStringList entries;
+        for (const QAction* action : menu.actions())
+            entries += action->isSeparator() ? u"|"_s : action->text().section(u"(&"_s, 0, 0);
+        return entries.join(u' ').toStdString();
+    }
+    std::string Menus()
+    {
+        QStringList titles;
+        for (const QAction* action : Window().menuBar()->actions())
+            titles += action->text().section(u"(&"_s, 0, 0);
+        return titles.join(u' ').toStdString();
+    }
+    QMenu& Menu(int index) { return *Window().menuBar()->actions().at(index)->menu(); }
+    QAbstractButton* Button(const QString& start)
+    {
+        for (auto* button : Window().findChildren<QAbstractButton*>()) {
+            if (button->text().startsWith(start))
+                return button;
+        }
+        return nullptr;
+    }
+    bool Says(const QString& text)
+    {
+        const auto labels = Window().findChildren<QLabel*>();
+        return std::any_of(labels.begin(), labels.end(),
+                           [&text](const QLabel* label) { return label->isVisible() && label->text().contains(text); });
+    }
+};
+
+TEST_F(PlanetariumStory, TheFirstScreenSaysHowToChooseTheSite)
+{
+    Start();
+    EXPECT_TRUE(Says(u"左の地球をクリックした地点が観測地になります。"_s));
+    EXPECT_TRUE(Says(u"東経 139° 41′ 30.4″"_s));
+    QWidget& sky = *Host().Engine().Control()->Window();
+    ClickAt(sky, QPointF(sky.rect().center()) + QPointF(0, 40));
+    EXPECT_NEAR(Observer().GetLongitude(), 139.69, 0.5) << "straight below the middle";
+    EXPECT_LT(Observer().GetLatitude(), 33.0);
+
+    QAbstractButton* city = Button(u"都市名選択  Ctrl+T"_s);
+    ASSERT_NE(city, nullptr);
+    InNext([](CKivDialog& list) { EXPECT_EQ(list.TemplateNumber(), CityId::Template); });
+    city->click();
+    EXPECT_TRUE(Site().isVisible());
+    Host().SetBody(Mars);
+    EXPECT_FALSE(city->isEnabled());
+    EXPECT_TRUE(Says(u"左の火星をクリック"_s));
+    EXPECT_TRUE(Says(u"地名の一覧は、地球にいるときに使えます。"_s));
+    Site().Show(0);
+    ASSERT_NE(Button(u"場所を開く  Ctrl+L"_s), nullptr);
+    Button(u"場所を開く  Ctrl+L"_s)->click();
+    EXPECT_TRUE(Site().isVisible());
+}
+
+TEST_F(PlanetariumStory, TheSiteDialogComesUpBesideThePanel)
+{
+    const QRect screen(0, 0, 1920, 1080);
+    const QSize size(870, 600);
+    EXPECT_EQ(ScreenFit::Beside({0, 50, 1000, 700}, 600, size, screen), QPoint(1000, 50)) << "to the right";
+    EXPECT_EQ(ScreenFit::Beside({920, 500, 1000, 700}, 1500, size, screen), QPoint(50, 480))
+        << "to the left, on screen";
+    EXPECT_EQ(ScreenFit::Beside({300, 50, 1060, 660}, 900, size, {0, 0, 1600, 1000}), QPoint(30, 50)) << "over the sky";
+    EXPECT_EQ(ScreenFit::Beside({0, 0, 800, 600}, 500, size, {0, 0, 800, 600}), QPoint(0, 0)) << "no room at all";
+}
+
+TEST_F(PlanetariumStory, DeveloperCallsAndTheLogAreForDevelopers)
+{
+    Start();
+    EXPECT_EQ(Menus(), "ファイル 場所 地図 時刻 日食 ヘルプ");
+    EXPECT_EQ(Entries(Menu(1)), "場所を開く 都市名選択 「場所」を隠す | 天体");
+    EXPECT_EQ(Entries(Menu(3)),
+              "日時を変える 1時間進める 1時間戻す 現在の時刻にする 時計を進める | 標準時 世界時 地方平時");
+    EXPECT_FALSE(Window().findChild<QPlainTextEdit*>()->isVisible());
+    Quit();
+    Start(Audience::Developer);
+    EXPECT_EQ(Menus(), "ファイル 場所 地図 時刻 日食 開発 ヘルプ");
+    EXPECT_TRUE(Window().findChild<QPlainTextEdit*>()->isVisible());
+}
+
+TEST_F(PlanetariumStory, TheLogFollowsItsNewestLineUnlessSomebodyReadsAbove)
+{
+    Start(Audience::Developer);
+    QScrollBar& bar = *Window().findChild<QPlainTextEdit*>()->verticalScrollBar();
+    const auto fill = [this] {
+        for (int i = 0; i < 60; ++i)
+            Host().MoveObserver(i, 0.0, 0.0);
+        Settle();
+    };
+    fill();
+    EXPECT_GT(bar.maximum(), 0);
+    EXPECT_EQ(bar.value(), bar.maximum());
+    EXPECT_TRUE(Window().LogText().section(u'\n', -1).startsWith(u"[空] "_s)) << "the newest is the last";
+    bar.setValue(3);
+    fill();
+    EXPECT_EQ(bar.value(), 3);
+}
+
+TEST_F(PlanetariumStory, TheClockRunsQuietlyAndCanBeHeld)
+{
+    Start(Audience::Developer);
+    OpenSite();
+    const QDateTime begin(QDate(2031, 12, 31), QTime(23, 59, 59), Qt::UTC);
+    Host().SetInstant(begin);
+    Enter(ObsId::EditLngSec);
+    Type("12.");
+    Window().ClearLog();
+    int eclipseQueries = 0;
+    QObject::connect(&Host().Engine(), &CCorKiv::CommandSent, &Window(), [&eclipseQueries](const QString& line) {
+        eclipseQueries += line == u"? Solar.Planet.Earth.SolarEclipse.Path.Visible"_s ? 1 : 0;
+    });
+    const auto boxes = Window().centralWidget()->findChildren<QCheckBox*>();
+    ASSERT_EQ(boxes.size(), 1);
+    QCheckBox* box = boxes.constFirst();
+    EXPECT_FALSE(box->isChecked());
+    QElapsedTimer real;
+    real.start();
+    box->click();
+    EXPECT_TRUE(Host().IsClockRunning());
+    QTest::qWait(2300);
+    EXPECT_EQ(TextOf(ObsId::EditLngSec), "12.") << "what is being typed is left alone";
+    EXPECT_TRUE(Says(u"2032年01月01日  00:00:01"_s));
+    EXPECT_NE(Host().Engine().Command(u"? Time"_s), QString());
+    box->click();
+    const auto gone = begin.msecsTo(Observer().GetInstant());
+    EXPECT_NEAR(static_cast<double>(gone), static_cast<double>(real.elapsed()), 100.0);
+    EXPECT_FALSE(Window().LogText().contains(u"Time = UT"_s)) << "the clock would bury all else";
+    EXPECT_EQ(eclipseQueries, 1) << "at the new day, not at every second";
+    EXPECT_FALSE(Host().IsClockRunning());
+    QTest::qWait(1200);
+    EXPECT_EQ(begin.msecsTo(Observer().GetInstant()), gone);
+}
+
+class GuideStory : public PlanetariumStory
+{
+protected:
+    GuideStory() { Guide::Install(QStringLiteral(KIV_SOURCE_DATA) + u"../docs/guide.ja.md"_s); }
+    ~GuideStory() override { Help::SetProvider({}); }
+
+    static CGuideWindow* Shown()
+    {
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (auto* guide = qobject_cast<CGuideWindow*>(window); guide && guide->isVisible())
+                return guide;
+        }
+        return nullptr;
+    }
+    /// The heading or the line of text at the cursor, and what is marked in it.
+    static std::string At(CGuideWindow& guide)
+    {
+        const QTextCursor cursor = guide.findChild<QTextBrowser*>()->textCursor();
+        return cursor.block().text().left(8).toStdString() + '/' + cursor.selectedText().toStdString();
+    }
+};
+
+TEST_F(GuideStory, OpensAtTheDialogsPageHasContentsAndASearchAndEscClosesIt)
+{
+    Start();
+    OpenSite();
+    Press(Qt::Key_F1);
+    QPointer<CGuideWindow> guide = Shown();
+    ASSERT_FALSE(guide.isNull());
+    ASSERT_TRUE(QTest::qWaitFor([&guide] { return QApplication::activeWindow() == guide; }));
+    EXPECT_EQ(At(*guide), "場所/");
+    auto* contents = guide->findChild<QTreeWidget*>();
+    const auto items = contents->findItems(u"数値で入れる"_s, Qt::MatchExactly | Qt::MatchRecursive);
+    ASSERT_EQ(items.size(), 1);
+    EXPECT_EQ(items.constFirst()->parent()->text(0), u"場所"_s);
+    contents->setCurrentItem(items.constFirst());
+    EXPECT_EQ(At(*guide), "数値で入れる/");
+
+    Press(Qt::Key_F, Qt::ControlModifier);
+    auto* find = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    ASSERT_NE(find, nullptr);
+    QTest::keyClicks(find, u"ctrl"_s);
+    const std::string first = At(*guide);
+    EXPECT_EQ(first.substr(first.find('/')), "/Ctrl");
+    Press(Qt::Key_Return);
+    EXPECT_NE(At(*guide), first);
+    Press(Qt::Key_Return, Qt::ShiftModifier);
+    EXPECT_EQ(At(*guide), first);
+    QTest::keyClicks(find, u"zzz"_s);
+    const auto labels = guide->findChildren<QLabel*>();
+    EXPECT_TRUE(std::any_of(labels.begin(), labels.end(),
+                            [](const QLabel* label) { return label->text() == u"見つかりません"_s; }));
+    Press(Qt::Key_Escape);
+    EXPECT_EQ(find->text(), QString());
+    Press(Qt::Key_Escape);
+    Settle();
+    EXPECT_EQ(Shown(), nullptr);
+    EXPECT_TRUE(Site().isVisible());
+}
+
+TEST_F(GuideStory, SaysThatItsFileIsMissing)
+{
+    Guide::Install(Folder.filePath(u"guide.ja.md"_s));
+    Start();
+    Prompts.Expect(("使い方のファイル（guide.ja.md）が見つかりません。\n「" + Folder.path().toStdString() +
+                    "」にあるかどうか、確認してください。")
+                       .c_str(),
+                   IPrompts::Icon::Warning);
+    QTest::keyClick(&Window(), Qt::Key_F1);
+    Settle();
+    EXPECT_EQ(Shown(), nullptr);
+}
+
+/// The program itself, started from a shell.
+TEST(CommandLineStory, MistakesEndWithAMessageAndStatusTwo)
+{
+    struct Case
+    {
+        QStringList Arguments;
+        int Status;
+        const char* Output;
+        const char* Errors;
+    };
+    const QTemporaryDir folder;
+    const QString missing = folder.filePath(u"none"_s);
+    const std::string none = missing.toStdString();
+    const std::string noFolder = "フォルダ「" + none + "/」がありません";
+    const std::string noFile = "ファイル「" + none + "」がありません";
+    for (const Case& each :
+         {Case{{u"--help"_s}, 0, "地形データの索引ファイル（空の文字列で地形なし）", ""},
+          Case{{u"--version"_s}, 0, "planetarium ", ""}, Case{{u"--dat"_s}, 2, "", "オプション「--dat」はありません。"},
+          Case{{u"sky"_s}, 2, "", "引数「sky」は使えません。"},
+          Case{{u"--data"_s}, 2, "", "オプション「--data」の値の指定が正しくありません。"},
+          Case{{u"--data"_s, missing}, 2, "", noFolder.c_str()}, Case{{u"--user"_s, missing}, 2, "", noFolder.c_str()},
+          Case{{u"--terrain"_s, missing}, 2, "", noFile.c_str()},
+          Case{{u"--settings"_s, folder.path()}, 2, "", "設定ファイル「"}}) {
+        QProcess program;
+        program.start(QStringLiteral(KIV_PLANETARIUM), each.Arguments);
+        ASSERT_TRUE(program.waitForFinished());
+        const std::string name = each.Arguments.join(u' ').toStdString();
+        EXPECT_EQ(program.exitCode(), each.Status) << name;
+        const std::string output = program.readAllStandardOutput().toStdString();
+        const std::string errors = program.readAllStandardError().toStdString();
+        EXPECT_NE(output.find(each.Output), std::string::npos) << name << ": " << output;
+        EXPECT_NE(errors.find(each.Errors), std::string::npos) << name << ": " << errors;
+        EXPECT_EQ(output.empty(), each.Status != 0) << name;
+    }
+}
+} // namespace

@@ -17,7 +17,10 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QStatusBar>
+#include <QTimer>
 #include <QVBoxLayout>
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -132,13 +135,15 @@ CMainWindow::~CMainWindow()
     m_host.reset(); // before the window that its widgets belong to
 }
 
-QString CMainWindow::LogText() const
+QString CMainWindow::LogText()
 {
+    ShowNewLog();
     return m_log->toPlainText();
 }
 
 void CMainWindow::ClearLog()
 {
+    m_newLog.clear();
     m_log->clear();
 }
 
@@ -147,7 +152,16 @@ void CMainWindow::Log(const QString& who, const QString& line, const QString& an
     QString entry = u'[' + who + u"] "_s + Shortened(line);
     if (!answer.isEmpty())
         entry += u"  →  "_s + Shortened(answer);
-    m_log->appendPlainText(entry);
+    // Shown together with all else that is said until the windows are painted: laying out line by line is slow.
+    if (m_newLog.isEmpty())
+        QTimer::singleShot(0, this, &CMainWindow::ShowNewLog);
+    m_newLog.append(entry);
+}
+
+void CMainWindow::ShowNewLog()
+{
+    if (!m_newLog.isEmpty())
+        m_log->appendPlainText(std::exchange(m_newLog, {}).join(u'\n'));
 }
 
 bool CMainWindow::event(QEvent* event)

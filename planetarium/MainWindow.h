@@ -31,7 +31,7 @@ public:
     [[nodiscard]] CHost& Host() { return *m_host; }
     /// What the controls were told and answered; the oldest lines go first when it grows long. It is kept for every
     /// audience.
-    [[nodiscard]] QString LogText() const;
+    [[nodiscard]] QString LogText();
     void ClearLog();
 
 protected:
@@ -55,6 +55,7 @@ private:
     void AskInstant();
     void OpenConsole();
     void Log(const QString& who, const QString& line, const QString& answer);
+    void ShowNewLog();
     void ShowProgress(int phase, const QVariant& value);
 
     CWindowMemory m_memory;
@@ -62,6 +63,7 @@ private:
     CObserverPanel* m_panel = nullptr; ///< children of this, as the others
     CSiteChoices* m_choices = nullptr;
     QPlainTextEdit* m_log = nullptr;
+    QStringList m_newLog; ///< not in it yet
     QProgressBar* m_progress = nullptr;
     QLabel* m_note = nullptr;
     bool m_isLogAtEnd = true;

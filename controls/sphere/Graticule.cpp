@@ -28,7 +28,7 @@ class CLineDrawer
 public:
     CLineDrawer(QPainter& painter, const CSphereView& view, QSizeF size)
         : m_painter(painter), m_view(view),
-          m_area(QRectF(QPointF(0, 0), size).adjusted(-size.width(), -size.height(), size.width(), size.height()))
+          m_area(QRectF(QPointF(0, 0), size).adjusted(-Margin, -Margin, Margin, Margin))
     {
     }
 
@@ -50,6 +50,8 @@ public:
     }
 
 private:
+    static constexpr double Margin = 32; // pixels, longer than the way between two points
+
     QPainter& m_painter;
     const CSphereView& m_view;
     QRectF m_area;

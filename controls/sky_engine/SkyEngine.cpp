@@ -186,6 +186,7 @@ void CSkyEngine::paintEvent(QPaintEvent* /*event*/)
         if (!fits || m_drawn != m_shown) {
             m_painter.Draw(m_frame, m_shown, font());
             m_drawn = m_shown;
+            ++m_drawnCount;
         }
         painter.drawImage(0, 0, m_frame);
     } else {

@@ -37,6 +37,9 @@ public:
     /// Who is told of each line with its answer, after it ran; nobody when empty.
     void SetCommandLog(CommandLog log) { m_log = std::move(log); }
 
+    /// How often the globe was drawn so far; for measurements.
+    [[nodiscard]] int DrawnCount() const { return m_drawnCount; }
+
     [[nodiscard]] QWidget* Window() override { return this; }
     /// The middle of the globe; the observer while no globe is shown.
     [[nodiscard]] QString SpokenCenter() const override;
@@ -84,4 +87,5 @@ private:
     PlanetScene m_shown; ///< what the picture is to show
     PlanetScene m_drawn; ///< what the frame shows
     QImage m_frame;      ///< null until the first drawing
+    int m_drawnCount = 0;
 };

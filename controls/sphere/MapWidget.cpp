@@ -86,8 +86,10 @@ void CMapWidget::paintEvent(QPaintEvent*)
         m_isChanged = true;
     }
     m_picture.setDevicePixelRatio(scale);
-    if (std::exchange(m_isChanged, false))
+    if (std::exchange(m_isChanged, false)) {
         PaintMap(m_picture);
+        ++m_drawnCount;
+    }
 
     QPainter painter(this);
     painter.drawImage(QPointF(0, 0), m_picture);

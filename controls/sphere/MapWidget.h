@@ -20,6 +20,8 @@ public:
     /// The point in the middle, longitude -180 to 180.
     [[nodiscard]] GeoPoint Center() const { return m_center; }
     [[nodiscard]] QString SpokenCenter() const override;
+    /// How often the picture was drawn so far; for measurements.
+    [[nodiscard]] int DrawnCount() const { return m_drawnCount; }
 
 protected:
     [[nodiscard]] virtual CSphereView View() const = 0;
@@ -66,6 +68,7 @@ private:
     GeoPoint m_center{139.69, 35.69};
     QImage m_picture;
     bool m_isChanged = true;
+    int m_drawnCount = 0;
     std::optional<Press> m_press;
     std::optional<QPointF> m_pointer;
 };

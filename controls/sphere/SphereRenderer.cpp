@@ -16,29 +16,73 @@ constexpr int LargestBlockBits = 5;
 // Width of the glow outside the disc and how quickly it fades, in radii.
 constexpr float GlowWidth = 0.03F;
 
-// The largest error of both is about 1e-5 radians: a tenth of a pixel on any disc that fits a screen.
-float FastAtan2(float y, float x)
+// Four numbers that are computed at once; what is written for one number serves for them, too.
+using Floats = float __attribute__((vector_size(16)));
+using Ints = int __attribute__((vector_size(16)));
+
+template <typename T> T Larger(T a, T b)
 {
-    const float absX = std::fabs(x);
-    const float absY = std::fabs(y);
-    const float larger = std::max(absX, absY);
-    const float ratio = larger > 0 ? std::min(absX, absY) / larger : 0.0F;
-    const float square = ratio * ratio;
-    float angle =
+    return a < b ? b : a;
+}
+
+template <typename T> T Smaller(T a, T b)
+{
+    return b < a ? b : a;
+}
+
+template <typename T> T Limited(T value, float least, float most)
+{
+    return Smaller(Larger(value, T{} + least), T{} + most);
+}
+
+template <typename T> T Absolute(T value)
+{
+    return value < T{} ? -value : value;
+}
+
+float Root(float square)
+{
+    return std::sqrt(square);
+}
+
+Floats Root(Floats squares)
+{
+    return Floats{std::sqrt(squares[0]), std::sqrt(squares[1]), std::sqrt(squares[2]), std::sqrt(squares[3])};
+}
+
+int ToWhole(float value)
+{
+    return static_cast<int>(value);
+}
+
+Ints ToWhole(Floats values)
+{
+    return __builtin_convertvector(values, Ints);
+}
+
+// The largest error of both is about 1e-5 radians: a tenth of a pixel on any disc that fits a screen.
+template <typename T> T FastAtan2(T y, T x)
+{
+    const T absX = Absolute(x);
+    const T absY = Absolute(y);
+    const T larger = Larger(absX, absY);
+    const T ratio = larger > T{} ? Smaller(absX, absY) / larger : T{};
+    const T square = ratio * ratio;
+    T angle =
         ratio *
         (0.99997726F +
          square * (-0.33262347F +
                    square * (0.19354346F + square * (-0.11643287F + square * (0.05265332F + square * -0.01172120F)))));
     angle = absY > absX ? Pi / 2 - angle : angle;
-    angle = x < 0 ? Pi - angle : angle;
-    return y < 0 ? -angle : angle;
+    angle = x < T{} ? Pi - angle : angle;
+    return y < T{} ? -angle : angle;
 }
 
-float FastAcos(float value)
+template <typename T> T FastAcos(T value)
 {
-    const float absolute = std::min(std::fabs(value), 1.0F);
-    const float angle =
-        std::sqrt(1 - absolute) *
+    const T absolute = Smaller(Absolute(value), T{} + 1);
+    const T angle =
+        Root(1 - absolute) *
         (1.5707963050F +
          absolute *
              (-0.2145988016F +
@@ -48,7 +92,7 @@ float FastAcos(float value)
                                absolute * (0.0308918810F +
                                            absolute * (-0.0170881256F +
                                                        absolute * (0.0066700901F + absolute * -0.0012624911F)))))));
-    return value < 0 ? Pi - angle : angle;
+    return value < T{} ? Pi - angle : angle;
 }
 
 // Two channels at a time: share is 0 to 256.
@@ -88,22 +132,22 @@ struct Shading
     }
 
     // How much light a point of the sphere gets, x to the right, y up, z to the viewer.
-    [[nodiscard]] float Light(float x, float y, float z) const
+    template <typename T> [[nodiscard]] T Light(T x, T y, T z) const
     {
-        const float light = Brightness * (1 - Limb * (1 - z) * (1 - z));
+        const T light = Brightness * (1 - Limb * (1 - z) * (1 - z));
         if (!HasSun)
             return light;
-        const float height = x * SunX + y * SunY + z * SunZ;
+        const T height = x * SunX + y * SunY + z * SunZ;
         // Twilight reaches a few degrees beyond the terminator.
-        const float day = std::clamp(height * 4 + 0.3F, 0.0F, 1.0F);
-        return light * (Night + (1 - Night) * day * (0.72F + 0.28F * std::max(height, 0.0F)));
+        const T day = Limited(height * 4 + 0.3F, 0.0F, 1.0F);
+        return light * (Night + (1 - Night) * day * (0.72F + 0.28F * Larger(height, T{})));
     }
 
     // How much of the air's colour lies over the ground.
-    [[nodiscard]] float Haze(float z) const
+    template <typename T> [[nodiscard]] T Haze(T z) const
     {
-        const float edge = 1 - z;
-        return HasAir ? edge * edge * edge * 0.75F + 0.04F : 0.0F;
+        const T edge = 1 - z;
+        return HasAir ? edge * edge * edge * 0.75F + 0.04F : T{};
     }
 
     // Light and haze as shares of 256.
@@ -120,15 +164,16 @@ struct Shading
     }
 };
 
-// One point of the sphere in whole numbers: its texel, light and haze.
-struct Spot
+// One point of the sphere in whole numbers, or four: its texel, light and haze, and how far north it lies, -1 to 1.
+template <typename Real, typename Whole> struct SpotOf
 {
-    int U = 0;
-    int V = 0;
-    int Light = 0;
-    int Haze = 0;
-    bool IsSmooth = false; // far enough from the poles to step evenly to the next one
+    Whole U;
+    Whole V;
+    Whole Light;
+    Whole Haze;
+    Real North;
 };
+using Spot = SpotOf<float, int>;
 
 class CSpotFinder
 {
@@ -143,30 +188,28 @@ public:
     {
     }
 
-    [[nodiscard]] Spot At(float x, float y) const
+    [[nodiscard]] auto At(auto x, float y) const
     {
-        const float z = std::sqrt(std::max(0.0F, 1 - (x * x + y * y)));
-        const float north = std::clamp(y * m_cosLatitude + z * m_sinLatitude, -1.0F, 1.0F);
-        Spot spot;
-        spot.U = m_center + static_cast<int>(FastAtan2(x, z * m_cosLatitude - y * m_sinLatitude) * m_columnScale);
-        spot.V = static_cast<int>(FastAcos(north) * m_rowScale);
-        spot.Light = static_cast<int>(m_shading.Light(x, y, z) * 256);
-        spot.Haze = static_cast<int>(m_shading.Haze(z) * 256);
-        spot.IsSmooth = std::fabs(north) < m_poleLimit;
-        return spot;
+        using T = decltype(x);
+        const T z = Root(Larger(1 - (x * x + y * y), T{}));
+        const T north = Limited(y * m_cosLatitude + z * m_sinLatitude, -1.0F, 1.0F);
+        const auto u = m_center + ToWhole(FastAtan2(x, z * m_cosLatitude - y * m_sinLatitude) * m_columnScale);
+        return SpotOf<T, decltype(ToWhole(x))>{u, ToWhole(FastAcos(north) * m_rowScale),
+                                               ToWhole(m_shading.Light(x, T{} + y, z) * 256),
+                                               ToWhole(m_shading.Haze(z) * 256), north};
     }
 
     // Whether the points between two spots lie evenly between them.
     [[nodiscard]] bool IsEven(const Spot& a, const Spot& b) const
     {
-        return a.IsSmooth && b.IsSmooth && std::abs(a.U - b.U) < m_width / 8;
+        return std::max(std::fabs(a.North), std::fabs(b.North)) < m_poleLimit && std::abs(a.U - b.U) < m_width / 8;
     }
 
 private:
     // Around a pole meridians turn too quickly for even steps.
     static constexpr double PolePixels = 40;
 
-    const Shading& m_shading;
+    Shading m_shading;
     float m_sinLatitude;
     float m_cosLatitude;
     int m_width;
@@ -174,6 +217,39 @@ private:
     float m_rowScale;
     int m_center;
     float m_poleLimit;
+};
+
+// Spots along one row of pixels, found four at a time.
+class CSpotRow
+{
+public:
+    explicit CSpotRow(int most) : m_x(static_cast<std::size_t>(most) / 4 + 1), m_spots(m_x.size()) {}
+
+    void Clear() { m_count = 0; }
+    void Add(float x)
+    {
+        m_x[m_count / 4][m_count % 4] = x;
+        ++m_count;
+    }
+
+    // Finds what belongs to the places that were added.
+    void Find(const CSpotFinder& finder, float y)
+    {
+        for (std::size_t four = 0; four * 4 < m_count; ++four)
+            m_spots[four] = finder.At(m_x[four], y);
+    }
+
+    [[nodiscard]] Spot operator[](std::size_t index) const
+    {
+        const SpotOf<Floats, Ints>& four = m_spots[index / 4];
+        const std::size_t at = index % 4;
+        return {four.U[at], four.V[at], four.Light[at], four.Haze[at], four.North[at]};
+    }
+
+private:
+    std::size_t m_count = 0;
+    std::vector<Floats> m_x;
+    std::vector<SpotOf<Floats, Ints>> m_spots;
 };
 
 // The same as a division by that power of two, which rounds towards zero, and many times as quick.
@@ -289,6 +365,14 @@ void CSphereRenderer::Render(QImage& target, const CSphereView& view, const Sphe
     const float reach = 1 + std::max(shading.HasAir ? GlowWidth : 0.0F, inverse);
     const float inside = 1 - 2 * inverse;
     const auto x0 = static_cast<float>(0.5 - view.CenterPixel().x());
+    // A row is drawn in blocks of two to some power of pixels.
+    struct Block
+    {
+        int Column;
+        int Bits;
+    };
+    std::vector<Block> blocks;
+    CSpotRow spots(target.width() + 1);
 
     for (int row = 0; row < target.height(); ++row) {
         const float y = static_cast<float>(view.CenterPixel().y() - row - 0.5) * inverse;
@@ -302,7 +386,7 @@ void CSphereRenderer::Render(QImage& target, const CSphereView& view, const Sphe
 
         const auto squareAt = [&](float x) { return x * x + y * y; };
         const auto horizontal = [&](int column) { return (static_cast<float>(column) + x0) * inverse; };
-        const auto drawExactly = [&](int column) {
+        const auto drawExactly = [&](int column, const Spot& spot) {
             const float x = horizontal(column);
             const float square = squareAt(x);
             const float distance = square > inside ? std::sqrt(square) : 0.0F;
@@ -314,7 +398,6 @@ void CSphereRenderer::Render(QImage& target, const CSphereView& view, const Sphe
                 line[column] = behind;
                 return;
             }
-            const Spot spot = finder.At(x, y);
             const quint32 color = shading.Colour(sampler.At(spot.U, spot.V), static_cast<quint32>(spot.Light),
                                                  static_cast<quint32>(spot.Haze));
             line[column] = coverage >= 1 ? color : Mix(behind, color, static_cast<quint32>(coverage * 256));
@@ -328,30 +411,28 @@ void CSphereRenderer::Render(QImage& target, const CSphereView& view, const Sphe
             return column + width <= end && square < inside &&
                    length * length < 4 * radius * radius * depth * depth * depth;
         };
-        Spot next;
-        bool hasNext = false;
+        blocks.clear();
+        spots.Clear();
         int bits = 0;
-        for (int column = first; column < end;) {
+        for (int column = first; column < end; column += 1 << bits) {
             bits = std::min(bits + 1, LargestBlockBits);
             while (bits > 0 && !isFlat(column, 1 << bits))
                 --bits;
-            if (bits == 0) {
-                drawExactly(column++);
-                hasNext = false;
-                continue;
+            blocks.push_back({column, bits});
+            spots.Add(horizontal(column));
+        }
+        spots.Add(horizontal(end));
+        spots.Find(finder, y);
+        for (std::size_t index = 0; index < blocks.size(); ++index) {
+            const Block& block = blocks[index];
+            if (block.Bits == 0) {
+                drawExactly(block.Column, spots[index]);
+            } else if (finder.IsEven(spots[index], spots[index + 1])) {
+                DrawBlock(line + block.Column, block.Bits, spots[index], spots[index + 1], sampler, shading);
+            } else {
+                for (int column = block.Column; column < block.Column + (1 << block.Bits); ++column)
+                    drawExactly(column, finder.At(horizontal(column), y));
             }
-            const int blockEnd = column + (1 << bits);
-            const auto spotAt = [&](int place) { return finder.At(horizontal(place), y); };
-            const Spot spot = hasNext ? next : spotAt(column);
-            next = spotAt(blockEnd);
-            hasNext = true;
-            if (finder.IsEven(spot, next)) {
-                DrawBlock(line + column, bits, spot, next, sampler, shading);
-                column = blockEnd;
-                continue;
-            }
-            while (column < blockEnd)
-                drawExactly(column++);
         }
     }
 }

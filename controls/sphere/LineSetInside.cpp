@@ -20,16 +20,23 @@ constexpr double FarthestPixel = 24000;
 class CFlattener
 {
 public:
-    CFlattener(const CSphereView& view, double limit) : m_view(view), m_limit(limit) {}
+    CFlattener(const CSphereView& view, double limit)
+        : m_view(view), m_limit(limit), m_nearSquare(limit / view.Radius() * (limit / view.Radius()))
+    {
+    }
 
     [[nodiscard]] QPointF operator()(const UnitVector& direction) const
     {
         const double x = Dot(direction, m_view.East());
         const double y = Dot(direction, m_view.North());
-        const double length = std::sqrt(x * x + y * y); // many times as quick as hypot
+        const double square = x * x + y * y;
+        const bool isNear = Dot(direction, m_view.Viewer()) >= 0;
+        if (isNear && square <= m_nearSquare)
+            return m_view.CenterPixel() + QPointF(x * m_view.Radius(), -y * m_view.Radius());
+        const double length = std::sqrt(square);
         if (length < 1e-12)
             return m_view.CenterPixel();
-        const double outward = Dot(direction, m_view.Viewer()) < 0 ? 2 - length : length;
+        const double outward = isNear ? length : 2 - length;
         const double pixels = std::min(outward * m_view.Radius(), m_limit) / length;
         return m_view.CenterPixel() + QPointF(x * pixels, -y * pixels);
     }
@@ -37,6 +44,7 @@ public:
 private:
     const CSphereView& m_view;
     double m_limit;
+    double m_nearSquare; // of what the limit does not touch
 };
 
 // The point of the area that is farthest from all corners of the outlines, among a few.

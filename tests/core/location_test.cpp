@@ -111,12 +111,6 @@ TEST(SiteLocation, JoinsByBody)
     EXPECT_EQ(DisplayFromMetres(1400, true), 1400);
 }
 
-TEST(BodyTable, TakesTheEarthForWhatIsNoBody)
-{
-    for (const int body : {-1, 15, std::numeric_limits<int>::max()})
-        EXPECT_EQ(BodyTable::EngineName(body), u"Solar.Planet.Earth"_s);
-}
-
 TEST(EngineLines, AreWordedExactly)
 {
     const QStringList setUp =
@@ -194,61 +188,6 @@ TEST(Magnification, MapsTheSliderAndItsMirrorImage)
          {std::pair{1, 0}, {100, 97}, {3, 0}, {500, 197}, {std::numeric_limits<int>::min(), 0}})
         EXPECT_EQ(Magnification::AfterWheel(from, 1), to) << from;
     EXPECT_EQ(Magnification::AfterWheel(198, -1), 200);
-}
-
-TEST(EntryRules, SpinsStepClampAndWrap)
-{
-    struct Row
-    {
-        Box Spun;
-        int Body;
-        SiteFields From;
-        int Delta;
-        QString To;
-    };
-    // clang-format off
-    for (const Row& row : {Row{Box::LngDeg, 4, Fields(0, 180, 30, 5), -1, u"1 179 30 5.0"_s},
-         {Box::LngDeg, 4, Fields(0, 0, 0, 0), 1, u"1 1 0 0.0"_s},
-         {Box::LngDeg, 1, Fields(1, 0, 0, 0), 120, u"0 1 0 0.0"_s},
-         {Box::LngDeg, 4, Fields(1, 179, 0, 0), -7, u"1 180 0 0.0"_s},
-         {Box::LngDeg, 6, Fields(1, 360, 0, 0), -1, u"1 1 0 0.0"_s},
-         {Box::LngDeg, 6, Fields(1, 0, 0, 0), 1, u"1 359 0 0.0"_s},
-         {Box::LngDeg, 5, Fields(1, 359, 0, 0), -1, u"1 360 0 0.0"_s},
-         {Box::LngMin, 4, Fields(0, 1, 59, 0), -1, u"0 1 59 0.0"_s},
-         {Box::LngMin, 4, Fields(0, 1, 0, 0), 1, u"0 1 0 0.0"_s},
-         {Box::LngSec, 4, Fields(0, 1, 0, 59.9), -1, u"0 1 0 59.9"_s},
-         {Box::LngSec, 4, Fields(0, 1, 0, 0.05), 1, u"0 1 0 0.0"_s},
-         {Box::LngSec, 4, Fields(0, 1, 0, 1), -1, u"0 1 0 1.1"_s},
-         {Box::LngDeg, 4, Fields(0, 1'000'000'000, 0, 0), -1, u"1 0 0 0.0"_s},
-         {Box::LngDeg, 5, Fields(0, -1'000'000'000, 0, 0), 1, u"0 0 0 0.0"_s},
-         {Box::LatDeg, 4, Fields(0, 89, 30, 5), -1, u"0 90 0 0.0"_s},
-         {Box::LatDeg, 4, Fields(0, 90, 30, 5), -1, u"0 90 0 0.0"_s},
-         {Box::LatDeg, 4, Fields(1, 0, 30, 5), 1, u"1 0 0 0.0"_s},
-         {Box::LatDeg, 4, Fields(0, 90, 0, 0), 1, u"0 89 0 0.0"_s},
-         {Box::LatMin, 4, Fields(0, 90, 7, 0), -1, u"0 90 0 0.0"_s},
-         {Box::LatMin, 4, Fields(0, 9, 7, 0), -1, u"0 9 8 0.0"_s},
-         {Box::LatSec, 4, Fields(0, 90, 0, 7), -1, u"0 90 0 0.0"_s},
-         {Box::LatSec, 4, Fields(0, 9, 0, 0), 1, u"0 9 0 0.0"_s}}) {
-        // clang-format on
-        SiteFields fields = row.From;
-        EntryRules::SpinBox(fields, row.Spun, row.Delta, row.Body);
-        EXPECT_EQ(row.Spun < Box::LatDeg ? LngText(fields) : LatText(fields), row.To)
-            << "box " << static_cast<int>(row.Spun);
-    }
-    SiteFields zone;
-    zone.TimeZoneHours = 14;
-    EntryRules::SpinBox(zone, Box::TzHour, -1, 4);
-    EntryRules::SpinBox(zone, Box::TzMin, 1, 4);
-    EXPECT_EQ(TzText(zone), u"-1 14 0"_s);
-    for (const auto& [from, delta, isSmall, to] : {std::tuple{-9999.0, 1, true, -9999.0},
-                                                   {0.0, 1, false, 0.0},
-                                                   {999999.0, -1, true, 999999.0},
-                                                   {39.0, -5, true, 40.0}}) {
-        SiteFields fields;
-        fields.AltitudeValue = from;
-        EntryRules::SpinAltitude(fields, delta, isSmall);
-        EXPECT_EQ(fields.AltitudeValue, to);
-    }
 }
 
 TEST(EclipseColor, ReadsWhatTheEngineAnswers)

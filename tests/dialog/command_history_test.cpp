@@ -33,16 +33,6 @@ Reading Read(const QByteArray& bytes)
 }
 } // namespace
 
-TEST(CommandHistory, ComesBackAsItWasWritten)
-{
-    const CCommandHistory history{u"? Location"_s, QString(), u"命令; \"a\nb\""_s, u"? Location"_s};
-    const QByteArray bytes = Serialised(history);
-    EXPECT_EQ(qFromBigEndian<quint32>(bytes.constData()), 4U);
-    EXPECT_EQ(Read(bytes).Entries, history);
-    EXPECT_TRUE(Read(bytes).IsWhole);
-    EXPECT_TRUE(Read(Serialised({})).Entries.isEmpty());
-}
-
 TEST(CommandHistory, KeepsTheCompleteEntriesOfADamagedStream)
 {
     const QByteArray whole = Serialised({u"one"_s, u"two"_s});

@@ -157,8 +157,9 @@ TEST_F(MappleTest, AClickMovesTheObserver)
     EXPECT_DOUBLE_EQ(Observer.GetHeight(), 10.0);
     EXPECT_EQ(SiteText(), "東経： 139 度 45 分  0.00 秒 北緯： 35 度 30 分  0.00 秒");
 
-    for (const QVariantList& nonsense : {QVariantList{}, QVariantList{1.0}, QVariantList{Nan, 1.0},
-                                         QVariantList{1.0, std::numeric_limits<double>::infinity()}})
+    for (const QVariantList& nonsense :
+         {QVariantList{}, QVariantList{1.0}, QVariantList{Nan, 1.0}, QVariantList{u"x"_s, QVariant()},
+          QVariantList{QVariantList(), 139.0}, QVariantList{1.0, std::numeric_limits<double>::infinity()}})
         Raise(RoadMap::EventMouseUp, nonsense);
     Raise(99, {1, 2});
     EXPECT_EQ(Transcript.Take(), "");
@@ -327,7 +328,7 @@ TEST_F(MappleTest, ClosesWithTheZoomKeyHeldDown)
     EXPECT_EQ(Transcript.Take(), "");
 }
 
-TEST_F(MappleTest, BearsEventsWhileItIsMadeAndOfAnyArguments)
+TEST_F(MappleTest, BearsEventsWhileItIsMade)
 {
     MakeDialog();
     Map.During = [this](int) {
@@ -337,10 +338,6 @@ TEST_F(MappleTest, BearsEventsWhileItIsMadeAndOfAnyArguments)
     Map.Results[RoadMap::GetSearchResult] = qint64{123456789};
     ASSERT_EQ(Dialog->Create(&HostEngine), 1);
     EXPECT_NE(Transcript.Take().find("R 5()"), std::string::npos) << "the creation goes on";
-    for (const QVariantList& arguments : {QVariantList{}, QVariantList{35.5}, QVariantList{u"x"_s, QVariant()},
-                                          QVariantList{35.5, std::nan("")}, QVariantList{QVariantList(), 139.0}})
-        Raise(RoadMap::EventMouseUp, arguments);
-    EXPECT_EQ(Transcript.Take(), "");
 }
 
 TEST_F(MappleTest, ButtonsDriveTheMap)

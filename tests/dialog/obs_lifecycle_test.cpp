@@ -281,21 +281,6 @@ TEST_F(ObsLifecycle, WithoutObserverOrEngineNothingBreaks)
     }
 }
 
-TEST_F(ObsLifecycle, NonsenseInTheSettingsFallsBack)
-{
-    const QString file = Folder.filePath(u"settings.ini"_s);
-    WriteFile(file, "[Dialog]\nObs\\ViewAngle=99999\nObs\\FeatureObs=abc\nObs\\FeatureCity=-7\nObs\\FeatureOther=1e9\n"
-                    "Obs\\AutoAltitude=99999999999\n");
-    CRegistry::UseFile(file);
-    CRegistry::Write(u"General"_s, u"CorKiv"_s, 3, CRegistry::Count); // the class of the host's engine here
-    Transcript.Take();
-    EXPECT_EQ(Dialog->DoModeless(&HostEngine, TerrainPath), 1);
-    EXPECT_NE(Transcript.Take().find("H View.Device = 3"), std::string::npos);
-    EXPECT_EQ(Item<CKivSlider>(ObsId::SliderMagnification)->value(), 200);
-    EXPECT_EQ(Map.Flags, (std::vector<int>{1, 1, 1, 0, 0, 0, 0, 0}));
-    EXPECT_TRUE(Item<QAbstractButton>(ObsId::RadioAltAuto)->isChecked());
-}
-
 TEST_F(ObsLifecycle, TemplateHasEveryControlAndTabFollowsTheEye)
 {
     // Number, class, label; the class goes on until the next one.

@@ -262,8 +262,10 @@ void CHost::PlaceSiteDialog()
 {
     if (CWindowMemory::Knows(*m_dialog) || !m_mainWindow->screen())
         return;
-    const int sky = m_engine.mapToGlobal(m_engine.rect().topRight()).x(); // what tells the place is right of it
-    m_dialog->move(ScreenFit::Beside(m_mainWindow->frameGeometry(), sky, m_dialog->frameGeometry().size(),
+    // Right of the sky stands what tells the place. The new window's frame is not known yet; it will be as the other's.
+    const int title = m_mainWindow->geometry().top() - m_mainWindow->frameGeometry().top();
+    const QPoint sky = m_engine.mapToGlobal(m_engine.rect().topRight()) + QPoint(0, title);
+    m_dialog->move(ScreenFit::Beside(m_mainWindow->frameGeometry(), sky, m_dialog->size() + QSize(0, title),
                                      m_mainWindow->screen()->availableGeometry()));
 }
 

@@ -6,7 +6,6 @@
 #include "host/dialog/TemplateLoader.h"
 #include "host/dialog/ThemedControls.h"
 #include "host/system/InvalidArgument.h"
-#include "host/text/Number.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -23,7 +22,6 @@ constexpr int IdOk = 1;
 constexpr int IdCancel = 2;
 constexpr int IdHelp = 57670;
 const QString UnknownArgument = u"無効な引数が検出されました。"_s;
-constexpr char BuddyProperty[] = "buddyId";
 } // namespace
 
 CKivDialog::CKivDialog(int templateNumber, QString registrySection, QWidget* parent)
@@ -161,21 +159,6 @@ void CKivDialog::ConnectMessages()
         connect(button, &QAbstractButton::clicked, this, [this] { Help::Show(this, m_templateNumber); });
 }
 
-/// The arrow keys of a box work the spin button beside it.
-void CKivDialog::BindSpinButtons()
-{
-    for (QWidget* item : std::as_const(m_items)) {
-        auto* spin = qobject_cast<CKivSpinButton*>(item);
-        if (!spin)
-            continue;
-        if (auto* edit = Item<QLineEdit>(spin->property(BuddyProperty).toInt())) {
-            spin->SetCaption(edit->accessibleName());
-            spin->SetBuddy(edit);
-            edit->installEventFilter(this);
-        }
-    }
-}
-
 void CKivDialog::RunHandler(const MessageEntry& entry, int argument)
 {
     const QPointer<CKivDialog> self(this);
@@ -183,61 +166,6 @@ void CKivDialog::RunHandler(const MessageEntry& entry, int argument)
     Guarded([&entry, argument] { entry.Handler(argument); });
     if (self)
         --m_handling;
-}
-
-/// A number that the handler replaced by another, or that it left for the next key, has not been applied.
-void CKivDialog::RunChangeHandler(const MessageEntry& entry, CKivEdit& edit)
-{
-    const QPointer<CKivEdit> box(&edit);
-    const std::optional<double> typed = Number::FindLeadingDouble(edit.text());
-    RunHandler(entry, 0);
-    if (!box || !box->TakesNumbers() || !m_isWindow)
-        return;
-    const std::optional<double> left = Number::FindLeadingDouble(box->text());
-    if (typed && left) // an empty box leaves what is pending as it was
-        box->SetPending(box->text().endsWith(u'.') || *typed != *left);
-}
-
-/// What a box shows when the user leaves it is so: a number that no handler has applied is applied as the next key
-/// would do it, and what is no number gives way to the value in force.
-void CKivDialog::SettleBox(CKivEdit& edit)
-{
-    if (!m_isWindow || m_handling > 0 || !edit.TakesNumbers())
-        return;
-    const int id = m_items.key(&edit, 0);
-    if (!Number::FindLeadingDouble(edit.text())) {
-        edit.SetInForce({}); // whatever the box held
-        UpdateItem(id, false);
-    }
-    if (edit.text().endsWith(u'.'))
-        edit.SetText(edit.text().chopped(1));
-    if (!edit.IsPending())
-        return;
-    edit.SetPending(false);
-    for (const MessageEntry& entry : m_messages) {
-        if (entry.Kind == Notice::Change && entry.Id == id)
-            RunHandler(entry, 0);
-    }
-}
-
-void CKivDialog::SettleFocusedBox()
-{
-    if (auto* edit = qobject_cast<CKivEdit*>(focusWidget()))
-        SettleBox(*edit);
-}
-
-/// The key of a group's title goes to its first box, whichever was used last; false when it has none to go to.
-bool CKivDialog::FocusFirstBox(const QGroupBox* group)
-{
-    if (!group)
-        return false;
-    for (auto* edit : group->findChildren<CKivEdit*>()) {
-        if (edit->isEnabled()) {
-            edit->setFocus(Qt::ShortcutFocusReason);
-            return true;
-        }
-    }
-    return false;
 }
 
 void CKivDialog::CatchKeys()
@@ -261,22 +189,14 @@ bool CKivDialog::eventFilter(QObject* watched, QEvent* event)
     }
     if (event->type() == QEvent::Shortcut && FocusFirstBox(qobject_cast<QGroupBox*>(watched)))
         return true;
-    if (event->type() == QEvent::FocusOut &&
-        static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason) { // not its own menu
-        if (auto* edit = qobject_cast<CKivEdit*>(watched); edit && m_items.values().contains(edit))
-            SettleBox(*edit);
-    }
-    if (event->type() != QEvent::KeyPress)
-        return QDialog::eventFilter(watched, event);
-    const int key = static_cast<QKeyEvent*>(event)->key();
-    if (key != Qt::Key_Up && key != Qt::Key_Down)
-        return QDialog::eventFilter(watched, event);
-    for (QWidget* item : std::as_const(m_items)) {
-        auto* spin = qobject_cast<CKivSpinButton*>(item);
-        if (spin && Item(spin->property(BuddyProperty).toInt()) == watched && spin->isEnabled()) {
-            Q_EMIT spin->DeltaPos(key == Qt::Key_Up ? -1 : 1);
+    if (event->type() == QEvent::FocusOut || event->type() == QEvent::KeyPress) {
+        auto* edit = qobject_cast<CKivEdit*>(watched);
+        const int id = edit ? m_items.key(edit, 0) : 0;
+        if (id != 0 && event->type() == QEvent::KeyPress && StepBeside(id, static_cast<QKeyEvent*>(event)->key()))
             return true;
-        }
+        if (id != 0 && event->type() == QEvent::FocusOut &&
+            static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason) // not its own menu
+            SettleBox(*edit);
     }
     return QDialog::eventFilter(watched, event);
 }

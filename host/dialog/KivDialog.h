@@ -194,6 +194,8 @@ private:
     [[nodiscard]] bool IsOwnKey(const QObject* watched, const QEvent* event) const;
     void ConnectMessages();
     void BindSpinButtons();
+    /// Works the spin button beside a box by an arrow key; false for other keys and where there is none.
+    bool StepBeside(int editId, int key);
 
     int m_templateNumber;
     QString m_section;

@@ -105,14 +105,15 @@ void ScreenFit::Keep(QWidget& window)
         window.move(corner);
 }
 
-QPoint ScreenFit::Beside(const QRect& other, int seam, QSize size, const QRect& screen)
+QPoint ScreenFit::Beside(const QRect& other, QPoint seam, QSize size, const QRect& screen)
 {
     const int end = screen.right() + 1;
-    int left = other.right() + 1;
-    if (left + size.width() > end)
-        left = other.left() - size.width();
-    if (left < screen.left())
-        left = std::max(screen.left(), std::min(seam, end) - size.width());
+    QPoint corner(other.right() + 1, other.top());
+    if (corner.x() + size.width() > end)
+        corner.setX(other.left() - size.width());
+    if (corner.x() < screen.left())
+        corner = {std::max(screen.left(), std::min(seam.x(), end) - size.width()), seam.y()};
     const int lowest = std::max(screen.top(), screen.bottom() + 1 - size.height());
-    return {left, std::clamp(other.top(), screen.top(), lowest)};
+    corner.setY(std::clamp(corner.y(), screen.top(), lowest));
+    return corner;
 }

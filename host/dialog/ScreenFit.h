@@ -17,6 +17,7 @@ namespace ScreenFit
 /// Makes a window that is larger than its screen as large as that, and brings it wholly onto it.
 void Keep(QWidget& window);
 /// Where a window of this size goes beside another: to its right or its left where the screen has the room, else over
-/// its left part, up to `seam`, so that what is right of that stays in sight. All in the screen's pixels.
-[[nodiscard]] QPoint Beside(const QRect& other, int seam, QSize size, const QRect& screen);
+/// the other, to the left of `seam` and below it, so that what is right of that and above it stays in sight where that
+/// is possible. All in the screen's pixels.
+[[nodiscard]] QPoint Beside(const QRect& other, QPoint seam, QSize size, const QRect& screen);
 } // namespace ScreenFit

@@ -94,11 +94,12 @@ TEST_F(PlanetariumStory, TheSiteDialogComesUpBesideThePanel)
 {
     const QRect screen(0, 0, 1920, 1080);
     const QSize size(870, 600);
-    EXPECT_EQ(ScreenFit::Beside({0, 50, 1000, 700}, 600, size, screen), QPoint(1000, 50)) << "to the right";
-    EXPECT_EQ(ScreenFit::Beside({920, 500, 1000, 700}, 1500, size, screen), QPoint(50, 480))
+    EXPECT_EQ(ScreenFit::Beside({0, 50, 1000, 700}, {600, 99}, size, screen), QPoint(1000, 50)) << "to the right";
+    EXPECT_EQ(ScreenFit::Beside({920, 500, 1000, 700}, {1500, 549}, size, screen), QPoint(50, 480))
         << "to the left, on screen";
-    EXPECT_EQ(ScreenFit::Beside({300, 50, 1060, 660}, 900, size, {0, 0, 1600, 1000}), QPoint(30, 50)) << "over the sky";
-    EXPECT_EQ(ScreenFit::Beside({0, 0, 800, 600}, 500, size, {0, 0, 800, 600}), QPoint(0, 0)) << "no room at all";
+    EXPECT_EQ(ScreenFit::Beside({300, 50, 1060, 660}, {900, 99}, size, {0, 0, 1600, 1000}), QPoint(30, 99))
+        << "over the sky";
+    EXPECT_EQ(ScreenFit::Beside({0, 0, 800, 600}, {500, 49}, size, {0, 0, 800, 600}), QPoint(0, 0)) << "no room at all";
 }
 
 TEST_F(PlanetariumStory, DeveloperCallsAndTheLogAreForDevelopers)

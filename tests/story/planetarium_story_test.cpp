@@ -109,6 +109,14 @@ TEST_F(PlanetariumStory, DeveloperCallsAndTheLogAreForDevelopers)
     EXPECT_EQ(Entries(Menu(1)), "場所を開く 都市名選択 「場所」を隠す | 天体");
     EXPECT_EQ(Entries(Menu(3)),
               "日時を変える 1時間進める 1時間戻す 現在の時刻にする 時計を進める | 標準時 世界時 地方平時");
+    Host().SetInstant(QDateTime(QDate(2031, 12, 31), QTime(23, 30), Qt::UTC));
+    Host().SetTimeSystem(TimeSystem::LocalMean);
+    Menu(3).actions().at(1)->trigger();
+    EXPECT_TRUE(Says(u"2032年01月01日  00:30:00"_s)) << "an hour on, universal time";
+    EXPECT_TRUE(Says(u"2032年01月01日  09:48:46"_s)) << "and the mean time of Tokyo";
+    EXPECT_TRUE(Says(u"地方平時（UT+9:19）"_s));
+    Menu(3).actions().at(2)->trigger();
+    EXPECT_TRUE(Says(u"2031年12月31日  23:30:00"_s)) << "an hour back";
     EXPECT_FALSE(Window().findChild<QPlainTextEdit*>()->isVisible());
     Quit();
     Start(Audience::Developer);

@@ -11,6 +11,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QCheckBox>
+#include <QDateTimeEdit>
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
@@ -18,10 +19,12 @@
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QProcess>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QTest>
 #include <QTextBlock>
 #include <QTextBrowser>
+#include <QTimer>
 #include <QTreeWidget>
 
 using namespace Qt::StringLiterals;
@@ -175,6 +178,25 @@ TEST_F(PlanetariumStory, TheClockRunsQuietlyAndCanBeHeld)
     EXPECT_FALSE(Host().IsClockRunning());
     QTest::qWait(1200);
     EXPECT_EQ(begin.msecsTo(Observer().GetInstant()), gone);
+}
+
+TEST_F(PlanetariumStory, AnInstantIsEnteredInTheTimeThatIsShown)
+{
+    Start();
+    Host().SetInstant(QDateTime(QDate(2031, 12, 31), QTime(23, 30), Qt::UTC));
+    QTimer::singleShot(0, &Window(), [] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        ASSERT_NE(dialog, nullptr);
+        auto* edit = dialog->findChild<QDateTimeEdit*>();
+        EXPECT_EQ(edit->text(), u"2032年01月01日 08:30:00"_s);
+        edit->setDateTime(edit->dateTime().addSecs(60));
+        for (auto* button : dialog->findChildren<QPushButton*>()) {
+            if (button->text() == u"OK"_s)
+                button->click();
+        }
+    });
+    Menu(3).actions().constFirst()->trigger();
+    EXPECT_EQ(Observer().GetInstant(), QDateTime(QDate(2031, 12, 31), QTime(23, 31), Qt::UTC));
 }
 
 class GuideStory : public PlanetariumStory

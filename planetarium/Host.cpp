@@ -25,7 +25,6 @@ using namespace Qt::StringLiterals;
 namespace
 {
 constexpr int EngineId = 1;
-constexpr int ClockStep = 1000; // milliseconds
 constexpr int SaveDelay = 1000; // milliseconds; not at every key
 } // namespace
 
@@ -57,7 +56,8 @@ CHost::CHost(QWidget* mainWindow, DataFolders folders)
     PlaceEngine();
     TellZone();
     OnObserverChange(CKPDateObs::Change::Time);
-    m_clock.setInterval(ClockStep);
+    m_clock.setSingleShot(true);
+    m_clock.setTimerType(Qt::PreciseTimer);
     connect(&m_clock, &QTimer::timeout, this, &CHost::Tick);
     m_saveSoon.setSingleShot(true);
     m_saveSoon.setInterval(SaveDelay);
@@ -157,11 +157,12 @@ void CHost::PassOnTime()
 
 void CHost::RunClock(bool run)
 {
-    if (run == IsClockRunning())
+    if (run == m_isClockRunning)
         return;
+    m_isClockRunning = run;
     if (run) {
         m_sinceTick.start();
-        m_clock.start();
+        AwaitNextSecond();
     } else {
         Tick(); // what has passed of the second
         m_clock.stop();
@@ -174,6 +175,15 @@ void CHost::Tick()
 {
     const QScopedValueRollback silent(m_isTick, true); // once a second, it would bury all else in the log
     m_observer.SetUT(m_observer.GetInstant().addMSecs(m_sinceTick.restart()));
+    AwaitNextSecond();
+}
+
+/// Ticks when another second is to be shown, so that none is skipped.
+void CHost::AwaitNextSecond()
+{
+    constexpr int second = 1000; // milliseconds, as the next
+    constexpr int margin = 2;    // a timer may be early by one
+    m_clock.start(second - m_observer.GetInstant().time().msec() + margin);
 }
 
 /// Takes the altitude of the observer's place from the engine, which asks the terrain unless it is told not to.
@@ -311,6 +321,10 @@ void CHost::RefillSoon()
 void CHost::SetInstant(const QDateTime& instant)
 {
     m_observer.SetUT(instant);
+    if (m_isClockRunning) {
+        m_sinceTick.start();
+        AwaitNextSecond();
+    }
 }
 
 void CHost::SetTimeSystem(TimeSystem system)

@@ -49,7 +49,7 @@ public:
     void SetInstant(const QDateTime& instant);
     /// Lets the sky's time go on second by second, or holds it; it stands when the host is made.
     void RunClock(bool run);
-    [[nodiscard]] bool IsClockRunning() const { return m_clock.isActive(); }
+    [[nodiscard]] bool IsClockRunning() const { return m_isClockRunning; }
     void SetTimeSystem(TimeSystem system);
     /// Moves the observer on the current body from outside the dialog: degrees and metres.
     void MoveObserver(double longitude, double latitude, double altitude);
@@ -69,6 +69,7 @@ private:
     void OnObserverChange(CKPDateObs::Change change);
     void PassOnTime();
     void Tick();
+    void AwaitNextSecond();
     void Speak(const QString& who, const QString& line, const QString& answer);
     void FindAltitude();
     void TakeOverAltitude();
@@ -99,7 +100,8 @@ private:
     QTimer m_clock;
     QTimer m_saveSoon;
     QElapsedTimer m_sinceTick;
-    QDate m_eclipseDate;        ///< universal time; of the day that the dialog asked for the eclipse last
+    QDate m_eclipseDate; ///< universal time; of the day that the dialog asked for the eclipse last
+    bool m_isClockRunning = false;
     bool m_isTick = false;      ///< the clock moves the time
     bool m_isRefillDue = false; ///< a refill of the dialog is queued
     bool m_quiet = false;       ///< the observer object only catches up with the engine

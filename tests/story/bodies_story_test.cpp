@@ -100,6 +100,14 @@ TEST_F(BodiesStory, AutomaticAltitudeIsForTheEarthAlone)
     EXPECT_EQ(TextOf(ObsId::EditAlt), "1");
     ChooseBody(BodyTable::Earth);
     EXPECT_TRUE(IsChecked(ObsId::RadioAltAuto)) << "the choice is kept for the Earth";
+    ChooseBody(Jupiter);
+    Press(Qt::Key_Escape); // saves what is shown, 手動
+    Quit();
+    Start();
+    OpenSite();
+    EXPECT_TRUE(IsChecked(ObsId::RadioAltManual));
+    ChooseBody(BodyTable::Earth);
+    EXPECT_TRUE(IsChecked(ObsId::RadioAltAuto)) << "in the next run, too";
     Host().Engine().Command(u"Solar.Planet.Earth.Landscape.AutoGetAltitude = FALSE"_s);
     Site().InitLocation(0);
     EXPECT_TRUE(IsChecked(ObsId::RadioAltManual)) << "switched elsewhere";

@@ -11,6 +11,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QCheckBox>
+#include <QDateTimeEdit>
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
@@ -18,10 +19,12 @@
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QProcess>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QTest>
 #include <QTextBlock>
 #include <QTextBrowser>
+#include <QTimer>
 #include <QTreeWidget>
 
 using namespace Qt::StringLiterals;
@@ -109,6 +112,14 @@ TEST_F(PlanetariumStory, DeveloperCallsAndTheLogAreForDevelopers)
     EXPECT_EQ(Entries(Menu(1)), "場所を開く 都市名選択 「場所」を隠す | 天体");
     EXPECT_EQ(Entries(Menu(3)),
               "日時を変える 1時間進める 1時間戻す 現在の時刻にする 時計を進める | 標準時 世界時 地方平時");
+    Host().SetInstant(QDateTime(QDate(2031, 12, 31), QTime(23, 30), Qt::UTC));
+    Host().SetTimeSystem(TimeSystem::LocalMean);
+    Menu(3).actions().at(1)->trigger();
+    EXPECT_TRUE(Says(u"2032年01月01日  00:30:00"_s)) << "an hour on, universal time";
+    EXPECT_TRUE(Says(u"2032年01月01日  09:48:46"_s)) << "and the mean time of Tokyo";
+    EXPECT_TRUE(Says(u"地方平時（UT+9:19）"_s));
+    Menu(3).actions().at(2)->trigger();
+    EXPECT_TRUE(Says(u"2031年12月31日  23:30:00"_s)) << "an hour back";
     EXPECT_FALSE(Window().findChild<QPlainTextEdit*>()->isVisible());
     Quit();
     Start(Audience::Developer);
@@ -167,6 +178,25 @@ TEST_F(PlanetariumStory, TheClockRunsQuietlyAndCanBeHeld)
     EXPECT_FALSE(Host().IsClockRunning());
     QTest::qWait(1200);
     EXPECT_EQ(begin.msecsTo(Observer().GetInstant()), gone);
+}
+
+TEST_F(PlanetariumStory, AnInstantIsEnteredInTheTimeThatIsShown)
+{
+    Start();
+    Host().SetInstant(QDateTime(QDate(2031, 12, 31), QTime(23, 30), Qt::UTC));
+    QTimer::singleShot(0, &Window(), [] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        ASSERT_NE(dialog, nullptr);
+        auto* edit = dialog->findChild<QDateTimeEdit*>();
+        EXPECT_EQ(edit->text(), u"2032年01月01日 08:30:00"_s);
+        edit->setDateTime(edit->dateTime().addSecs(60));
+        for (auto* button : dialog->findChildren<QPushButton*>()) {
+            if (button->text() == u"OK"_s)
+                button->click();
+        }
+    });
+    Menu(3).actions().constFirst()->trigger();
+    EXPECT_EQ(Observer().GetInstant(), QDateTime(QDate(2031, 12, 31), QTime(23, 31), Qt::UTC));
 }
 
 class GuideStory : public PlanetariumStory

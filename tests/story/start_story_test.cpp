@@ -7,6 +7,7 @@
 #include "tests/story/StoryFixture.h"
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QFile>
 #include <QLineEdit>
 #include <QTest>
@@ -89,6 +90,11 @@ TEST_F(StartStory, StartsWhereItWasLeft)
     Start();
     EXPECT_EQ(Where(), left);
     EXPECT_EQ(Window().geometry(), QRect(31, 47, 700, 520));
+    for (const QAction* action : Window().findChildren<QAction*>()) {
+        if (action->isChecked() && action->text().contains(u'時')) {
+            EXPECT_EQ(action->text(), u"地方平時(&L)"_s);
+        }
+    }
     OpenSite();
     EXPECT_EQ(Site().y(), siteTop);
     EXPECT_EQ(TextOf(ObsId::EditLngDeg), "77");
@@ -100,27 +106,36 @@ TEST_F(StartStory, StartsWhereItWasLeft)
 TEST_F(StartStory, ACrashLosesNoSite)
 {
     Start();
-    OpenSite();
-    Enter(ObsId::EditLatDeg);
-    Type("12");
-    const std::string left = Where();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return SettingsFile().contains(", 12.68922222, 0.000"); }, 5000))
-        << SettingsFile().toStdString();
-    Crash();
-    Start();
-    EXPECT_EQ(Where(), left);
+    for (const char* written : {"139.69177778, 12.68922222, 0.000", "-20.00000000, -30.00000000, 8.000"}) {
+        if (*written == '1') {
+            OpenSite();
+            Enter(ObsId::EditLatDeg);
+            Type("12");
+        } else
+            Host().MoveObserver(-20.0, -30.0, 8.0);
+        const std::string left = Where();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return SettingsFile().contains(written); }, 5000))
+            << SettingsFile().toStdString();
+        Crash();
+        Start();
+        EXPECT_EQ(Where(), left);
+    }
 }
 
 TEST_F(StartStory, SpoiltSettingsDoNoHarm)
 {
     for (const auto& [name, value] :
-         {std::pair(u"Body"_s, u"4"_s), std::pair(u"Site4"_s, u"nan, 95, 1e400"_s), std::pair(u"Site5"_s, u"7"_s),
-          std::pair(u"TimeZone"_s, u"1e99"_s), std::pair(u"TimeSystem"_s, u"7"_s), std::pair(u"WindowMain"_s, u"!!"_s)})
+         {std::pair(u"Site4"_s, u"nan, 5, 5"_s), std::pair(u"Site4"_s, u"10, 95, 5"_s),
+          std::pair(u"Site4"_s, u"361, 5, 5"_s), std::pair(u"Site4"_s, u"10, 5, 1e400"_s),
+          std::pair(u"Site4"_s, u"10, 5"_s), std::pair(u"Site5"_s, u"7"_s), std::pair(u"TimeZone"_s, u"1e99"_s),
+          std::pair(u"TimeSystem"_s, u"7"_s), std::pair(u"WindowMain"_s, u"!!"_s), std::pair(u"Body"_s, u"15"_s)}) {
+        CRegistry::Write(u"Planetarium"_s, u"Body"_s, u"4"_s);
         CRegistry::Write(u"Planetarium"_s, name, value);
-    Start();
-    EXPECT_EQ(Where(), Tokyo);
-    EXPECT_GE(Window().width(), 700);
-    OpenSite();
+        Start();
+        EXPECT_EQ(Where(), Tokyo) << name.toStdString() << ' ' << value.toStdString();
+        EXPECT_GE(Window().width(), 700);
+        Crash(); // so that nothing better is stored
+    }
 }
 
 /// The user's own list is shown on the globe, and there is none before the first run.

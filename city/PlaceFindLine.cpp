@@ -1,5 +1,6 @@
 #include "city/PlaceFindLine.h"
 
+#include "host/dialog/Contrast.h"
 #include "host/dialog/ThemedControls.h"
 #include "host/text/Number.h"
 
@@ -25,6 +26,7 @@ CPlaceFindLine::CPlaceFindLine(QAbstractScrollArea* tree)
     m_edit->setPlaceholderText(u"名前の一部"_s);
     m_edit->setAccessibleName(u"検索する名前"_s);
     m_edit->setMaxLength(mostChars);
+    Contrast::KeepPlaceholderReadable(*m_edit);
     m_edit->installEventFilter(this);
     connect(m_edit, &QLineEdit::textChanged, this, &CPlaceFindLine::TextChanged);
     row->addWidget(m_edit, 1);

@@ -62,7 +62,9 @@ QLabel* CObserverPanel::AddRow(const QString& caption)
 {
     auto* value = new QLabel(this);
     value->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    value->setMinimumWidth(value->fontMetrics().horizontalAdvance(u"0000年00月00日  00:00:00  "_s));
+    // Of one size, so that a new text does not lay out the whole window anew.
+    value->setFixedSize(value->fontMetrics().horizontalAdvance(u"0000年00月00日  00:00:00  "_s),
+                        value->fontMetrics().height());
     static_cast<QFormLayout*>(layout())->addRow(caption, value);
     return value;
 }

@@ -54,5 +54,7 @@ void CSiteChoices::Add(QAction* action, const QString& hint)
 
 void CSiteChoices::ShowBody(const QString& body)
 {
-    m_picture->setText(Qt::convertFromPlainText(u"左の%1をクリックした地点が観測地になります。"_s.arg(body)));
+    const QString text = u"左の%1をクリックした地点が観測地になります。"_s.arg(body);
+    if (m_picture->text() != text)
+        m_picture->setText(text);
 }

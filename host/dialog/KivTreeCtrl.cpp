@@ -1,5 +1,7 @@
 #include "host/dialog/KivTreeCtrl.h"
 
+#include "host/dialog/Contrast.h"
+
 #include <QApplication>
 #include <QHeaderView>
 #include <QInputMethodEvent>
@@ -215,7 +217,7 @@ void CKivTreeCtrl::drawRow(QPainter* painter, const QStyleOptionViewItem& option
 void CKivTreeCtrl::drawBranches(QPainter* painter, const QRect& rect, const QModelIndex& index) const
 {
     painter->save();
-    const QColor ink = palette().color(QPalette::Disabled, QPalette::Text);
+    const QColor ink = Contrast::Halfway(palette().color(QPalette::Text), palette().color(QPalette::Base));
     painter->setPen(QPen(ink, 1, Qt::DotLine));
     const int middle = rect.center().y();
     int x = rect.right() + 1 - indentation() / 2;

@@ -1,6 +1,7 @@
 #include "host/dialog/TemplateLoader.h"
 
 #include "host/dialog/ComboAccessible.h"
+#include "host/dialog/Contrast.h"
 #include "host/dialog/KivTreeCtrl.h"
 #include "host/dialog/ThemedControls.h"
 
@@ -70,6 +71,8 @@ QWidget* TemplateLoader::Load(int templateNumber, QWidget* parent)
         return nullptr;
     for (CKivEdit* box : content->findChildren<CKivEdit*>())
         FitToFont(*box);
+    for (QLineEdit* box : content->findChildren<QLineEdit*>())
+        Contrast::KeepPlaceholderReadable(*box);
     for (QWidget* item : NumberedItems(content)) {
         if (!item->property("placeholder").toBool())
             continue;

@@ -1,5 +1,6 @@
 #include "host/dialog/ThemedControls.h"
 
+#include "host/dialog/Contrast.h"
 #include "host/dialog/HeldKey.h"
 #include "host/dialog/NumberInput.h"
 #include "host/text/Number.h"
@@ -18,9 +19,36 @@ using namespace Qt::StringLiterals;
 
 void CKivButton::SetColors(quint32 text, quint32 disabled, quint32 highlighted)
 {
-    setStyleSheet(Number::Format("CKivButton { color: #%06x; } CKivButton:disabled { color: #%06x; } "
-                                 "CKivButton:hover { color: #%06x; }",
-                                 text, disabled, highlighted));
+    m_colors = Number::Format("CKivButton { color: #%06x; } CKivButton:disabled { color: #%06x; } "
+                              "CKivButton:hover { color: #%06x; }",
+                              text, disabled, highlighted);
+    m_textColor = QColor::fromRgb(text);
+    PairColors();
+}
+
+/// The host's look may have another ground than the colours are made for; then the button gets its own. The ground is
+/// asked of the parent, as a style sheet changes the palette of the button itself.
+void CKivButton::PairColors()
+{
+    const QColor ground = (parentWidget() ? parentWidget()->palette() : QPalette()).color(QPalette::Button);
+    const QColor fitting = Contrast::GroundFor(m_textColor, ground);
+    const QString pair =
+        fitting == ground
+            ? QString()
+            : u"CKivButton { background: %1; border: 1px solid %2; border-radius: 3px; padding: 5px 12px; } "
+              "CKivButton:hover { background: %3; } CKivButton:pressed { background: %4; } "
+              "CKivButton:focus { border-color: %5; }"_s.arg(fitting.name(), Contrast::Halfway(fitting, ground).name(),
+                                                             fitting.lighter(115).name(), fitting.darker(125).name(),
+                                                             palette().color(QPalette::Highlight).name());
+    if (const QString sheet = m_colors + pair; sheet != styleSheet())
+        setStyleSheet(sheet);
+}
+
+void CKivButton::changeEvent(QEvent* event)
+{
+    QPushButton::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && !m_colors.isEmpty())
+        PairColors();
 }
 
 void CKivButton::keyPressEvent(QKeyEvent* event)
@@ -156,7 +184,7 @@ void CKivSlider::paintEvent(QPaintEvent* event)
         constexpr int tickLength = 4;
         constexpr int tickDistance = 12; // from the groove to the outer end of a tick
         QPainter painter(this);
-        painter.setPen(palette().color(QPalette::Disabled, QPalette::WindowText));
+        painter.setPen(Contrast::Halfway(palette().color(QPalette::WindowText), palette().color(QPalette::Window)));
         const int span = height() - 2 * handleHalf;
         const int left = width() / 2 - tickDistance;
         const int right = width() / 2 + tickDistance - 1;

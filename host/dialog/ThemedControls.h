@@ -54,11 +54,19 @@ class CKivButton : public QPushButton
 public:
     using QPushButton::QPushButton;
 
-    /// Colours of the text at rest, disabled and under the pointer, 0xRRGGBB each.
+    /// Colours of the text at rest, disabled and under the pointer, 0xRRGGBB each. Where the text cannot be read on the
+    /// palette's buttons, the button gets a ground to go with it.
     void SetColors(quint32 text, quint32 disabled, quint32 highlighted);
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    void PairColors();
+
+    QString m_colors; ///< of the text as a style sheet; empty for the theme's
+    QColor m_textColor;
 };
 
 /// A one-line text box with the caret rules of its dialogs.

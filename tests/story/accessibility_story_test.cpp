@@ -1,32 +1,21 @@
-#include "city/AddCty.h"
-#include "city/DlgCity.h"
-#include "city/DlgCityMoveTo.h"
-#include "city/EdtCty.h"
-#include "city/EdtFld.h"
 #include "controls/sphere/MapAccessible.h"
-#include "host/dialog/DlgCommand.h"
-#include "host/dialog/ThemedControls.h"
-#include "roadmap/DlgMapple.h"
-#include "roadmap/DlgMappleFind.h"
-#include "tests/story/StoryFixture.h"
+#include "tests/story/EveryWindow.h"
 
 #include <QAccessible>
 #include <QSet>
 #include <QTest>
-#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
 namespace
 {
 /// What assistive programs are told of the windows, read from the tree that they read.
-class AccessibilityStory : public CStory
+class AccessibilityStory : public CEveryWindow
 {
 protected:
     /// Visits what can be worked under a window: boxes, lists, buttons, sliders and all that takes the focus.
     static void ExpectNames(QWidget& window)
     {
-        SCOPED_TRACE(window.windowTitle().toStdString());
         QSet<QString> names;
         int count = 0;
         Walk(*QAccessible::queryAccessibleInterface(&window), [&](QAccessibleInterface& item) {
@@ -50,17 +39,6 @@ protected:
         EXPECT_GT(count, 2);
     }
 
-    /// Runs a modal dialog just long enough for a look at it.
-    template <typename Dialog> void ExpectNamesOfModal(Dialog& dialog)
-    {
-        QTimer::singleShot(0, &dialog, [&dialog] {
-            Settle();
-            ExpectNames(dialog);
-            dialog.reject();
-        });
-        dialog.DoModal();
-    }
-
     static QString Told(QWidget& widget, QAccessible::Text kind)
     {
         return QAccessible::queryAccessibleInterface(&widget)->text(kind);
@@ -82,30 +60,7 @@ private:
 
 TEST_F(AccessibilityStory, WhateverCanBeWorkedHasANameOfItsOwn)
 {
-    Start();
-    OpenSite();
-    ExpectNames(Site());
-    ChooseBody(5);
-    ExpectNames(Site());
-    Host().OpenRoadMap(true);
-    Settle();
-    ExpectNames(*Host().RoadMap());
-    auto* find = Host().RoadMap()->findChild<CDlgMappleFind*>();
-    ASSERT_NE(find, nullptr);
-    find->show();
-    ExpectNames(*find);
-    CDlgCity city(&Host().Engine(), &Window());
-    ExpectNamesOfModal(city);
-    CAddCty add(&Window());
-    ExpectNamesOfModal(add);
-    CEdtCty place(&Window());
-    ExpectNamesOfModal(place);
-    CEdtFld folder(&Window());
-    ExpectNamesOfModal(folder);
-    CDlgCityMoveTo move(u"山岳"_s, &Window());
-    ExpectNamesOfModal(move);
-    CDlgCommand console(&Host().Engine(), &Window());
-    ExpectNamesOfModal(console);
+    Visit(ExpectNames);
 }
 
 TEST_F(AccessibilityStory, TheListOfBodiesHasItsNameBesideItsValue)

@@ -71,10 +71,9 @@ double Contrast::Ratio(const QColor& color, const QColor& ground)
 
 QColor Contrast::GroundFor(const QColor& text, const QColor& ground)
 {
-    constexpr double shaded = 5.5; // styles draw their buttons a little brighter or darker than the palette says
-    if (Ratio(text, ground) >= shaded)
+    constexpr double ample = 7.0; // styles draw their buttons brighter or darker than the palette says
+    if (Ratio(text, ground) >= ample)
         return ground;
-    constexpr double ample = 7.0;
     constexpr float step = 0.02F;
     const bool isDark = Ratio(text, Qt::black) > Ratio(text, Qt::white);
     float hue = 0;

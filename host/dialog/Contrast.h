@@ -13,8 +13,8 @@ inline constexpr double Readable = 4.5;
 /// The contrast of a colour, blended over the ground where it is not opaque.
 [[nodiscard]] double Ratio(const QColor& color, const QColor& ground);
 
-/// The ground where the text can be read on it; else the ground's hue, as dark or as bright as the text needs with
-/// something to spare.
+/// The ground where the text can be read on it with something to spare; else the ground's hue, as dark or as bright as
+/// that needs.
 [[nodiscard]] QColor GroundFor(const QColor& text, const QColor& ground);
 
 /// The colour half-way between ink and ground, for lines that are not to stand out.

@@ -57,33 +57,36 @@ void DataFolders::UseShipped(const QString& folder)
         TerrainIndex.clear();
 }
 
-void DataFolders::InstallPlaceList() const
+QString DataFolders::InstallPlaceList() const
 {
-    if (!QDir().mkpath(User))
-        return;
-    if (CCommonFile::IsFileNewerThan(Shipped + ListName, User + ListName) && !Copy(Shipped + ListName, User + ListName))
-        return;
+    QDir().mkpath(User); // where that fails, so do the copies
+    const QString list = User + ListName;
+    if (CCommonFile::IsFileNewerThan(Shipped + ListName, list) && !Copy(Shipped + ListName, list))
+        return list;
     // The site dialog gives its map the user's list only where there is one when it is made. An old one will do: the
     // dialog writes it anew, with the user's changes, as the shipped list is newer.
     const QString userList = User + QString::fromUtf16(CPlacePaths::UserListName);
-    if (!CCommonFile::DoesFileExist(userList) && Copy(Shipped + ListName, userList)) {
-        QFile file(userList);
-        if (file.open(QIODevice::ReadWrite))
-            file.setFileTime(QDateTime::fromSecsSinceEpoch(0), QFileDevice::FileModificationTime);
-    }
+    if (CCommonFile::DoesFileExist(userList) || !CCommonFile::DoesFileExist(Shipped + ListName))
+        return {};
+    if (!Copy(Shipped + ListName, userList))
+        return userList;
+    QFile file(userList);
+    if (file.open(QIODevice::ReadWrite))
+        file.setFileTime(QDateTime::fromSecsSinceEpoch(0), QFileDevice::FileModificationTime);
+    return {};
 }
 
-void DataFolders::InstallRoadMap() const
+QString DataFolders::InstallRoadMap() const
 {
     using Root = CComponentStore::Root;
     using Type = CComponentStore::ValueType;
-    CComponentStore::UseFile(User + u"components.xml"_s);
+    const QString path = User + u"components.xml"_s;
+    CComponentStore::UseFile(path);
     CComponentStore store;
     store.SetValue(Root::Classes, u"CORMPP.CorMppCtrl.2\\CLSID", QString(), {Type::String, RoadMapClassId});
     store.SetValue(Root::Classes, u"CLSID\\"_s + RoadMapClassId + u"\\InprocServer32"_s, QString(),
                    {Type::String, QCoreApplication::applicationFilePath()});
     store.SetValue(Root::LocalMachine, u"SOFTWARE\\Super Mapple\\Version 10.00.1\\Mapple\\App", u"path"_s,
                    {Type::String, Shipped + u"roadmap"_s});
-    // Where the folder cannot be written the checks find no road map; the program goes on without it.
-    (void)store.Save();
+    return store.Save() ? QString() : path;
 }

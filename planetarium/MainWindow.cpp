@@ -3,6 +3,7 @@
 #include "host/dialog/Help.h"
 #include "host/dialog/HostMessage.h"
 #include "host/dialog/ScreenFit.h"
+#include "host/system/Registry.h"
 #include "obs/core/BodyTable.h"
 #include "planetarium/ObserverPanel.h"
 #include "planetarium/SiteChoices.h"
@@ -45,7 +46,7 @@ QGroupBox* Framed(const QString& title, QWidget* content, QWidget* parent)
 }
 } // namespace
 
-CMainWindow::CMainWindow(const DataFolders& folders, Audience audience)
+CMainWindow::CMainWindow(const DataFolders& folders, Audience audience) : m_failures(*this)
 {
     setWindowTitle(u"プラネタリウム"_s);
     setProperty("windowMemory", u"WindowMain"_s);
@@ -57,6 +58,7 @@ CMainWindow::CMainWindow(const DataFolders& folders, Audience audience)
     statusBar()->addWidget(m_note, 1);
     statusBar()->addPermanentWidget(m_progress);
 
+    Install(folders);
     m_host = std::make_unique<CHost>(this, folders);
     m_host->Engine().setMinimumSize(240, 200);
     m_host->Engine().show();
@@ -75,6 +77,18 @@ CMainWindow::CMainWindow(const DataFolders& folders, Audience audience)
     connect(m_host.get(), &CHost::ObserverChanged, this, &CMainWindow::Refresh);
     Refresh();
     m_host->Engine().setFocus();
+}
+
+void CMainWindow::Install(const DataFolders& folders)
+{
+    constexpr qint64 listSize = 1 << 20; // bytes, as the next
+    constexpr qint64 storeSize = 1 << 12;
+    if (const QString list = folders.InstallPlaceList(); !list.isEmpty())
+        m_failures.Report(u"地名の一覧を用意できませんでした。"_s, list, WriteFailure::Diagnose(list, listSize),
+                          u"付属の一覧を使います。一覧を編集しても、保存できないことがあります。"_s);
+    if (const QString store = folders.InstallRoadMap(); !store.isEmpty())
+        m_failures.Report(u"道路地図を登録できませんでした。"_s, store, WriteFailure::Diagnose(store, storeSize),
+                          u"原因を取り除いて起動し直すまで、道路地図は使えません。"_s);
 }
 
 QWidget* CMainWindow::BuildSide(Audience audience)
@@ -221,5 +235,8 @@ void CMainWindow::closeEvent(QCloseEvent* event)
     m_host->RunClock(false);
     m_host->CloseRoadMap();
     m_host->SiteDialog().Show(0);
+    CWindowMemory::Save(*this);
+    CRegistry::Flush();
+    m_failures.Tell(); // soon would be too late
     QMainWindow::closeEvent(event);
 }

@@ -3,6 +3,7 @@
 #include "planetarium/DataFolders.h"
 #include "planetarium/Host.h"
 #include "planetarium/WindowMemory.h"
+#include "planetarium/WriteFailures.h"
 
 #include <QMainWindow>
 
@@ -25,6 +26,7 @@ class CMainWindow : public QMainWindow
     Q_OBJECT
 
 public:
+    /// Puts into the user's folder what belongs there; what cannot be written there is told.
     explicit CMainWindow(const DataFolders& folders, Audience audience = Audience::Astronomer);
     ~CMainWindow() override;
 
@@ -41,6 +43,7 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    void Install(const DataFolders& folders);
     [[nodiscard]] QWidget* BuildSide(Audience audience);
     void BuildMenus(Audience audience);
     void BuildFileMenu();
@@ -59,6 +62,7 @@ private:
     void ShowProgress(int phase, const QVariant& value);
 
     CWindowMemory m_memory;
+    CWriteFailures m_failures;
     std::unique_ptr<CHost> m_host;
     CObserverPanel* m_panel = nullptr; ///< children of this, as the others
     CSiteChoices* m_choices = nullptr;

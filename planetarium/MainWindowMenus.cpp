@@ -92,6 +92,7 @@ void CMainWindow::BuildBodyMenu(QMenu* bodies)
 void CMainWindow::BuildRoadMapMenu()
 {
     QMenu* maps = menuBar()->addMenu(u"地図(&M)"_s);
+    maps->setToolTipsVisible(true);
     const auto add = [this, maps](const QString& name, bool withObserver) {
         return maps->addAction(name, this, [this, withObserver] { m_host->OpenRoadMap(withObserver); });
     };
@@ -105,8 +106,16 @@ void CMainWindow::BuildRoadMapMenu()
 /// Offers the road map while it is installed, which may change while the program runs.
 void CMainWindow::OfferWhatIsThere()
 {
-    for (QAction* action : {m_roadMap, m_roadMapAlone})
-        action->setEnabled(CHost::HasRoadMap());
+    const bool hasRoadMap = CHost::HasRoadMap();
+    for (QAction* action : {m_roadMap, m_roadMapAlone}) {
+        const QString why =
+            hasRoadMap
+                ? QString()
+                : u"道路地図がこのコンピューターに登録されていません。保存先のフォルダに書き込めることを確認して、起動し直してください。"_s;
+        action->setStatusTip(why);
+        action->setToolTip(why);
+        action->setEnabled(hasRoadMap);
+    }
 }
 
 void CMainWindow::BuildTimeMenu()

@@ -64,8 +64,6 @@ int main(int argc, char** argv)
         CRegistry::UseFile(line.Settings.value_or(own + u"settings.ini"_s));
 
     CCommonFile::SetModulePath(folders.Shipped);
-    folders.InstallPlaceList();
-    folders.InstallRoadMap();
     ControlClasses::Register(folders.Shipped);
     Guide::Install(folders.Shipped + u"../docs/guide.ja.md"_s);
 

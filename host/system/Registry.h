@@ -1,9 +1,15 @@
 #pragma once
 
+#include "host/system/WriteFailure.h"
+
 #include <QString>
 
+#include <functional>
+
 /// The host's settings: sections of named values in one file of the user. A section name may hold backslashes
-/// ("Dialog\\Obs"). Nothing here fails: a value that cannot be read is absent, one that cannot be written is lost.
+/// ("Dialog\\Obs"). A value that cannot be read is absent. One that cannot be written holds while the program runs; the
+/// listener is told, and the next writing tries again. The file is replaced whole or stays as it was, and what another
+/// program wrote into it in the meantime is kept.
 class CRegistry
 {
 public:
@@ -27,6 +33,10 @@ public:
     /// stays in the file used until then.
     static void UseFile(const QString& path);
 
-    /// Writes what is pending to disk; also done now and then by the event loop and at the end of the program.
+    /// Writes what is pending to disk; also done by the event loop after each change and at the end of the program.
     static void Flush();
+
+    /// Hears how each attempt to write the file ended; none when empty.
+    using WriteListener = std::function<void(const QString& path, WriteFailure::Cause cause)>;
+    static void SetWriteListener(WriteListener listener);
 };

@@ -43,8 +43,6 @@ CStory::~CStory()
 
 void CStory::Start(Audience audience)
 {
-    Folders.InstallPlaceList();
-    Folders.InstallRoadMap();
     m_window = std::make_unique<CMainWindow>(Folders, audience);
     m_window->show();
     EXPECT_TRUE(QTest::qWaitForWindowExposed(m_window.get()));

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "host/system/WriteFailure.h"
+
+#include <QHash>
+#include <QObject>
+#include <QStringList>
+
+class QWidget;
+
+/// Tells the user which file could not be written, why, and what to do: soon, but not in the middle of what wrote it,
+/// and once per file and cause until it could be written again.
+class CWriteFailures : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Listens to the settings. The window, not owned, is the parent of the messages.
+    explicit CWriteFailures(QWidget& window);
+    ~CWriteFailures() override;
+
+    /// A file could not be written, or could be again (no cause). `what` begins the message and `consequence` ends it.
+    void Report(const QString& what, const QString& path, WriteFailure::Cause cause, const QString& consequence);
+    /// Shows at once what is still to be told.
+    void Tell();
+
+private:
+    QWidget& m_window;
+    QHash<QString, WriteFailure::Cause> m_told; ///< by path
+    QStringList m_messages;
+};

@@ -61,7 +61,7 @@ CHost::CHost(QWidget* mainWindow, DataFolders folders)
     connect(&m_clock, &QTimer::timeout, this, &CHost::Tick);
     m_saveSoon.setSingleShot(true);
     m_saveSoon.setInterval(SaveDelay);
-    connect(&m_saveSoon, &QTimer::timeout, this, [this] { SavedState::SaveObserver(m_observer); });
+    connect(&m_saveSoon, &QTimer::timeout, this, &CHost::SaveState);
 }
 
 /// Where the observer stands on a body that is chosen for the first time.
@@ -238,6 +238,7 @@ void CHost::OnEngineLine(const QString& line)
         TakeOverEngineLocation(line.section(u'=', 1).trimmed().startsWith(u"location("_s, Qt::CaseInsensitive));
     } else if (path == QString::fromUtf16(EngineLines::AutoGetAltitude).toLower()) {
         RefillSoon(); // the dialog's own line or the console's
+        m_saveSoon.start();
     } else if (path == u"time.timezone"_s)
         m_toldZone = Number::LeadingDouble(line.section(u'=', 1).trimmed());
 }
@@ -290,18 +291,23 @@ void CHost::SaveState()
 {
     m_saveSoon.stop();
     SavedState::SaveObserver(m_observer);
+    KeepAltitudeMode();
 }
 
-/// Off the Earth the dialog stores 手動, as nothing is automatic there; the choice for the Earth stands in the engine.
-void CHost::OnSiteDialogClosed()
+/// Keeps where the altitude of the Earth comes from, which belongs to the place: an altitude that the user typed would
+/// else give way to the terrain's at the next start. The dialog itself stores it only when it is closed by 閉じる, and
+/// off the Earth as 手動, since nothing is automatic there; the choice for the Earth stands in the engine.
+void CHost::KeepAltitudeMode()
 {
-    SaveState();
-    if (m_observer.GetBody() == BodyTable::Earth || m_folders.TerrainIndex.isEmpty())
+    if (!m_dialog->IsWindow() || m_folders.TerrainIndex.isEmpty())
         return;
     ++m_own;
-    const bool isAutomatic = m_engine.Command(u"? Location.Altitude.AutoGet"_s) == u"TRUE"_s;
+    const int isAutomatic = m_engine.Command(u"? Location.Altitude.AutoGet"_s) == u"TRUE"_s ? 1 : 0;
     --m_own;
-    CRegistry::Write(m_dialog->RegistrySection(), u"AutoAltitude"_s, isAutomatic ? 1 : 0, CRegistry::Flag);
+    int stored = -1;
+    CRegistry::Read(m_dialog->RegistrySection(), u"AutoAltitude"_s, stored, &stored, CRegistry::Flag);
+    if (stored != isAutomatic)
+        CRegistry::Write(m_dialog->RegistrySection(), u"AutoAltitude"_s, isAutomatic, CRegistry::Flag);
 }
 
 /// Refills the dialog once the line that made it necessary is done.

@@ -37,8 +37,6 @@ public:
     void OpenCityList();
     /// Keeps the observer for the next run, at once; a second after each change it is done unasked.
     void SaveState();
-    /// What the site dialog was closed with is made good where it cannot know.
-    void OnSiteDialogClosed();
     /// Whether the road map can be offered on this machine.
     [[nodiscard]] static bool HasRoadMap();
     /// Opens the road map with the observer object, or with the engine alone. An open one of the same kind comes to the
@@ -87,6 +85,7 @@ private:
     void PlaceOnOtherBodies();
     void PlaceSiteDialog();
     void RefillSoon();
+    void KeepAltitudeMode();
 
     DataFolders m_folders;
     CKPDateObs m_observer;

@@ -27,6 +27,7 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
+constexpr int NoticeTime = 4000;   // milliseconds
 constexpr int LongestLog = 5000;   // lines
 constexpr int LongestEntry = 1000; // characters of a line or an answer
 
@@ -71,7 +72,8 @@ CMainWindow::CMainWindow(const DataFolders& folders, Audience audience) : m_fail
     row->addWidget(BuildSide(audience), 2);
     setCentralWidget(center);
     BuildMenus(audience);
-    resize(QSize(1060, 660).boundedTo(ScreenFit::Room(*this)));
+    const int height = audience == Audience::Developer ? 880 : 660;
+    resize(QSize(1060, height).boundedTo(ScreenFit::Room(*this)));
 
     connect(m_host.get(), &CHost::Spoken, this, &CMainWindow::Log);
     connect(m_host.get(), &CHost::ObserverChanged, this, &CMainWindow::Refresh);
@@ -188,8 +190,8 @@ bool CMainWindow::event(QEvent* event)
         ShowProgress(message.First.toInt(), message.Second);
         break;
     case HostWindow::MessageObsClosed:
-        m_note->setText(u"「場所」を閉じました。"_s);
-        m_host->OnSiteDialogClosed();
+        statusBar()->showMessage(u"「場所」を閉じました。"_s, NoticeTime);
+        m_host->SaveState();
         break;
     case HostWindow::MessageDialogClosed:
         activateWindow(); // the user goes on here

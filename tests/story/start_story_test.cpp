@@ -101,6 +101,26 @@ TEST_F(StartStory, StartsWhereItWasLeft)
     ChooseBody(BodyTable::Earth);
     EXPECT_TRUE(IsChecked(ObsId::RadioWest));
     EXPECT_EQ(TextOf(ObsId::EditLngDeg), "74") << "the place on every body is remembered";
+    Window().showMaximized();
+    Quit();
+    Start();
+    EXPECT_TRUE(Window().isMaximized());
+}
+
+TEST_F(StartStory, AnAltitudeTypedByHandIsTheSameInTheNextRun)
+{
+    Start();
+    OpenSite();
+    Click(ObsId::RadioAltManual);
+    Enter(ObsId::EditAlt);
+    Type("123");
+    Site().close(); // the close box
+    Quit();
+    Start();
+    OpenSite();
+    EXPECT_TRUE(IsChecked(ObsId::RadioAltManual));
+    EXPECT_EQ(TextOf(ObsId::EditAlt), "123");
+    EXPECT_EQ(Observer().GetHeight(), 123.0);
 }
 
 TEST_F(StartStory, ACrashLosesNoSite)

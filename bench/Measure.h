@@ -30,8 +30,8 @@ inline double Milliseconds(const std::function<void()>& work)
     return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
 }
 
-/// Time on the processor, which other work on the machine does not lengthen; all that is measured so runs in one thread
-/// and waits for nothing.
+/// Time on the processors, of all threads together, which other work on the machine does not lengthen; all that is
+/// measured so waits for nothing.
 inline double ProcessorMilliseconds(const std::function<void()>& work)
 {
     const std::clock_t start = std::clock();
@@ -46,13 +46,15 @@ inline double Median(std::vector<double> values)
     return *middle;
 }
 
+using Clock = double (*)(const std::function<void()>&);
+
 inline void MeasureMedian(benchmark::State& state, double promise, const std::function<void()>& prepare,
-                          const std::function<void()>& work)
+                          const std::function<void()>& work, Clock time = ProcessorMilliseconds)
 {
     std::vector<double> times;
     for (auto step : state) {
         prepare();
-        times.push_back(ProcessorMilliseconds(work));
+        times.push_back(time(work));
         state.SetIterationTime(times.back() / 1000.0);
     }
     Hold(state, "median_ms", Median(times), promise);

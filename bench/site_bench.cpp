@@ -47,8 +47,6 @@ namespace
 {
 const QString DataFolder = QStringLiteral(KIV_SOURCE_DATA);
 
-using Clock = double (*)(const std::function<void()>&);
-
 /// Times the work against its floor, in turn, and reports the ratio of the medians. What waits for the disk is timed by
 /// the clock on the wall.
 void Compare(
@@ -382,7 +380,8 @@ void OpenDialog(benchmark::State& state)
     MeasureMedian(state, 500.0, prepare, [&] { stage->Open(); });
 }
 
-/// One digit in the seconds of longitude: from the key event until the main globe and the dialog's map are painted.
+/// One digit in the seconds of longitude, by the clock on the wall: from the key event until the main globe and the
+/// dialog's map are painted.
 void TypeDigit(benchmark::State& state)
 {
     CStage stage;
@@ -400,10 +399,12 @@ void TypeDigit(benchmark::State& state)
         [&] {
             QTest::keyClick(edit, static_cast<Qt::Key>(Qt::Key_0 + digit));
             QApplication::processEvents();
-        });
+        },
+        Milliseconds);
 }
 
-/// A click beside the middle of the dialog's map: until the main globe and the map are painted.
+/// A click beside the middle of the dialog's map, by the clock on the wall: until the main globe and the map are
+/// painted.
 void ClickMap(benchmark::State& state)
 {
     CStage stage;
@@ -416,7 +417,8 @@ void ClickMap(benchmark::State& state)
         [&] {
             QTest::mouseClick(map, Qt::LeftButton, {}, map->rect().center() + QPoint(side, side));
             QApplication::processEvents();
-        });
+        },
+        Milliseconds);
 }
 
 /// One step of a held spin button; the toolkit repeats it every 100 ms.

@@ -1,5 +1,6 @@
 #include "controls/sphere/SphereRenderer.h"
 
+#include "controls/sphere/RowCrew.h"
 #include "controls/sphere/TextureSampler.h"
 
 #include <algorithm>
@@ -371,18 +372,18 @@ void CSphereRenderer::Render(QImage& target, const CSphereView& view, const Sphe
         int Column;
         int Bits;
     };
-    std::vector<Block> blocks;
-    CSpotRow spots(target.width() + 1);
-
-    for (int row = 0; row < target.height(); ++row) {
+    uchar* const pixels = target.bits(); // here, where only one thread asks
+    const qsizetype stride = target.bytesPerLine();
+    const int width = target.width();
+    const auto drawRow = [&](int row, std::vector<Block>& blocks, CSpotRow& spots) {
         const float y = static_cast<float>(view.CenterPixel().y() - row - 0.5) * inverse;
         if (std::fabs(y) >= reach)
-            continue;
+            return;
         const auto halfWidth = static_cast<double>(std::sqrt(reach * reach - y * y) * radius);
         const int first = std::max(0, static_cast<int>(std::max(view.CenterPixel().x() - halfWidth, 0.0)));
-        const int end = static_cast<int>(
-            std::clamp(view.CenterPixel().x() + halfWidth + 1, 0.0, static_cast<double>(target.width())));
-        auto* line = reinterpret_cast<quint32*>(target.scanLine(row));
+        const int end =
+            static_cast<int>(std::clamp(view.CenterPixel().x() + halfWidth + 1, 0.0, static_cast<double>(width)));
+        auto* line = reinterpret_cast<quint32*>(pixels + row * stride);
 
         const auto squareAt = [&](float x) { return x * x + y * y; };
         const auto horizontal = [&](int column) { return (static_cast<float>(column) + x0) * inverse; };
@@ -404,11 +405,11 @@ void CSphereRenderer::Render(QImage& target, const CSphereView& view, const Sphe
         };
 
         // Whether even steps between these two points stay within a quarter of a pixel.
-        const auto isFlat = [&](int column, int width) {
-            const float square = std::max(squareAt(horizontal(column)), squareAt(horizontal(column + width)));
-            const auto length = static_cast<float>(width * width);
+        const auto isFlat = [&](int column, int size) {
+            const float square = std::max(squareAt(horizontal(column)), squareAt(horizontal(column + size)));
+            const auto length = static_cast<float>(size * size);
             const float depth = 1 - square; // its third power is the sixth of the depth's
-            return column + width <= end && square < inside &&
+            return column + size <= end && square < inside &&
                    length * length < 4 * radius * radius * depth * depth * depth;
         };
         blocks.clear();
@@ -434,5 +435,11 @@ void CSphereRenderer::Render(QImage& target, const CSphereView& view, const Sphe
                     drawExactly(column, finder.At(horizontal(column), y));
             }
         }
-    }
+    };
+    RowCrew::ForSlices(target.height(), [&](int firstRow, int endRow) {
+        std::vector<Block> blocks;
+        CSpotRow spots(width + 1);
+        for (int row = firstRow; row < endRow; ++row)
+            drawRow(row, blocks, spots);
+    });
 }

@@ -266,7 +266,7 @@ void CHost::OpenSiteDialog()
     if (isFirst)
         PlaceSiteDialog();
     // The showing takes the stored altitude; the terrain's, where it is automatic, comes with a refill.
-    RefillDialog();
+    RefillSoon();
 }
 
 void CHost::PlaceSiteDialog()

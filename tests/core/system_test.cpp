@@ -76,6 +76,14 @@ TEST(Registry, KeepsValuesAndSurvivesNonsense)
     EXPECT_EQ(Integer(u"Dialog\\Obs"_s, u"ViewAngle"_s), -77);
     CRegistry::Write(u"Dialog\\Obs"_s, u"ViewAngle"_s, 5, CRegistry::Count);
     EXPECT_EQ(Integer(u"Dialog\\Obs"_s, u"ViewAngle"_s), 5);
+    // What another program wrote in the meantime is kept.
+    CRegistry::UseFile(path);
+    CRegistry::Write(u"Dialog\\Obs"_s, u"ViewAngle"_s, 5, CRegistry::Count);
+    WriteFile(path, "[Default]\nlocation=elsewhere\n");
+    CRegistry::UseFile(folder.filePath(u"other.ini"_s));
+    CRegistry::UseFile(path);
+    EXPECT_EQ(Integer(u"Dialog\\Obs"_s, u"ViewAngle"_s), 5);
+    EXPECT_EQ(Text(u"Default"_s, u"location"_s), u"elsewhere"_s);
     CRegistry::UseFile(folder.filePath(u"other.ini"_s));
 }
 

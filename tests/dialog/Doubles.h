@@ -75,6 +75,8 @@ public:
     void Expect(const char* text, Icon icon, Buttons buttons = Buttons::Ok, Answer answer = Answer::Ok);
     /// Answers the next file dialog with the path, empty for cancel.
     void ExpectFile(const QString& path) { m_files.push_back(path); }
+    /// Whether all that was expected has come.
+    [[nodiscard]] bool AreDone() const { return m_expected.empty() && m_files.empty(); }
     Answer Show(QWidget* parent, const QString& text, Icon icon, Buttons buttons) override;
     QString OpenFile(QWidget* parent) override;
 

@@ -1,4 +1,5 @@
 #include "controls/globe_map/GlobeMap.h"
+#include "controls/sphere/RowCrew.h"
 #include "host/control/ControlNumbers.h"
 #include "host/text/CodePage932.h"
 #include "tests/TestFile.h"
@@ -9,7 +10,9 @@
 #include <QTest>
 #include <QtEndian>
 
+#include <algorithm>
 #include <array>
+#include <atomic>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
@@ -339,6 +342,18 @@ TEST_F(GlobeMapTest, LandIsGreenFromNear)
         m_map.Invoke(Method::SetCenter, {sample.Place.Longitude, sample.Place.Latitude});
         const QColor color = Picture().pixelColor(204, 207);
         EXPECT_EQ(color.green() > color.blue(), sample.IsLand) << sample.Place.Longitude;
+    }
+}
+
+TEST(RowCrewTest, EveryRowIsDoneOnce)
+{
+    for (const int count : {0, 1, 23, 24, 25, 1000}) {
+        std::vector<std::atomic<int>> done(static_cast<std::size_t>(count));
+        RowCrew::ForSlices(count, [&done](int first, int end) {
+            for (int row = first; row < end; ++row)
+                ++done.at(static_cast<std::size_t>(row));
+        });
+        EXPECT_TRUE(std::all_of(done.begin(), done.end(), [](int times) { return times == 1; })) << count;
     }
 }
 

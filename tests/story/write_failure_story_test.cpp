@@ -100,7 +100,8 @@ TEST_F(WriteFailureStory, WhatTheLastSessionCannotStoreIsToldBeforeItEnds)
     ASSERT_TRUE(QDir().mkdir(Folder.filePath(u"settings.ini"_s))); // in the file's place
     Host().MoveObserver(10.0, 20.0, 30.0);
     ExpectSettingsFailure("同じ名前のフォルダか装置があります。");
-    Quit();
+    Window().close();
+    EXPECT_TRUE(Prompts.AreDone()) << "later nothing would be shown any more";
 }
 
 TEST_F(WriteFailureStory, AFolderThatCannotBeMadeIsToldWithWhatItMeans)

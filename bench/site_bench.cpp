@@ -8,8 +8,8 @@
 #include "controls/road_map/RoadMap.h"
 #include "host/control/ControlNumbers.h"
 #include "host/control/ControlRegister.h"
-#include "host/control/CorMpp.h"
 #include "host/control/RoadMapResults.h"
+#include "host/control_window/CorMpp.h"
 #include "host/dialog/Theme.h"
 #include "host/dialog/ThemedControls.h"
 #include "host/system/CommonFile.h"
@@ -290,7 +290,7 @@ void RedrawGlobe(benchmark::State& state)
 void RedrawRoadMap(benchmark::State& state)
 {
     using namespace ControlNumber::RoadMap;
-    constexpr double unit = CCorMpp::MillisecondsPerDegree;
+    constexpr double unit = ControlNumber::RoadMap::MillisecondsPerDegree;
     CRoadMap map(nullptr, DataFolder);
     map.resize(640, 480);
     map.show();

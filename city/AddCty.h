@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/dialog/KivDialog.h"
-#include "obs/kivobs_export.h"
+#include "module/kivobs_export.h"
 
 /// Asks whether a place or a folder is to be added to the place list.
 class KIVOBS_EXPORT CAddCty : public CKivDialog

@@ -3,10 +3,11 @@
 #include "city/core/CoordinateBlock.h"
 #include "city/core/PlaceEntryRules.h"
 #include "host/dialog/KivDialog.h"
+#include "module/kivobs_export.h"
 
 /// A dialog that shows the position of a place: it binds the coordinate block to the boxes of its template and lets
 /// the rules of its owner watch over them. The city list and the place editor are such dialogs.
-class CCoordinateDialog : public CKivDialog
+class KIVOBS_EXPORT CCoordinateDialog : public CKivDialog
 {
     Q_OBJECT
 

@@ -5,9 +5,9 @@
 #include "city/core/PlaceDocument.h"
 #include "city/core/PlaceFinder.h"
 #include "city/core/PlaceModel.h"
-#include "host/control/CorKivMap.h"
+#include "host/control_window/CorKivMap.h"
 #include "host/dialog/WaitCursor.h"
-#include "obs/kivobs_export.h"
+#include "module/kivobs_export.h"
 
 #include <QPointer>
 

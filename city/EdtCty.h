@@ -1,8 +1,8 @@
 #pragma once
 
 #include "city/CoordinateDialog.h"
-#include "host/control/CorKivMap.h"
-#include "obs/kivobs_export.h"
+#include "host/control_window/CorKivMap.h"
+#include "module/kivobs_export.h"
 
 /// The place editor: edits one place of the list, its name, position, altitude, time zone and kind.
 class KIVOBS_EXPORT CEdtCty : public CCoordinateDialog

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/dialog/KivDialog.h"
-#include "obs/kivobs_export.h"
+#include "module/kivobs_export.h"
 
 /// The folder editor: edits the name of a folder of the place list.
 class KIVOBS_EXPORT CEdtFld : public CKivDialog

@@ -1,5 +1,5 @@
-#include "controls/road_map/MarksFile.h"
-#include "controls/road_map/RoadMapData.h"
+#include "controls/core/MarksFile.h"
+#include "controls/core/RoadMapData.h"
 
 #include <QByteArray>
 

@@ -5,10 +5,10 @@
 #include "host/dialog/HostMessage.h"
 #include "host/dialog/ThemedControls.h"
 #include "host/dialog/WaitCursor.h"
+#include "host/observer/BodyTable.h"
 #include "host/observer/KPDateObs.h"
 #include "host/system/CommonFile.h"
 #include "obs/ControlIds.h"
-#include "obs/core/BodyTable.h"
 #include "obs/core/EngineLines.h"
 #include "res/StringTable.h"
 

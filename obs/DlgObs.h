@@ -1,14 +1,14 @@
 #pragma once
 
-#include "host/control/CorKiv.h"
-#include "host/control/CorKivMap.h"
+#include "host/control_window/CorKiv.h"
+#include "host/control_window/CorKivMap.h"
 #include "host/dialog/KivDialog.h"
 #include "host/dialog/WheelNotch.h"
+#include "module/kivobs_export.h"
 #include "obs/core/EntryRules.h"
 #include "obs/core/Magnification.h"
 #include "obs/core/ObsSettings.h"
 #include "obs/core/SiteLocation.h"
-#include "obs/kivobs_export.h"
 
 #include <QRect>
 #include <QString>

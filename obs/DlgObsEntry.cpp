@@ -1,12 +1,12 @@
 // Coordinate entry: the split form, its boxes, spin buttons and radios, and how a location is applied.
 
 #include "host/dialog/ThemedControls.h"
+#include "host/observer/BodyTable.h"
 #include "host/observer/CommonCoordFormat.h"
 #include "host/observer/KPDateObs.h"
 #include "host/text/Number.h"
 #include "obs/ControlIds.h"
 #include "obs/DlgObs.h"
-#include "obs/core/BodyTable.h"
 #include "obs/core/EngineLines.h"
 #include "res/StringTable.h"
 

@@ -2,11 +2,11 @@
 
 #include "host/control/ControlNumbers.h"
 #include "host/dialog/ThemedControls.h"
+#include "host/observer/BodyTable.h"
 #include "host/observer/CommonCoordFormat.h"
 #include "host/observer/KPDateObs.h"
 #include "host/text/Number.h"
 #include "obs/DlgObs.h"
-#include "obs/core/BodyTable.h"
 #include "obs/core/EngineLines.h"
 
 #include <QPaintEvent>

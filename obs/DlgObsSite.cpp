@@ -2,11 +2,11 @@
 
 #include "host/dialog/DlgCommand.h"
 #include "host/dialog/ThemedControls.h"
+#include "host/observer/BodyTable.h"
 #include "host/observer/KPDateObs.h"
 #include "host/text/Number.h"
 #include "obs/ControlIds.h"
 #include "obs/DlgObs.h"
-#include "obs/core/BodyTable.h"
 #include "obs/core/EclipseColor.h"
 #include "obs/core/EngineLines.h"
 #include "obs/core/InitialPlaceText.h"

@@ -21,12 +21,11 @@ constexpr Option DataOption{u"data", u"フォルダ", u"付属データのフォ
 constexpr Option UserOption{u"user", u"フォルダ", u"地名の一覧を保存するフォルダ"};
 constexpr Option SettingsOption{u"settings", u"ファイル", u"設定ファイル（なければ作成します）"};
 constexpr Option TerrainOption{u"terrain", u"ファイル", u"地形データの索引ファイル（空の文字列で地形なし）"};
-constexpr Option PicturesOption{u"screenshot", u"フォルダ", u"画面を操作して画像を保存し、終了します"};
 constexpr Option DeveloperOption{u"developer", u"", u"開発用のメニューと、コマンドと応答の記録を表示します"};
 constexpr Option VersionOption{u"version", u"", u"バージョンを表示します"};
 constexpr Option HelpOption{u"help", u"", u"この説明を表示します"};
-constexpr std::array Options{DataOption,     UserOption,      SettingsOption, TerrainOption,
-                             PicturesOption, DeveloperOption, VersionOption,  HelpOption};
+constexpr std::array Options{DataOption,      UserOption,    SettingsOption, TerrainOption,
+                             DeveloperOption, VersionOption, HelpOption};
 
 QString Text(const char16_t* text)
 {
@@ -116,7 +115,6 @@ CommandLine CommandLine::Parse(const QStringList& arguments)
     line.User = folder(UserOption);
     line.Settings = value(SettingsOption);
     line.Terrain = value(TerrainOption);
-    line.Pictures = folder(PicturesOption);
     line.IsDeveloper = parser.isSet(Text(DeveloperOption.Name));
     if (mistake.isEmpty())
         mistake = Missing(line);

@@ -12,7 +12,6 @@ struct CommandLine
     std::optional<QString> User;     ///< folder of the user's place files
     std::optional<QString> Settings; ///< file, made when it is missing
     std::optional<QString> Terrain;  ///< terrain index file, empty for no terrain
-    std::optional<QString> Pictures; ///< folder to save pictures into, made when it is missing
     bool IsDeveloper = false;
 
     /// What to print in place of running: help and version with status 0, a mistake with Mistaken.

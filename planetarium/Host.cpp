@@ -2,11 +2,11 @@
 
 #include "host/control/ControlNumbers.h"
 #include "host/dialog/ScreenFit.h"
+#include "host/observer/BodyTable.h"
 #include "host/system/CommonFile.h"
 #include "host/system/Registry.h"
 #include "host/text/Number.h"
 #include "obs/ControlIds.h"
-#include "obs/core/BodyTable.h"
 #include "obs/core/EngineLines.h"
 #include "planetarium/CallText.h"
 #include "planetarium/EclipseData.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/control/CorKiv.h"
+#include "host/control_window/CorKiv.h"
 #include "host/observer/KPDateObs.h"
 #include "obs/DlgObs.h"
 #include "planetarium/DataFolders.h"

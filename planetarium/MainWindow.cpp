@@ -3,8 +3,8 @@
 #include "host/dialog/Help.h"
 #include "host/dialog/HostMessage.h"
 #include "host/dialog/ScreenFit.h"
+#include "host/observer/BodyTable.h"
 #include "host/system/Registry.h"
-#include "obs/core/BodyTable.h"
 #include "planetarium/ObserverPanel.h"
 #include "planetarium/SiteChoices.h"
 

@@ -2,7 +2,7 @@
 
 #include "host/dialog/DlgCommand.h"
 #include "host/dialog/Help.h"
-#include "obs/core/BodyTable.h"
+#include "host/observer/BodyTable.h"
 #include "planetarium/MainWindow.h"
 #include "planetarium/ObserverPanel.h"
 #include "planetarium/SiteChoices.h"

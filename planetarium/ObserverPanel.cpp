@@ -1,8 +1,8 @@
 #include "planetarium/ObserverPanel.h"
 
+#include "host/observer/BodyTable.h"
 #include "host/observer/KPDateObs.h"
 #include "host/text/Number.h"
-#include "obs/core/BodyTable.h"
 #include "obs/core/SiteLocation.h"
 
 #include <QAction>

@@ -87,11 +87,11 @@ void RestoreInitialPlace(CKPDateObs& observer)
 void SavedState::RestoreObserver(CKPDateObs& observer)
 {
     const int body = ReadInteger(u"Body"_s, -1);
-    if (body < 0 || body >= CKPDateObs::BodyCount) {
+    if (body < 0 || body >= BodyTable::Count) {
         RestoreInitialPlace(observer);
         return;
     }
-    for (int each = 0; each < CKPDateObs::BodyCount; ++each) {
+    for (int each = 0; each < BodyTable::Count; ++each) {
         if (const auto site = ReadSite(Read(Section, SiteName(each)))) {
             observer.UpdateLocationObjectByUI(each, 1);
             observer.UpdateObsByUI(site->Longitude, site->Latitude, site->Altitude);
@@ -106,7 +106,7 @@ void SavedState::RestoreObserver(CKPDateObs& observer)
 
 void SavedState::SaveObserver(const CKPDateObs& observer)
 {
-    for (int body = 0; body < CKPDateObs::BodyCount; ++body) {
+    for (int body = 0; body < BodyTable::Count; ++body) {
         Keep(SiteName(body), Number::Format("%.8f, %.8f, %.3f", observer.GetLongitude(body), observer.GetLatitude(body),
                                             observer.GetHeight(body)));
     }

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "host/control/CorMpp.h"
+#include "host/control_window/CorMpp.h"
 #include "host/dialog/KivDialog.h"
-#include "obs/kivobs_export.h"
+#include "module/kivobs_export.h"
 #include "roadmap/core/ScaleTable.h"
 #include "roadmap/core/SitePosition.h"
 

@@ -1,6 +1,6 @@
 #include "roadmap/DlgMappleFind.h"
 
-#include "host/control/CorMpp.h"
+#include "host/control_window/CorMpp.h"
 #include "host/dialog/HeldKey.h"
 #include "host/dialog/HostMessage.h"
 #include "host/dialog/ThemedControls.h"

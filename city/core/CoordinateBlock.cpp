@@ -1,7 +1,7 @@
 #include "city/core/CoordinateBlock.h"
 
+#include "host/observer/BodyTable.h"
 #include "host/text/Number.h"
-#include "obs/core/BodyTable.h"
 
 #include <algorithm>
 #include <cmath>

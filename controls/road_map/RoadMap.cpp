@@ -3,7 +3,6 @@
 #include "controls/sphere/MapFurniture.h"
 #include "host/control/ControlArguments.h"
 #include "host/control/ControlNumbers.h"
-#include "host/control/CorMpp.h"
 #include "host/dialog/Prompts.h"
 
 #include <QEvent>
@@ -15,7 +14,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace ControlArguments;
-namespace Number = ControlNumber::RoadMap;
+namespace Call = ControlNumber::RoadMap;
 
 namespace
 {
@@ -30,8 +29,8 @@ std::optional<GeoPoint> Position(const QVariant& x, const QVariant& y)
     const auto north = FiniteNumber(y);
     if (!east || !north)
         return std::nullopt;
-    return GeoPoint{WrapLongitude(*east / CCorMpp::MillisecondsPerDegree),
-                    std::clamp(*north / CCorMpp::MillisecondsPerDegree, -90.0, 90.0)};
+    return GeoPoint{WrapLongitude(*east / Call::MillisecondsPerDegree),
+                    std::clamp(*north / Call::MillisecondsPerDegree, -90.0, 90.0)};
 }
 } // namespace
 
@@ -53,21 +52,21 @@ CRoadMap::~CRoadMap() = default;
 QVariant CRoadMap::Invoke(int method, const QVariantList& arguments)
 {
     switch (method) {
-    case Number::SetPosition:
+    case Call::SetPosition:
         SetPosition(arguments);
         return {};
-    case Number::Search:
+    case Call::Search:
         return Search(arguments);
-    case Number::GetSearchResult:
+    case Call::GetSearchResult:
         return QVariant::fromValue<qint64>(m_results ? m_results->Handle() : 0);
-    case Number::SetScale:
+    case Call::SetScale:
         SetScale(arguments);
         return {};
-    case Number::CenterMark:
+    case Call::CenterMark:
         if (m_site)
             MoveCenter(*m_site);
         return {};
-    case Number::OpenFile:
+    case Call::OpenFile:
         OpenFile(arguments);
         return {};
     default:
@@ -107,7 +106,7 @@ bool CRoadMap::Search(const QVariantList& arguments)
 
 void CRoadMap::EndSearch(quint64 number, bool isFacility, const QString& text)
 {
-    const int event = isFacility ? Number::EventLandMarkEnd : Number::EventAddressKeyEnd;
+    const int event = isFacility ? Call::EventLandMarkEnd : Call::EventAddressKeyEnd;
     if (number != m_searchNumber)
         return RaiseEvent(event, {StatusCancelled});
     const CRoadMapData& tables = m_painter.Data();

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "controls/road_map/MarksFile.h"
+#include "controls/core/MarksFile.h"
+#include "controls/core/RoadMapData.h"
+#include "controls/core/SphereView.h"
 #include "controls/road_map/ReliefLayer.h"
-#include "controls/road_map/RoadMapData.h"
 #include "controls/sphere/LandmarkLayer.h"
 #include "controls/sphere/LineSet.h"
-#include "controls/sphere/SphereView.h"
 
 #include <QFont>
 #include <QString>

@@ -1,6 +1,6 @@
 #include "controls/sky_engine/BodyTexture.h"
 
-#include "controls/sky_engine/EngineBody.h"
+#include "controls/core/EngineBody.h"
 
 #include <QColor>
 #include <QImageReader>
@@ -149,9 +149,9 @@ QImage Paint(const EngineBody& body, unsigned seed)
 }
 } // namespace
 
-QImage BodyTexture::Load(std::size_t body, const QString& dataFolder)
+QImage BodyTexture::Load(int body, const QString& dataFolder)
 {
-    const EngineBody& look = EngineBodies::All()[body];
+    const EngineBody& look = EngineBodies::Of(body);
     if (!dataFolder.isEmpty()) {
         QImageReader reader(dataFolder + u'/' + QString::fromUtf16(look.Folder) + u"/relief.jpg"_s);
         const QSize size = reader.size();

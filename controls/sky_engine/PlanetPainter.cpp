@@ -1,7 +1,7 @@
 #include "controls/sky_engine/PlanetPainter.h"
 
+#include "controls/core/EngineBody.h"
 #include "controls/sky_engine/BodyTexture.h"
-#include "controls/sky_engine/EngineBody.h"
 #include "controls/sphere/Graticule.h"
 
 #include <QPainter>
@@ -33,7 +33,7 @@ SphereLook Look(const PlanetScene& scene)
     SphereLook look;
     look.Background = Background;
     look.Brightness = scene.Brightness;
-    if (scene.Body == EngineBodies::Sun) {
+    if (scene.Body == BodyTable::Sun) {
         look.LimbDarkening = 0.55;
         look.Atmosphere = QColor(255, 150, 60);
         return look;
@@ -41,7 +41,7 @@ SphereLook Look(const PlanetScene& scene)
     look.Sun = scene.Sun;
     look.NightBrightness = 0.34;
     look.LimbDarkening = 0.25;
-    if (scene.Body == EngineBodies::Earth)
+    if (scene.Body == BodyTable::Earth)
         look.Atmosphere = QColor(120, 170, 255);
     return look;
 }
@@ -76,14 +76,14 @@ CSphereView CPlanetPainter::View(const PlanetScene& scene, QSizeF size)
     return CSphereView::ForAngle(scene.Center, scene.Angle, size);
 }
 
-void CPlanetPainter::LoadBody(std::size_t body)
+void CPlanetPainter::LoadBody(int body)
 {
     if (m_body == body)
         return;
     m_renderer.SetTexture(BodyTexture::Load(body, m_dataFolder));
     m_names.Load(m_dataFolder.isEmpty()
                      ? QString()
-                     : m_dataFolder + u'/' + QString::fromUtf16(EngineBodies::All()[body].Folder) + u"/features.csv"_s);
+                     : m_dataFolder + u'/' + QString::fromUtf16(EngineBodies::Of(body).Folder) + u"/features.csv"_s);
     m_body = body;
 }
 
@@ -98,14 +98,14 @@ void CPlanetPainter::DrawGround(const PlanetScene& scene, const CSphereView& vie
     QPainter painter(&m_ground);
     painter.setFont(font);
     GraticuleStyle style;
-    style.HasFullTurn = scene.Body != EngineBodies::Moon && scene.Body != EngineBodies::Earth;
-    style.CountsWest = !EngineBodies::All()[scene.Body].IsEastPositive;
+    style.HasFullTurn = scene.Body != BodyTable::Moon && scene.Body != BodyTable::Earth;
+    style.CountsWest = !EngineBodies::CountsEast(scene.Body);
     DrawGraticule(painter, view, m_ground.deviceIndependentSize(), style);
 }
 
 void CPlanetPainter::Draw(QImage& frame, const PlanetScene& scene, const QFont& font)
 {
-    if (frame.isNull() || scene.Body >= EngineBodies::All().size())
+    if (frame.isNull())
         return;
     const double ratio = frame.devicePixelRatio();
     const QSizeF size = QSizeF(frame.size()) / ratio;
@@ -134,5 +134,5 @@ void CPlanetPainter::Draw(QImage& frame, const PlanetScene& scene, const QFont& 
         DrawMarker(painter, *observer);
     painter.setPen(CaptionColor);
     painter.drawText(QRectF(QPointF(0.0, 0.0), size).adjusted(10.0, 8.0, -10.0, -8.0), Qt::AlignTop | Qt::AlignLeft,
-                     QString::fromUtf16(EngineBodies::All()[scene.Body].Label));
+                     BodyTable::Label(scene.Body));
 }

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "controls/core/SphereView.h"
 #include "controls/sky_engine/SurfaceNames.h"
 #include "controls/sphere/SphereRenderer.h"
-#include "controls/sphere/SphereView.h"
 
 #include <QFont>
 #include <QImage>
@@ -14,7 +14,7 @@
 /// All that a picture of a planetary globe depends on. Points are degrees, longitude to the east.
 struct PlanetScene
 {
-    std::size_t Body = 0;
+    int Body = 0;
     GeoPoint Center;
     double Angle = 180.0; ///< degrees of surface across the picture, 180 for the whole disc
     GeoPoint Sun;         ///< where the Sun is overhead; without meaning for the Sun
@@ -42,7 +42,7 @@ public:
     void Draw(QImage& frame, const PlanetScene& scene, const QFont& font);
 
 private:
-    void LoadBody(std::size_t body);
+    void LoadBody(int body);
     void DrawGround(const PlanetScene& scene, const CSphereView& view, const QFont& font);
 
     QString m_dataFolder;

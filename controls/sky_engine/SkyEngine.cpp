@@ -1,6 +1,6 @@
 #include "controls/sky_engine/SkyEngine.h"
 
-#include "controls/sky_engine/EngineBody.h"
+#include "controls/core/EngineBody.h"
 #include "controls/sphere/MapFurniture.h"
 #include "host/control/ControlNumbers.h"
 #include "host/text/Number.h"
@@ -43,27 +43,27 @@ QFont JapaneseFont(QFont font)
 }
 
 /// Which surface names belong to the body: the Moon has switches of its own.
-QString NamePath(std::size_t body, const QString& what)
+QString NamePath(int body, const QString& what)
 {
-    return (body == EngineBodies::Moon ? u"Solar.Moon.Surface.Name."_s : u"Solar.Planet.Surface.Name."_s) + what;
+    return (body == BodyTable::Moon ? u"Solar.Moon.Surface.Name."_s : u"Solar.Planet.Surface.Name."_s) + what;
 }
 
-QString GridPath(std::size_t body)
+QString GridPath(int body)
 {
-    if (body == EngineBodies::Sun)
+    if (body == BodyTable::Sun)
         return u"Solar.Sun.Disk.Grid.Visible"_s;
-    if (body == EngineBodies::Moon)
+    if (body == BodyTable::Moon)
         return u"Solar.Planet.Earth.Satellite.Moon.Disk.Grid.Visible"_s;
     return u"Solar.Planet.Disk.Grid.Visible"_s;
 }
 
 /// A longitude of the body's location in words: either way from 0 on the Earth and the Moon, one full turn elsewhere.
-QString LongitudeText(std::size_t body, double longitude, bool hasSeconds)
+QString LongitudeText(int body, double longitude, bool hasSeconds)
 {
-    if (body == EngineBodies::Earth || body == EngineBodies::Moon)
+    if (body == BodyTable::Earth || body == BodyTable::Moon)
         return MapFurniture::LongitudeText(WrapLongitude(longitude), hasSeconds);
     const double turn = EngineBodies::FullTurn(longitude);
-    return MapFurniture::LongitudeText(EngineBodies::All()[body].IsEastPositive ? turn : -turn, hasSeconds);
+    return MapFurniture::LongitudeText(EngineBodies::CountsEast(body) ? turn : -turn, hasSeconds);
 }
 
 short ButtonNumber(Qt::MouseButton button)
@@ -146,7 +146,7 @@ PlanetScene CSkyEngine::Scene() const
     scene.HasGrid = properties.IsTrue(GridPath(scene.Body));
     scene.HasNames = properties.IsTrue(NamePath(scene.Body, u"Visible"_s));
     scene.HasLeadlines = properties.IsTrue(NamePath(scene.Body, u"Leadline.Visible"_s));
-    if (scene.Body == EngineBodies::Moon)
+    if (scene.Body == BodyTable::Moon)
         scene.Brightness = std::clamp(properties.NumberOf(u"Solar.Moon.Brightness") / PlainMoonBrightness, 0.2, 2.0);
     return scene;
 }
@@ -165,8 +165,7 @@ void CSkyEngine::ShowSky()
         return;
     m_shown = scene;
     m_isGlobeShown = isGlobe;
-    const QString name =
-        isGlobe ? QString::fromUtf16(EngineBodies::All()[scene.Body].Label) + u"の地図"_s : u"空の表示"_s;
+    const QString name = isGlobe ? BodyTable::Label(scene.Body) + u"の地図"_s : u"空の表示"_s;
     if (name != accessibleName())
         setAccessibleName(name);
     update();
@@ -203,7 +202,7 @@ void CSkyEngine::PaintNotice(QPainter& painter)
     painter.fillRect(rect(), BackColor);
     painter.setPen(NoticeColor);
     const EngineTime& time = m_state.Time();
-    const QString text = QString::fromUtf16(EngineBodies::All()[m_state.Body()].Label) + u'\n' +
+    const QString text = BodyTable::Label(m_state.Body()) + u'\n' +
                          LongitudeText(m_state.Body(), m_state.Longitude(), true) + u'\n' +
                          MapFurniture::LatitudeText(m_state.Latitude(), true) + u'\n' +
                          Number::Format("%04d年%02d月%02d日  %02d:%02d:%02d UT", time.Year, time.Month, time.Day,

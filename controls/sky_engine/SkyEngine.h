@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/sky_engine/EngineState.h"
+#include "controls/core/EngineState.h"
 #include "controls/sky_engine/PlanetPainter.h"
 #include "controls/sphere/MapAccessible.h"
 #include "host/control/Control.h"

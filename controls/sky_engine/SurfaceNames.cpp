@@ -1,6 +1,6 @@
 #include "controls/sky_engine/SurfaceNames.h"
 
-#include "controls/sky_engine/Statement.h"
+#include "controls/core/Statement.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/sphere/SphereView.h"
+#include "controls/core/SphereView.h"
 
 #include <QColor>
 #include <QSizeF>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "controls/sphere/LandmarkList.h"
-#include "controls/sphere/ScreenGrid.h"
-#include "controls/sphere/SphereView.h"
+#include "controls/core/LandmarkList.h"
+#include "controls/core/ScreenGrid.h"
+#include "controls/core/SphereView.h"
 
 #include <QCache>
 #include <QColor>

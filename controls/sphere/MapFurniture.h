@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/sphere/GeoPoint.h"
+#include "controls/core/GeoPoint.h"
 
 #include <QFont>
 #include <QRectF>

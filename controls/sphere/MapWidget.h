@@ -1,7 +1,7 @@
 #pragma once
 
+#include "controls/core/SphereView.h"
 #include "controls/sphere/MapAccessible.h"
-#include "controls/sphere/SphereView.h"
 
 #include <QImage>
 #include <QWidget>

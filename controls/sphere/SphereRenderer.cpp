@@ -330,19 +330,6 @@ void CSphereRenderer::SetColor(const QColor& color)
     SetTexture(texture);
 }
 
-void CSphereRenderer::SetBands(const std::function<QColor(double latitude)>& band)
-{
-    if (!band)
-        return;
-    QImage texture(2, BandHeight, QImage::Format_RGB32);
-    for (int row = 0; row < BandHeight; ++row) {
-        const QColor color = band(90.0 - (row + 0.5) * 180.0 / BandHeight);
-        texture.setPixelColor(0, row, color);
-        texture.setPixelColor(1, row, color);
-    }
-    SetTexture(texture);
-}
-
 void CSphereRenderer::Render(QImage& target, const CSphereView& view, const SphereLook& look) const
 {
     if (target.isNull())

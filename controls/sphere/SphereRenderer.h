@@ -1,11 +1,10 @@
 #pragma once
 
-#include "controls/sphere/SphereView.h"
+#include "controls/core/SphereView.h"
 
 #include <QColor>
 #include <QImage>
 
-#include <functional>
 #include <optional>
 #include <vector>
 
@@ -32,9 +31,6 @@ public:
     void SetTexture(const QImage& equirectangular);
 
     void SetColor(const QColor& color);
-
-    /// Colours that depend on the latitude (degrees) only: the cloud bands of a gaseous planet.
-    void SetBands(const std::function<QColor(double latitude)>& band);
 
     /// Fills the whole target (made ARGB32 premultiplied when it has another format) with the sphere and what lies
     /// around it. The view counts in pixels of the target; a device pixel ratio of the image plays no part.

@@ -1,10 +1,11 @@
 #pragma once
 
 #include <QVariant>
-#include <QWidget>
 
 #include <functional>
 #include <utility>
+
+class QWidget;
 
 /// A control of the host: methods, properties and events that go by number. Everything the module asks of a sky
 /// engine, a globe map or a road map passes through this one seam; a recording double is twenty lines.

@@ -44,6 +44,7 @@ inline constexpr int EventMagnification = 9;     ///< double magnification, 180 
 /// The road map. Positions are in milliseconds of arc, longitude first.
 namespace RoadMap
 {
+inline constexpr double MillisecondsPerDegree = 3'600'000.0;
 inline constexpr int SetPosition = 1;        ///< bool mark, double x, double y
 inline constexpr int Search = 2;             ///< bool facility, QString text -> bool started
 inline constexpr int GetSearchResult = 3;    ///< -> qint64 number of a CRoadMapResults, 0 for none

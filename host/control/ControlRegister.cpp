@@ -19,10 +19,5 @@ void CControlRegister::Unregister(const QString& className)
 std::unique_ptr<IControl> CControlRegister::Create(const QString& className, QWidget* parent) const
 {
     const Factory factory = m_factories.value(className);
-    if (!factory)
-        return nullptr;
-    std::unique_ptr<IControl> control = factory(parent);
-    if (control && control->Window())
-        control->Window()->hide();
-    return control;
+    return factory ? factory(parent) : nullptr;
 }

@@ -24,7 +24,7 @@ public:
     /// Removes a class; nothing happens when there is none.
     void Unregister(const QString& className);
 
-    /// Creates a control as a hidden child of the parent; null when the class is unknown or its factory refuses.
+    /// Creates a control as a child of the parent; null when the class is unknown or its factory refuses.
     [[nodiscard]] std::unique_ptr<IControl> Create(const QString& className, QWidget* parent) const;
 
 private:

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/control/CorKiv.h"
+#include "host/control_window/CorKiv.h"
 #include "host/dialog/DataExchange.h"
 #include "host/dialog/Prompts.h"
 

@@ -21,7 +21,7 @@ double JulianDay(const QDateTime& instant)
 
 bool IsBody(int body)
 {
-    return body >= 0 && body < CKPDateObs::BodyCount;
+    return body >= 0 && body < BodyTable::Count;
 }
 } // namespace
 
@@ -137,17 +137,7 @@ void CKPDateObs::UpdateLocationObjectByUI(int body, int /*flag*/)
 
 int CKPDateObs::IsSmallObject(int body) const
 {
-    // The Sun and the four giants have no surface to measure metres from.
-    switch (body) {
-    case 0:
-    case 6:
-    case 7:
-    case 8:
-    case 9:
-        return 0;
-    default:
-        return IsBody(body) ? 1 : 0;
-    }
+    return IsBody(body) && BodyTable::Of(body).HasSurface ? 1 : 0;
 }
 
 void CKPDateObs::Tell(Change change) const

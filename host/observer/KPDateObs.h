@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/observer/BodyTable.h"
+
 #include <QDateTime>
 
 #include <array>
@@ -30,8 +32,7 @@ enum class TimeSystem : int
 class CKPDateObs
 {
 public:
-    static constexpr int BodyCount = 15;
-    static constexpr int Earth = 4;
+    static constexpr int Earth = BodyTable::Earth;
     /// Handed to UpdateObsByUI in place of an altitude that the host is to find itself.
     static constexpr double AltitudeLeftToHost = -10000000.0;
 
@@ -102,7 +103,7 @@ private:
 
     QDateTime m_instant;
     int m_body = Earth;
-    std::array<Triple, BodyCount> m_locations;
+    std::array<Triple, BodyTable::Count> m_locations;
     int m_timeSystem = static_cast<int>(TimeSystem::Zone);
     double m_userTz = 9.0;
     double m_magnification = 1.0;

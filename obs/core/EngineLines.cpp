@@ -1,7 +1,7 @@
 #include "obs/core/EngineLines.h"
 
+#include "host/observer/BodyTable.h"
 #include "host/text/Number.h"
-#include "obs/core/BodyTable.h"
 
 using namespace Qt::StringLiterals;
 

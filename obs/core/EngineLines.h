@@ -1,5 +1,7 @@
 #pragma once
 
+#include "module/kivobs_export.h"
+
 #include <QString>
 
 #include <vector>
@@ -22,10 +24,10 @@ inline constexpr char16_t QueryBesselApply[] = u"? Solar.Planet.Earth.BesselElem
 
 /// The lines that set up the embedded engine, in their order. The terrain index line is left out for an empty path;
 /// the path must have no blanks.
-[[nodiscard]] std::vector<QString> SetUp(const QString& terrainIndexPath);
+[[nodiscard]] KIVOBS_EXPORT std::vector<QString> SetUp(const QString& terrainIndexPath);
 
 /// Longitude and latitude in degrees, altitude in metres, throughout.
-[[nodiscard]] QString PlaceOnBody(int body, double longitude, double latitude, double altitude);
+[[nodiscard]] KIVOBS_EXPORT QString PlaceOnBody(int body, double longitude, double latitude, double altitude);
 [[nodiscard]] QString MoveTo(double longitude, double latitude);
 [[nodiscard]] QString MoveToAndShow(double longitude, double latitude);
 [[nodiscard]] QString MoveTo(double longitude, double latitude, double altitude);
@@ -33,13 +35,13 @@ inline constexpr char16_t QueryBesselApply[] = u"? Solar.Planet.Earth.BesselElem
 /// Moves without drawing, so that the terrain's altitude can be asked for; and back again.
 [[nodiscard]] QString MoveToAndCalculate(double longitude, double latitude);
 [[nodiscard]] QString MoveBackTo(double longitude, double latitude, double altitude);
-[[nodiscard]] QString CenterAt(double longitude, double latitude);     ///< six decimals
-[[nodiscard]] QString CenterAtFine(double longitude, double latitude); ///< eight decimals
+[[nodiscard]] KIVOBS_EXPORT QString CenterAt(double longitude, double latitude); ///< six decimals
+[[nodiscard]] QString CenterAtFine(double longitude, double latitude);           ///< eight decimals
 [[nodiscard]] QString CenterLongitude(double longitude);
 [[nodiscard]] QString CenterLatitude(double latitude);
 /// View angle in degrees; the border lines show when the flag is set.
 [[nodiscard]] QString ViewAngle(double degrees, bool isBorderlineVisible);
-[[nodiscard]] QString UniversalTime(int year, int month, int day, int hour, int minute, int second);
+[[nodiscard]] KIVOBS_EXPORT QString UniversalTime(int year, int month, int day, int hour, int minute, int second);
 /// A stored value handed over as it stands.
 [[nodiscard]] QString Assign(const QString& name, const QString& value);
 [[nodiscard]] QString AssignAndShow(const QString& name, const QString& value);

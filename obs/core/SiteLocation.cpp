@@ -1,6 +1,6 @@
 #include "obs/core/SiteLocation.h"
 
-#include "obs/core/BodyTable.h"
+#include "host/observer/BodyTable.h"
 
 #include <algorithm>
 #include <cmath>
@@ -23,7 +23,7 @@ double Signed(double value, int sign)
 
 bool SiteLocationFormat::HasHemisphereChoice(int body)
 {
-    return body == BodyTable::Earth || body == BodyTable::Moon;
+    return BodyTable::Of(body).Longitudes == BodyTable::Longitude::EastOrWest;
 }
 
 SiteLocationFormat::SplitAngle SiteLocationFormat::Split(double degrees, int cap)
@@ -54,9 +54,7 @@ void SiteLocationFormat::SplitLongitude(double longitude, int body, SiteFields& 
         fields.LongitudeHemisphere = isEast ? 0 : 1;
         x = isEast ? x : 360.0 - x;
     } else {
-        constexpr int Sun = 0;
-        constexpr int Venus = 3;
-        fields.LongitudeHemisphere = body == Sun || body == Venus ? 0 : 1;
+        fields.LongitudeHemisphere = BodyTable::Of(body).Longitudes == BodyTable::Longitude::East ? 0 : 1;
     }
     const SplitAngle angle = Split(x, LongitudeCap);
     fields.LongitudeDegrees = angle.Degrees;

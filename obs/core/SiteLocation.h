@@ -1,14 +1,6 @@
 #pragma once
 
-/// A place of the observer. Longitude in degrees (east positive on the Earth and the Moon, 0 to 360 elsewhere),
-/// latitude in degrees (north positive), altitude in metres, time zone in hours east of universal time.
-struct SiteLocation
-{
-    double Longitude = 0.0;
-    double Latitude = 0.0;
-    double Altitude = 0.0;
-    double TimeZone = 0.0;
-};
+#include "module/kivobs_export.h"
 
 /// Longitude, latitude and time zone as the user edits them, in each dialog that shows a position.
 struct CoordinateFields
@@ -49,7 +41,7 @@ inline constexpr double NoTimeZone = 9999.0;
 }
 
 /// Whether the user chooses the hemisphere of this body's longitude: on the Earth and the Moon.
-[[nodiscard]] bool HasHemisphereChoice(int body);
+[[nodiscard]] KIVOBS_EXPORT bool HasHemisphereChoice(int body);
 
 /// Degrees, minutes and seconds of an angle without a sign.
 struct SplitAngle
@@ -69,8 +61,8 @@ inline constexpr int LatitudeCap = 90;
 
 /// Fill the fields of one quantity. Seconds are rounded half up to a tenth and carry into minutes and degrees; the
 /// degrees then stop at 180 (longitude) or 90 (latitude) on every body.
-void SplitLongitude(double longitude, int body, SiteFields& fields);
-void SplitLatitude(double latitude, SiteFields& fields);
+KIVOBS_EXPORT void SplitLongitude(double longitude, int body, SiteFields& fields);
+KIVOBS_EXPORT void SplitLatitude(double latitude, SiteFields& fields);
 
 /// Fill sign, hours and minutes of a time zone in hours. Minutes are rounded without a carry, on purpose: 5.9999 h
 /// shows as 5 h 60 min.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "obs/kivobs_export.h"
+#include "module/kivobs_export.h"
 
 /// Tells a host whether the road-map control is there. Only looks; shows nothing.
 class KIVOBS_EXPORT CCormppCheck

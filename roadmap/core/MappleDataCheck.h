@@ -1,6 +1,6 @@
 #pragma once
 
-#include "obs/kivobs_export.h"
+#include "module/kivobs_export.h"
 
 #include <QString>
 

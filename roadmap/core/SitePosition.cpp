@@ -1,5 +1,6 @@
 #include "roadmap/core/SitePosition.h"
 
+#include "host/control/ControlNumbers.h"
 #include "host/text/Number.h"
 
 #include <algorithm>
@@ -7,7 +8,7 @@
 
 namespace
 {
-constexpr double MillisecondsPerDegree = 3'600'000.0;
+using ControlNumber::RoadMap::MillisecondsPerDegree;
 constexpr double SixtyParts = 60.0;
 constexpr double LargestAngle = 999'999'999.0; // an int holds its degrees
 

@@ -1,7 +1,7 @@
 #include "core_test.h"
+#include "host/observer/BodyTable.h"
 #include "host/system/Registry.h"
 #include "host/text/Number.h"
-#include "obs/core/BodyTable.h"
 #include "obs/core/EclipseColor.h"
 #include "obs/core/EngineLines.h"
 #include "obs/core/EntryRules.h"

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/control/CorKiv.h"
 #include "host/control/RoadMapResults.h"
+#include "host/control_window/CorKiv.h"
 #include "host/observer/KPDateObs.h"
 #include "roadmap/ControlIds.h"
 #include "roadmap/DlgMapple.h"

@@ -1,7 +1,6 @@
 #include "host/dialog/HostMessage.h"
 #include "host/dialog/ThemedControls.h"
 #include "host/system/Registry.h"
-#include "planetarium/DataFolders.h"
 #include "tests/core/core_test.h"
 #include "tests/dialog/ObsFixture.h"
 
@@ -172,39 +171,10 @@ TEST_F(ObsOutside, EngineAnswersOfAnySizeAndContent)
     }
 }
 
-TEST_F(ObsOutside, PlaceListIsInstalledWhereItCanBe)
+TEST_F(ObsOutside, WithoutAListOfTheUsersTheModulesIsShown)
 {
-    const QDateTime now = QDateTime::currentDateTimeUtc();
-    DataFolders folders;
-    folders.UseShipped(Folder.path() + u"/shipped/"_s);
-    folders.User = Folder.path() + u"/new/user/"_s;
-    EXPECT_EQ(folders.TerrainIndex, QString());
-    folders.InstallPlaceList();
-    EXPECT_FALSE(QFile::exists(folders.User + u"kivpel.obs"_s)) << "nothing is shipped";
-
-    QDir().mkpath(folders.Shipped);
-    const QString shipped = folders.Shipped + u"kivpel.obs"_s;
-    const QByteArray bytes("any\0bytes\r\n\xFF", 12);
-    WriteFile(shipped, bytes, now.addDays(-2));
-    folders.InstallPlaceList();
-    const QString copy = folders.User + u"kivpel.obs"_s;
-    EXPECT_EQ(ReadFile(copy), bytes);
-    WriteFile(shipped, "changed", now.addDays(-1)); // still older than the copy made just now
-    folders.InstallPlaceList();
-    EXPECT_EQ(ReadFile(copy), bytes);
-    WriteFile(shipped, "changed", now.addDays(1));
-    folders.InstallPlaceList();
-    EXPECT_EQ(ReadFile(copy), "changed");
-    QFile::remove(shipped);
-    folders.InstallPlaceList();
-    EXPECT_EQ(ReadFile(copy), "changed") << "the copy outlives what was shipped";
-
-    WriteFile(shipped, "new", now.addDays(2));
-    folders.User = copy + u"/below/a/file/"_s;
-    folders.InstallPlaceList();
-    EXPECT_EQ(ReadFile(copy), "changed");
     WriteFile(Folder.filePath(u"module/kivpel.obs"_s), "@A\r\n#\r\n");
-    CDlgObs dialog(&Parent, folders.User, 0);
+    CDlgObs dialog(&Parent, Folder.path() + u"/none/"_s, 0);
     dialog.SetKPDateObs(&Observer);
     Transcript.Take();
     EXPECT_EQ(dialog.DoModeless(&HostEngine, {}), 1);

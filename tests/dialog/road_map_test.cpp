@@ -1,13 +1,8 @@
-#include "controls/road_map/MarksFile.h"
+#include "controls/core/MarksFile.h"
 #include "controls/road_map/RoadMap.h"
 #include "controls/road_map/ScaleBar.h"
 #include "host/control/ControlNumbers.h"
-#include "host/control/CorMpp.h"
 #include "host/text/Number.h"
-#include "planetarium/ControlClasses.h"
-#include "planetarium/DataFolders.h"
-#include "roadmap/core/CormppCheck.h"
-#include "roadmap/core/MappleDataCheck.h"
 #include "tests/TestFile.h"
 #include "tests/dialog/Doubles.h"
 
@@ -30,7 +25,7 @@ namespace
 {
 constexpr double Nan = std::numeric_limits<double>::quiet_NaN();
 constexpr double Infinity = std::numeric_limits<double>::infinity();
-constexpr double Unit = CCorMpp::MillisecondsPerDegree;
+constexpr double Unit = ControlNumber::RoadMap::MillisecondsPerDegree;
 const QString Shipped = QStringLiteral(KIV_SOURCE_DATA);
 
 constexpr char Addresses[] = "# address,name,rank,population,latitude,longitude\n"
@@ -502,28 +497,4 @@ TEST(ShippedRoadMap, TablesAreWholeAndInJapan)
         const RoadMapAddress* near = data.NearestMunicipality({row.X / Unit, row.Y / Unit}, 1.0);
         EXPECT_TRUE(near || row.Address.contains(u"小笠原"_s)) << row.Name.toStdString();
     }
-}
-
-TEST(ShippedRoadMap, IsInstalledByThePlanetarium)
-{
-    QTemporaryDir folder;
-    DataFolders folders;
-    folders.UseShipped(Shipped);
-    folders.User = folder.filePath(u"user/"_s);
-    folders.InstallRoadMap();
-    EXPECT_EQ(CCormppCheck::CheckCorMppInstalled(), 1);
-    EXPECT_EQ(CMappleDataCheck::CheckMappleDataInstalled(), 1);
-    ControlClasses::Register(Shipped);
-    QWidget window;
-    CCorMpp map;
-    ASSERT_TRUE(map.Create(&window, QRect(0, 0, 300, 200), 5241));
-    map.SetScale(1000000);
-    EXPECT_TRUE(map.Search(true, u"天文台"_s));
-
-    folders.Shipped = folder.filePath(u"elsewhere/"_s);
-    folders.InstallRoadMap();
-    EXPECT_EQ(CMappleDataCheck::CheckMappleDataInstalled(), 0) << "the data are gone";
-    folders.User = u"/proc/"_s;
-    folders.InstallRoadMap();
-    EXPECT_EQ(CCormppCheck::CheckCorMppInstalled(), 0);
 }

@@ -1,4 +1,4 @@
-#include "controls/sky_engine/EngineBody.h"
+#include "controls/core/EngineBody.h"
 #include "controls/sky_engine/SkyEngine.h"
 #include "host/control/ControlNumbers.h"
 #include "host/text/Number.h"
@@ -245,7 +245,7 @@ TEST(SkyEngine, LightsTheSideThatFacesTheSun)
          {Moment{"Solar.Planet.Earth", 2451623.815972, 68.1, 0.0}, Moment{"Solar.Planet.Earth", 2451716.5, 180.4, 23.4},
           Moment{"Solar.Planet.Earth.Satellite.Moon", 2448724.5, 67.9, 1.5},
           Moment{"Solar.Planet.Mars", 2451549.5, 185.3, -25.1}}) {
-        const auto body = EngineBodies::Find(QString::fromUtf8(moment.Path));
+        const auto body = BodyTable::Find(QString::fromUtf8(moment.Path));
         ASSERT_TRUE(body.has_value());
         const GeoPoint sun = EngineBodies::SubsolarPoint(*body, moment.JulianDay);
         EXPECT_NEAR(Turn(sun.Longitude, moment.Longitude), 0.0, 1.0) << moment.Path;

@@ -1,19 +1,30 @@
 #include "tests/story/EveryWindow.h"
 
 #include "city/AddCty.h"
+#include "city/ControlIds.h"
 #include "city/DlgCity.h"
-#include "city/DlgCityMoveTo.h"
 #include "city/EdtCty.h"
 #include "city/EdtFld.h"
 #include "host/dialog/DlgCommand.h"
+#include "roadmap/ControlIds.h"
 #include "roadmap/DlgMapple.h"
-#include "roadmap/DlgMappleFind.h"
 
+#include <QAbstractButton>
 #include <QTest>
 #include <QTimer>
 #include <QTreeView>
 
 using namespace Qt::StringLiterals;
+
+namespace
+{
+/// The question where a place goes, which is the city list's own.
+struct CMoveTo : CKivDialog
+{
+    using CKivDialog::CKivDialog;
+    void DoModal() { CKivDialog::DoModal(nullptr); }
+};
+} // namespace
 
 void CEveryWindow::Visit(const std::function<void(QWidget&)>& look)
 {
@@ -38,10 +49,10 @@ void CEveryWindow::Visit(const std::function<void(QWidget&)>& look)
     named(Site());
     Host().OpenRoadMap(true);
     named(*Host().RoadMap());
-    auto* find = Host().RoadMap()->findChild<CDlgMappleFind*>();
-    ASSERT_NE(find, nullptr);
-    find->show();
-    named(*find);
+    Host().RoadMap()->Item<QAbstractButton>(MappleId::ButtonFind)->click();
+    const auto dialogs = Host().RoadMap()->findChildren<CKivDialog*>();
+    ASSERT_EQ(dialogs.size(), 1) << "the search window";
+    named(*dialogs.front());
     CDlgCity city(&Host().Engine(), &Window());
     city.Paths = {Folders.User + u"kivpel.obs"_s, Folder.filePath(u"user.obs"_s), Folder.filePath(u"overlay.json"_s)};
     QTimer::singleShot(0, &city, [&city] { // with its find line open
@@ -55,7 +66,7 @@ void CEveryWindow::Visit(const std::function<void(QWidget&)>& look)
     modal(place);
     CEdtFld folder(&Window());
     modal(folder);
-    CDlgCityMoveTo move(u"山岳"_s, &Window());
+    CMoveTo move(MoveToId::Template, QString(), &Window());
     modal(move);
     CDlgCommand console(&Host().Engine(), &Window());
     modal(console);

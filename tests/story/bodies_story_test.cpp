@@ -2,8 +2,8 @@
 
 #include "city/ControlIds.h"
 #include "host/dialog/ThemedControls.h"
+#include "host/observer/BodyTable.h"
 #include "host/text/Number.h"
-#include "obs/core/BodyTable.h"
 #include "obs/core/SiteLocation.h"
 #include "tests/story/StoryFixture.h"
 

@@ -1,6 +1,6 @@
 #include "controls/globe_map/GlobeMap.h"
 #include "controls/sky_engine/SkyEngine.h"
-#include "obs/core/BodyTable.h"
+#include "host/observer/BodyTable.h"
 #include "tests/story/StoryFixture.h"
 
 using CDrawingStory = CStory;

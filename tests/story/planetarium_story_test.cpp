@@ -3,7 +3,7 @@
 #include "city/ControlIds.h"
 #include "host/dialog/Help.h"
 #include "host/dialog/ScreenFit.h"
-#include "obs/core/BodyTable.h"
+#include "host/observer/BodyTable.h"
 #include "planetarium/Guide.h"
 #include "planetarium/GuideWindow.h"
 #include "tests/story/StoryFixture.h"

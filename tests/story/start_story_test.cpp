@@ -1,9 +1,9 @@
 // From one run to the next: where the program starts, and what of the user's is there again.
 
 #include "city/ControlIds.h"
+#include "host/observer/BodyTable.h"
 #include "host/system/Registry.h"
 #include "host/text/Number.h"
-#include "obs/core/BodyTable.h"
 #include "tests/story/StoryFixture.h"
 
 #include <QAbstractButton>

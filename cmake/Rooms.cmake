@@ -1,0 +1,43 @@
+# A room is a target whose files are listed by name and which links only what it names.
+
+# kiv_room(<name> SOURCES <files> LINKS <targets>): the objects of a room that ends up in a library or program. LINKS may
+# name other rooms; whoever links a room by kiv_link_rooms gets those too. When tests are built, the room is also linked
+# alone with its LINKS and nothing undefined, so that it cannot use what it does not name.
+function(kiv_room name)
+  cmake_parse_arguments(ROOM "" "" "SOURCES;LINKS" ${ARGN})
+  add_library(${name} OBJECT ${ROOM_SOURCES})
+  target_link_libraries(${name} PUBLIC kiv_options ${ROOM_LINKS})
+  set_target_properties(${name} PROPERTIES CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
+  set(rooms ${name})
+  foreach(link ${ROOM_LINKS})
+    get_target_property(below ${link} KIV_ROOMS)
+    if(below)
+      list(APPEND rooms ${below})
+    endif()
+  endforeach()
+  list(REMOVE_DUPLICATES rooms)
+  set_target_properties(${name} PROPERTIES KIV_ROOMS "${rooms}")
+  if(KIV_TESTS AND NOT KIV_SANITIZE)
+    add_library(${name}_alone MODULE)
+    target_link_libraries(${name}_alone PRIVATE ${rooms})
+    target_link_options(${name}_alone PRIVATE LINKER:--no-undefined)
+    set_target_properties(${name}_alone PROPERTIES LINKER_LANGUAGE CXX LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/alone)
+  endif()
+endfunction()
+
+# kiv_link_rooms(<target> <targets>): links the rooms with all that they need, and other libraries.
+function(kiv_link_rooms target)
+  set(all)
+  foreach(link ${ARGN})
+    if(TARGET ${link})
+      get_target_property(below ${link} KIV_ROOMS)
+      if(below)
+        list(APPEND all ${below})
+        continue()
+      endif()
+    endif()
+    list(APPEND all ${link})
+  endforeach()
+  list(REMOVE_DUPLICATES all)
+  target_link_libraries(${target} PRIVATE ${all})
+endfunction()

@@ -1,0 +1,34 @@
+#include "planetarium/StartUp.h"
+
+#include "host/dialog/Theme.h"
+#include "host/system/CommonFile.h"
+#include "host/system/Registry.h"
+#include "planetarium/CommandLine.h"
+#include "planetarium/ControlClasses.h"
+#include "planetarium/Guide.h"
+
+#include <QApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+
+using namespace Qt::StringLiterals;
+
+CStartUp::CStartUp(QApplication& application, const CommandLine& line) : m_folders(DataFolders::Default())
+{
+    QLocale::setDefault(QLocale(QLocale::Japanese, QLocale::Japan));
+    if (m_japanese.load(u"qtbase_ja"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        application.installTranslator(&m_japanese);
+    Theme::Install(application);
+
+    if (line.Data)
+        m_folders.UseShipped(*line.Data);
+    if (line.Terrain)
+        m_folders.TerrainIndex = *line.Terrain;
+    if (line.User)
+        m_folders.User = *line.User;
+    if (line.Settings)
+        CRegistry::UseFile(*line.Settings);
+    CCommonFile::SetModulePath(m_folders.Shipped);
+    ControlClasses::Register(m_folders.Shipped);
+    Guide::Install(m_folders.Shipped + u"../docs/guide.ja.md"_s);
+}

@@ -1,8 +1,10 @@
+#include "controls/core/EclipsePath.h"
 #include "controls/core/LandmarkList.h"
+#include "controls/core/LineSet.h"
 #include "controls/core/TerrainModel.h"
-#include "controls/globe_map/EclipsePath.h"
+#include "controls/globe_map/EclipseLayer.h"
 #include "controls/sky_engine/SurfaceNames.h"
-#include "controls/sphere/LineSet.h"
+#include "controls/sphere/LineDrawing.h"
 #include "fuzz/FuzzFolder.h"
 #include "host/dialog/CommandHistory.h"
 
@@ -44,7 +46,7 @@ void TryLines(const QString& file)
     CLineSet lines;
     if (lines.Load(file)) {
         OnMaps([&lines](QPainter& painter, const CSphereView& view, QSizeF size) {
-            lines.Draw(painter, view, size, 0.5);
+            LineDrawing::Draw(painter, lines, view, size, 0.5);
             (void)lines.Inside(view, size);
         });
     } else if (!lines.IsEmpty()) {
@@ -78,10 +80,10 @@ void TryNames(const QString& file)
 
 void TryEclipse(const QByteArray& bytes)
 {
-    const CEclipsePath path = CEclipsePath::Parse(QString::fromUtf8(bytes));
+    const EclipsePath path = EclipsePath::Parse(QString::fromUtf8(bytes));
     OnMaps([&path](QPainter& painter, const CSphereView& view, QSizeF) {
-        path.Draw(painter, view, Qt::red, true);
-        path.Draw(painter, view, Qt::red, false);
+        EclipseLayer::Draw(painter, view, path, Qt::red, true);
+        EclipseLayer::Draw(painter, view, path, Qt::red, false);
     });
 }
 

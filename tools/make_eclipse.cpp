@@ -1,5 +1,5 @@
 #include "host/text/Number.h"
-#include "tools/EclipsePath.h"
+#include "tools/UmbraPath.h"
 
 #include <QSaveFile>
 
@@ -15,7 +15,7 @@ namespace
 constexpr double Second = 1.0 / 86400.0;
 
 /// The moment between `inside` and `outside` at which the axis leaves the Earth, to a hundredth of a second.
-double EdgeOfPath(const CEclipsePath& path, double inside, double outside)
+double EdgeOfPath(const CUmbraPath& path, double inside, double outside)
 {
     while (std::abs(inside - outside) > 0.01 * Second) {
         const double middle = (inside + outside) / 2.0;
@@ -26,7 +26,7 @@ double EdgeOfPath(const CEclipsePath& path, double inside, double outside)
 
 /// The moments at which the path is computed: every half minute, and closer where the Sun rises or sets and the shadow
 /// races over the ground. Empty when the axis of the shadow misses the Earth.
-std::vector<double> Moments(const CEclipsePath& path, double start)
+std::vector<double> Moments(const CUmbraPath& path, double start)
 {
     constexpr double Step = 30.0 * Second;
     constexpr double FineStep = 2.0 * Second;
@@ -67,7 +67,7 @@ QByteArray Line(const char* name, const std::vector<GroundPoint>& points)
     return text;
 }
 
-void PrintFacts(const CEclipsePath& path, const std::vector<double>& times, const std::vector<GroundPoint>& north,
+void PrintFacts(const CUmbraPath& path, const std::vector<double>& times, const std::vector<GroundPoint>& north,
                 const std::vector<GroundPoint>& south)
 {
     double low = times.front();
@@ -97,9 +97,8 @@ void PrintFacts(const CEclipsePath& path, const std::vector<double>& times, cons
                 const double share = part / 100.0;
                 const GroundPoint& a = line[index - 1];
                 const GroundPoint& b = line[index];
-                least =
-                    std::min(least, CEclipsePath::Distance(place, {a.Longitude + share * (b.Longitude - a.Longitude),
-                                                                   a.Latitude + share * (b.Latitude - a.Latitude)}));
+                least = std::min(least, CUmbraPath::Distance(place, {a.Longitude + share * (b.Longitude - a.Longitude),
+                                                                     a.Latitude + share * (b.Latitude - a.Latitude)}));
             }
         }
         return least;
@@ -128,7 +127,7 @@ int main(int argc, char** argv)
     const auto number = [argv](int index) { return Number::LeadingInt(QByteArrayView(argv[index])); };
     ln_date midnight{number(1), number(2), number(3), 0, 0, 0.0};
     const double start = ln_get_julian_day(&midnight);
-    const CEclipsePath path(Number::LeadingDouble(QByteArrayView(argv[4])));
+    const CUmbraPath path(Number::LeadingDouble(QByteArrayView(argv[4])));
 
     const std::vector<double> moments = Moments(path, start);
     if (moments.empty()) {
@@ -144,7 +143,7 @@ int main(int argc, char** argv)
             times.push_back(day);
             central.push_back(*point);
         }
-        const CEclipsePath::Limits limits = path.LimitsAt(day);
+        const CUmbraPath::Limits limits = path.LimitsAt(day);
         if (limits.North) {
             north.push_back(*limits.North);
         }

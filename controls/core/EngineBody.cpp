@@ -1,13 +1,13 @@
 #include "controls/core/EngineBody.h"
 
+#include "controls/core/Angle.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <numbers>
 
 namespace
 {
-constexpr double Radian = std::numbers::pi / 180.0;
 constexpr double J2000 = 2451545.0;
 constexpr double DaysPerCentury = 36525.0;
 constexpr double Obliquity = 23.43928;
@@ -92,12 +92,12 @@ UnitVector SunDirection(const OrbitElements& orbit, double centuries)
 {
     const double axis = orbit.Axis + orbit.AxisRate * centuries;
     const double eccentricity = std::clamp(orbit.Eccentricity + orbit.EccentricityRate * centuries, 0.0, 0.9);
-    const double inclination = (orbit.Inclination + orbit.InclinationRate * centuries) * Radian;
+    const double inclination = (orbit.Inclination + orbit.InclinationRate * centuries) * RadiansPerDegree;
     const double longitude = orbit.MeanLongitude + orbit.MeanLongitudeRate * centuries;
     const double perihelion = orbit.Perihelion + orbit.PerihelionRate * centuries;
     const double node = orbit.Node + orbit.NodeRate * centuries;
-    const double argument = (perihelion - node) * Radian;
-    const double meanAnomaly = EngineBodies::FullTurn(longitude - perihelion) * Radian;
+    const double argument = (perihelion - node) * RadiansPerDegree;
+    const double meanAnomaly = EngineBodies::FullTurn(longitude - perihelion) * RadiansPerDegree;
     double anomaly = meanAnomaly;
     constexpr int Steps = 10; // Newton's method is at home long before, for every eccentricity of the table
     for (int i = 0; i < Steps; ++i)
@@ -107,12 +107,12 @@ UnitVector SunDirection(const OrbitElements& orbit, double centuries)
     const double across = axis * std::sqrt(1.0 - eccentricity * eccentricity) * std::sin(anomaly);
     const double u = along * std::cos(argument) - across * std::sin(argument);
     const double v = along * std::sin(argument) + across * std::cos(argument);
-    const double nodeCosine = std::cos(node * Radian);
-    const double nodeSine = std::sin(node * Radian);
+    const double nodeCosine = std::cos(node * RadiansPerDegree);
+    const double nodeSine = std::sin(node * RadiansPerDegree);
     const double x = u * nodeCosine - v * nodeSine * std::cos(inclination);
     const double y = u * nodeSine + v * nodeCosine * std::cos(inclination);
     const double z = v * std::sin(inclination);
-    const double tilt = Obliquity * Radian;
+    const double tilt = Obliquity * RadiansPerDegree;
     const double distance = std::hypot(x, y, z);
     return {-x / distance, (z * std::sin(tilt) - y * std::cos(tilt)) / distance,
             (-y * std::sin(tilt) - z * std::cos(tilt)) / distance};
@@ -121,10 +121,10 @@ UnitVector SunDirection(const OrbitElements& orbit, double centuries)
 /// The Moon's rotation follows the swing of its orbit: the greatest terms of pole and meridian.
 void AddLunarSwing(double days, double& rightAscension, double& declination, double& meridian)
 {
-    const double e1 = (125.045 - 0.0529921 * days) * Radian;
-    const double e2 = (250.089 - 0.1059842 * days) * Radian;
-    const double e3 = (260.008 + 13.0120009 * days) * Radian;
-    const double e4 = (176.625 + 13.3407154 * days) * Radian;
+    const double e1 = (125.045 - 0.0529921 * days) * RadiansPerDegree;
+    const double e2 = (250.089 - 0.1059842 * days) * RadiansPerDegree;
+    const double e3 = (260.008 + 13.0120009 * days) * RadiansPerDegree;
+    const double e4 = (176.625 + 13.3407154 * days) * RadiansPerDegree;
     rightAscension += -3.8787 * std::sin(e1) - 0.1204 * std::sin(e2) + 0.0700 * std::sin(e3) - 0.0172 * std::sin(e4);
     declination += 1.5419 * std::cos(e1) + 0.0239 * std::cos(e2) - 0.0278 * std::cos(e3) + 0.0068 * std::cos(e4);
     meridian += 3.5610 * std::sin(e1) + 0.1208 * std::sin(e2) - 0.0642 * std::sin(e3) + 0.0158 * std::sin(e4);
@@ -152,8 +152,8 @@ GeoPoint EngineBodies::SubsolarPoint(int body, double julianDay)
     const UnitVector pole = ToVector({rightAscension, declination});
     const UnitVector node = ToVector({rightAscension + 90.0, 0.0});
     const UnitVector sun = SunDirection(Of(body).Orbit, centuries);
-    const double angle = std::atan2(Dot(sun, Cross(pole, node)), Dot(sun, node)) / Radian;
-    return {FullTurn(angle - meridian), std::asin(std::clamp(Dot(sun, pole), -1.0, 1.0)) / Radian};
+    const double angle = std::atan2(Dot(sun, Cross(pole, node)), Dot(sun, node)) / RadiansPerDegree;
+    return {FullTurn(angle - meridian), std::asin(std::clamp(Dot(sun, pole), -1.0, 1.0)) / RadiansPerDegree};
 }
 
 bool EngineBodies::CountsEast(int body)

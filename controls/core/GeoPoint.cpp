@@ -1,11 +1,11 @@
 #include "controls/core/GeoPoint.h"
 
+#include "controls/core/Angle.h"
+
 #include <cmath>
-#include <numbers>
 
 namespace
 {
-constexpr double DegreesPerRadian = 180.0 / std::numbers::pi;
 } // namespace
 
 UnitVector ToVector(const GeoPoint& point)

@@ -1,5 +1,6 @@
 #include "controls/core/RoadMapData.h"
 
+#include "controls/core/Angle.h"
 #include "host/control/ControlNumbers.h"
 #include "host/text/Number.h"
 
@@ -11,7 +12,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <numbers>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -21,7 +21,6 @@ namespace
 constexpr qint64 LargestFile = 8LL << 20;
 constexpr std::size_t MostRows = 50000;
 constexpr qsizetype LongestField = 120;
-constexpr double RadiansPerDegree = std::numbers::pi / 180.0;
 constexpr int LowestRank = 3;
 
 /// Letters as a search compares them: of one width and case, and without the two spellings of a small "ke".

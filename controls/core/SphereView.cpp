@@ -1,12 +1,12 @@
 #include "controls/core/SphereView.h"
 
+#include "controls/core/Angle.h"
+
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 namespace
 {
-constexpr double DegreesPerRadian = 180.0 / std::numbers::pi;
 constexpr double SmallestAngle = 0.1;
 // The share of the whole disc's radius that stays free around it.
 constexpr double DiscMargin = 0.045;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/globe_map/EclipsePath.h"
+#include "controls/core/GlobeMapCalls.h"
 #include "controls/globe_map/GlobePainter.h"
 #include "controls/sphere/MapWidget.h"
 #include "host/control/Control.h"
@@ -11,7 +11,7 @@ class QGestureEvent;
 /// by the arrow keys; a click or the Enter key picks a point (event 8), the + and - keys and two fingers zoom (event
 /// 9). The wheel is left to the window around it. The display options: 12 the names of places, 18 coastlines and
 /// borders, 29 the lines of longitude and latitude; all are on until switched off.
-class CGlobeMap : public CMapWidget, public IControl
+class CGlobeMap : public CMapWidget, public IControl, private IGlobeMapCalls
 {
     Q_OBJECT
 
@@ -42,18 +42,21 @@ protected:
     void Pick(const GeoPoint& point) override;
 
 private:
-    // Limits of the view angle, in degrees.
-    static constexpr double NarrowestAngle = 2;
-    static constexpr double WidestAngle = 180;
-
-    // One numbered method each; wrong arguments are ignored.
-    QVariant SetCenter(const QVariantList& arguments);
-    QVariant GetCenter(const QVariantList& arguments);
-    QVariant SetObsPosition(const QVariantList& arguments);
-    QVariant SetZoom(const QVariantList& arguments);
-    QVariant SetFeatureFlags(const QVariantList& arguments);
-    QVariant SetEclipsePathColor(const QVariantList& arguments);
-    void ReadLandmarks();
+    void SetCenter(const GeoPoint& center) override { PlaceCenter(center); }
+    [[nodiscard]] GeoPoint CalledCenter() const override { return Center(); }
+    void SetObsPosition(const GeoPoint& position) override { m_scene.Observer = position; }
+    void Redraw() override { MarkChanged(); }
+    void SetZoom(double zoom) override;
+    void ShowNames(bool on) override { m_scene.IsNamesVisible = on; }
+    void ShowCoasts(bool on) override { m_scene.IsCoastVisible = on; }
+    void ShowGraticule(bool on) override { m_scene.IsGraticuleVisible = on; }
+    void SetLandmarkFile(const QString& path) override;
+    void SetLandmarkFileExists(bool exists) override;
+    void ReloadUserPlaces() override;
+    void SetFeatures(const std::bitset<LandmarkKind::Count>& kinds) override { m_painter.Landmarks().SetKinds(kinds); }
+    void SetEclipsePath(const QString& path) override { m_scene.Eclipse = EclipsePath::Parse(path); }
+    void SetEclipseLimits(bool on) override { m_scene.HasEclipseLimits = on; }
+    void SetEclipseColor(quint32 color) override;
 
     void TurnByKey(double right, double up);
     void ZoomBy(double factor);

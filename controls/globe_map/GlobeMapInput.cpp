@@ -1,5 +1,7 @@
+#include "controls/core/Angle.h"
 #include "controls/globe_map/GlobeMap.h"
 #include "host/control/ControlNumbers.h"
+#include "host/control/GlobeZoom.h"
 
 #include <QGestureEvent>
 #include <QKeyEvent>
@@ -7,13 +9,11 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 namespace
 {
 constexpr double KeyZoomFactor = 1.25;
 constexpr double KeyTurnShare = 0.08; // of the view angle
-constexpr double DegreesPerRadian = 180.0 / std::numbers::pi;
 // Nearer to a pole the longitude under the pointer changes too wildly to follow it.
 constexpr double WildLatitude = 75;
 } // namespace
@@ -108,12 +108,12 @@ void CGlobeMap::ZoomBy(double factor)
 {
     if (!std::isfinite(factor) || factor <= 0)
         return;
-    const double angle = std::clamp(m_viewAngle / factor, NarrowestAngle, WidestAngle);
+    const double angle = std::clamp(m_viewAngle / factor, GlobeZoom::NarrowestAngle, GlobeZoom::WidestAngle);
     if (angle == m_viewAngle)
         return;
     m_viewAngle = angle;
     MarkChanged();
-    RaiseEvent(ControlNumber::GlobeMap::EventMagnification, {WidestAngle / angle});
+    RaiseEvent(ControlNumber::GlobeMap::EventMagnification, {GlobeZoom::WidestAngle / angle});
 }
 
 void CGlobeMap::Pick(const GeoPoint& point)

@@ -1,6 +1,8 @@
 #include "controls/globe_map/GlobePainter.h"
 
+#include "controls/globe_map/EclipseLayer.h"
 #include "controls/sphere/Graticule.h"
+#include "controls/sphere/LineDrawing.h"
 #include "controls/sphere/MapFurniture.h"
 
 #include <QImageReader>
@@ -87,16 +89,17 @@ void CGlobePainter::PaintGround(QImage& picture, const CSphereView& view, double
     QPainter painter(&picture);
     const QSizeF size = picture.deviceIndependentSize();
     if (viewAngle < NearAngle && !m_nearCoast.IsEmpty())
-        TintGround(painter, m_nearCoast.Inside(view, size), size, viewAngle);
+        TintGround(painter, LineDrawing::Inside(m_nearCoast, view, size), size, viewAngle);
     if (scene.IsCoastVisible) {
         painter.setRenderHint(QPainter::Antialiasing, !isDraft);
         const bool isNear = viewAngle < NearAngle;
         const double tolerance = isDraft ? 3 : viewAngle > 90 ? 2 : 1.4;
         // Hair lines of one device pixel: the quickest that the raster engine draws.
         painter.setPen(QPen(CoastColor, 0));
-        (isNear && !m_nearCoast.IsEmpty() ? m_nearCoast : m_coast).Draw(painter, view, size, tolerance);
+        LineDrawing::Draw(painter, isNear && !m_nearCoast.IsEmpty() ? m_nearCoast : m_coast, view, size, tolerance);
         painter.setPen(QPen(BorderColor, 0));
-        (isNear && !m_nearBorders.IsEmpty() ? m_nearBorders : m_borders).Draw(painter, view, size, tolerance);
+        LineDrawing::Draw(painter, isNear && !m_nearBorders.IsEmpty() ? m_nearBorders : m_borders, view, size,
+                          tolerance);
     }
     if (scene.IsGraticuleVisible)
         DrawGraticule(painter, view, size);
@@ -118,7 +121,7 @@ void CGlobePainter::Paint(QImage& picture, const CSphereView& view, double viewA
     painter.setCompositionMode(QPainter::CompositionMode_Source);
     painter.drawImage(QPointF(0, 0), m_ground);
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-    scene.Eclipse.Draw(painter, view, scene.EclipseColor, scene.HasEclipseLimits);
+    EclipseLayer::Draw(painter, view, scene.Eclipse, scene.EclipseColor, scene.HasEclipseLimits);
 
     const auto observer =
         scene.Observer ? view.ToScreen(scene.Observer->Longitude, scene.Observer->Latitude) : std::nullopt;

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "controls/globe_map/EclipsePath.h"
+#include "controls/core/EclipsePath.h"
+#include "controls/core/LineSet.h"
 #include "controls/sphere/LandmarkLayer.h"
-#include "controls/sphere/LineSet.h"
 #include "controls/sphere/SphereRenderer.h"
 
 #include <QImage>
@@ -15,7 +15,7 @@ struct GlobeScene
 {
     std::optional<GeoPoint> Observer;
     QRectF ReadOut; ///< where names are not written, for the read-out of the pointer's position
-    CEclipsePath Eclipse;
+    EclipsePath Eclipse;
     QColor EclipseColor = QColor(255, 196, 64);
     bool HasEclipseLimits = false;
     bool IsGraticuleVisible = true;

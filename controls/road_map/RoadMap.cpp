@@ -1,7 +1,6 @@
 #include "controls/road_map/RoadMap.h"
 
 #include "controls/sphere/MapFurniture.h"
-#include "host/control/ControlArguments.h"
 #include "host/control/ControlNumbers.h"
 #include "host/dialog/Prompts.h"
 
@@ -13,7 +12,6 @@
 #include <utility>
 
 using namespace Qt::StringLiterals;
-using namespace ControlArguments;
 namespace Call = ControlNumber::RoadMap;
 
 namespace
@@ -21,17 +19,6 @@ namespace
 constexpr double EarthRadius = 6371000.0; // metres
 constexpr double MetersPerInch = 0.0254;
 constexpr int LargestScaleWithSeconds = 100'000;
-
-/// A position of the interface, in milliseconds of arc.
-std::optional<GeoPoint> Position(const QVariant& x, const QVariant& y)
-{
-    const auto east = FiniteNumber(x);
-    const auto north = FiniteNumber(y);
-    if (!east || !north)
-        return std::nullopt;
-    return GeoPoint{WrapLongitude(*east / Call::MillisecondsPerDegree),
-                    std::clamp(*north / Call::MillisecondsPerDegree, -90.0, 90.0)};
-}
 } // namespace
 
 CRoadMap::CRoadMap(QWidget* parent, QString dataFolder) : CMapWidget(parent), m_painter(std::move(dataFolder))
@@ -51,56 +38,31 @@ CRoadMap::~CRoadMap() = default;
 
 QVariant CRoadMap::Invoke(int method, const QVariantList& arguments)
 {
-    switch (method) {
-    case Call::SetPosition:
-        SetPosition(arguments);
-        return {};
-    case Call::Search:
-        return Search(arguments);
-    case Call::GetSearchResult:
-        return QVariant::fromValue<qint64>(m_results ? m_results->Handle() : 0);
-    case Call::SetScale:
-        SetScale(arguments);
-        return {};
-    case Call::CenterMark:
-        if (m_site)
-            MoveCenter(*m_site);
-        return {};
-    case Call::OpenFile:
-        OpenFile(arguments);
-        return {};
-    default:
-        return {};
-    }
+    return RoadMapCalls::Invoke(*this, method, arguments);
 }
 
 void CRoadMap::SetControlProperty(int, const QVariant&) {}
 
-void CRoadMap::SetPosition(const QVariantList& arguments)
+void CRoadMap::MarkPosition(const GeoPoint& position)
 {
-    if (arguments.size() != 3)
-        return;
-    const auto isMark = Switch({arguments[0]});
-    const auto position = Position(arguments[1], arguments[2]);
-    if (!isMark || !position)
-        return;
-    if (!*isMark)
-        return MoveCenter(*position);
-    m_site = *position;
+    m_site = position;
     MarkChanged();
 }
 
-bool CRoadMap::Search(const QVariantList& arguments)
+void CRoadMap::CenterMark()
 {
-    const auto isFacility = arguments.size() == 2 ? Switch({arguments[0]}) : std::nullopt;
-    const auto text = arguments.size() == 2 ? Text({arguments[1]}) : std::nullopt;
-    if (!isFacility || !text || m_painter.Data().IsEmpty())
+    if (m_site)
+        MoveCenter(*m_site);
+}
+
+bool CRoadMap::Search(bool isFacility, const QString& text)
+{
+    if (m_painter.Data().IsEmpty())
         return false;
     const quint64 number = ++m_searchNumber;
     // The end is told from the event loop, after the caller has put its window in order.
     QMetaObject::invokeMethod(
-        this, [this, number, isFacility = *isFacility, text = *text] { EndSearch(number, isFacility, text); },
-        Qt::QueuedConnection);
+        this, [this, number, isFacility, text] { EndSearch(number, isFacility, text); }, Qt::QueuedConnection);
     return true;
 }
 
@@ -115,27 +77,21 @@ void CRoadMap::EndSearch(quint64 number, bool isFacility, const QString& text)
     RaiseEvent(event, {StatusFinished});
 }
 
-void CRoadMap::SetScale(const QVariantList& arguments)
+void CRoadMap::SetScale(double denominator)
 {
-    const auto denominator = arguments.size() == 1 ? FiniteNumber(arguments[0]) : std::nullopt;
-    if (!denominator || *denominator <= 0)
-        return;
     m_denominator =
-        static_cast<int>(std::clamp(*denominator, static_cast<double>(NearestScale), static_cast<double>(WidestScale)));
+        static_cast<int>(std::clamp(denominator, static_cast<double>(NearestScale), static_cast<double>(WidestScale)));
     MarkChanged();
 }
 
-void CRoadMap::OpenFile(const QVariantList& arguments)
+void CRoadMap::OpenFile(const QString& path)
 {
-    const auto path = Text(arguments);
-    if (!path)
-        return;
-    const auto [marks, failure] = MarksFile::Read(*path);
+    const auto [marks, failure] = MarksFile::Read(path);
     if (!failure.isEmpty()) {
         // Told from the event loop, as the end of a search is: the box holds up nobody who called.
         const QString text = u"「%1」を読み込めませんでした。\n%2\n\n"
                              u"読み込めるのは、地点・ルート・軌跡を含む GPX ファイル（16 MB まで）です。"_s.arg(
-                                 QFileInfo(*path).fileName(), failure);
+                                 QFileInfo(path).fileName(), failure);
         QMetaObject::invokeMethod(
             this,
             [this, text] {

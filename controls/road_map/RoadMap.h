@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controls/core/RoadMapCalls.h"
 #include "controls/road_map/RoadMapPainter.h"
 #include "controls/sphere/MapWidget.h"
 #include "host/control/Control.h"
@@ -14,7 +15,7 @@
 ///
 /// A search ends with an event (2 facilities, 3 addresses) from the event loop, status 0. A search that another one
 /// follows before that ends with status 1, and leaves no list.
-class CRoadMap : public CMapWidget, public IControl
+class CRoadMap : public CMapWidget, public IControl, private IRoadMapCalls
 {
     Q_OBJECT
 
@@ -54,11 +55,13 @@ protected:
     void Pick(const GeoPoint& point) override;
 
 private:
-    // One numbered method each; wrong arguments are ignored.
-    void SetPosition(const QVariantList& arguments);
-    bool Search(const QVariantList& arguments);
-    void SetScale(const QVariantList& arguments);
-    void OpenFile(const QVariantList& arguments);
+    void ShowPosition(const GeoPoint& position) override { MoveCenter(position); }
+    void MarkPosition(const GeoPoint& position) override;
+    bool Search(bool isFacility, const QString& text) override;
+    [[nodiscard]] qint64 SearchResult() const override { return m_results ? m_results->Handle() : 0; }
+    void SetScale(double denominator) override;
+    void CenterMark() override;
+    void OpenFile(const QString& path) override;
 
     void EndSearch(quint64 number, bool isFacility, const QString& text);
     [[nodiscard]] double MetersPerPixel() const;

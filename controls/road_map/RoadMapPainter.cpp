@@ -1,7 +1,9 @@
 #include "controls/road_map/RoadMapPainter.h"
 
+#include "controls/core/Angle.h"
 #include "controls/road_map/ScaleBar.h"
 #include "controls/sphere/Graticule.h"
+#include "controls/sphere/LineDrawing.h"
 #include "controls/sphere/MapFurniture.h"
 
 #include <QFontMetricsF>
@@ -15,14 +17,12 @@
 #include <array>
 #include <bitset>
 #include <cmath>
-#include <numbers>
 #include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace
 {
-constexpr double DegreesPerRadian = 180.0 / std::numbers::pi;
 const QColor Sea(13, 27, 47);
 const QColor Land(40, 51, 50);
 const QColor Shallows(70, 130, 180, 38); // along the coast
@@ -145,7 +145,7 @@ void CRoadMapPainter::PaintGround(QPainter& painter, const RoadMapScene& scene, 
         painter.fillRect(whole, Sea);
     else {
         m_relief.Draw(painter, view, size, scene.MetersPerPixel, Land);
-        QPainterPath sea = coast.Inside(view, size);
+        QPainterPath sea = LineDrawing::Inside(coast, view, size);
         sea.addRect(whole);
         // Hard edges: ten times as quick, and the coastline drawn on them is smooth.
         painter.setRenderHint(QPainter::Antialiasing, false);
@@ -153,17 +153,17 @@ void CRoadMapPainter::PaintGround(QPainter& painter, const RoadMapScene& scene, 
         painter.setRenderHint(QPainter::Antialiasing);
         if (view.VisibleAngle(size) < RiverAngle) {
             painter.setPen(QPen(RiverColor, 0));
-            m_rivers.Draw(painter, view, size, 1);
+            LineDrawing::Draw(painter, m_rivers, view, size, 1);
         }
         painter.setPen(QPen(CoastColor, 0));
-        coast.Draw(painter, view, size, 1);
+        LineDrawing::Draw(painter, coast, view, size, 1);
     }
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(BorderColor, 0));
-    m_borders.Draw(painter, view, size, 1);
+    LineDrawing::Draw(painter, m_borders, view, size, 1);
     if (view.VisibleAngle(size) > PrefectureAngle) {
         painter.setPen(QPen(PrefectureColor, 0));
-        m_prefectures.Draw(painter, view, size, 1);
+        LineDrawing::Draw(painter, m_prefectures, view, size, 1);
     }
 }
 

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "controls/core/LineSet.h"
 #include "controls/core/MarksFile.h"
 #include "controls/core/RoadMapData.h"
 #include "controls/core/SphereView.h"
 #include "controls/road_map/ReliefLayer.h"
 #include "controls/sphere/LandmarkLayer.h"
-#include "controls/sphere/LineSet.h"
 
 #include <QFont>
 #include <QString>

@@ -1,8 +1,10 @@
 #include "controls/sky_engine/SkyEngine.h"
 
+#include "controls/core/Angle.h"
 #include "controls/core/EngineBody.h"
 #include "controls/sphere/MapFurniture.h"
 #include "host/control/ControlNumbers.h"
+#include "host/text/FontFamilies.h"
 #include "host/text/Number.h"
 
 #include <QApplication>
@@ -14,7 +16,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 using namespace Qt::StringLiterals;
 
@@ -36,9 +37,7 @@ const QColor BackColor(11, 14, 20);
 
 QFont JapaneseFont(QFont font)
 {
-    QStringList families{u"Noto Sans CJK JP"_s, u"Yu Gothic UI"_s, u"Meiryo"_s};
-    families += font.families();
-    font.setFamilies(families);
+    font.setFamilies(JapaneseFontFamilies() + font.families());
     return font;
 }
 
@@ -263,8 +262,8 @@ void CSkyEngine::Drag(QPointF to)
     if (!m_isGlobeShown)
         return;
     // The surface follows the pointer; near a pole a step would else spin the globe round.
-    const double degreesPerPixel = 180.0 / (std::numbers::pi * CPlanetPainter::View(m_shown, size()).Radius());
-    const double shrink = std::max(std::cos(m_shown.Center.Latitude * std::numbers::pi / 180.0), 0.2);
+    const double degreesPerPixel = DegreesPerRadian / CPlanetPainter::View(m_shown, size()).Radius();
+    const double shrink = std::max(std::cos(m_shown.Center.Latitude * RadiansPerDegree), 0.2);
     Turn(-step.x() * degreesPerPixel / shrink, step.y() * degreesPerPixel);
 }
 

@@ -1,9 +1,5 @@
 #include "controls/sky_engine/SurfaceNames.h"
 
-#include "controls/core/Statement.h"
-
-#include <QFile>
-#include <QFileInfo>
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QPainterPath>
@@ -12,9 +8,6 @@
 
 namespace
 {
-constexpr qint64 MaximumFileSize = 8 << 20;
-constexpr qsizetype MaximumNames = 50'000;
-constexpr qsizetype MaximumNameLength = 64;
 constexpr qsizetype MaximumShown = 60;
 constexpr double LeastDepth = 0.25; ///< nearer to the edge of the disc a name could not be told from its neighbours
 constexpr double LeadlineLength = 14.0;
@@ -26,25 +19,8 @@ const QColor HaloColor(8, 10, 14, 190);
 
 void CSurfaceNames::Load(const QString& file)
 {
-    m_features.clear();
+    m_features = SurfaceFeature::Read(file);
     m_labels.clear();
-    QFile source(file);
-    if (!QFileInfo(file).isFile() || !source.open(QIODevice::ReadOnly))
-        return;
-    const QString text = QString::fromUtf8(source.read(MaximumFileSize));
-    for (const QStringView line : QStringView(text).split(u'\n')) {
-        const QList<QStringView> fields = line.trimmed().split(u',');
-        if (fields.size() < 4 || fields[0].trimmed().isEmpty() || m_features.size() == MaximumNames)
-            continue;
-        const auto longitude = StatementReader::ReadNumber(fields[1]);
-        const auto latitude = StatementReader::ReadNumber(fields[2]);
-        const auto size = StatementReader::ReadNumber(fields[3]);
-        if (longitude && latitude && size)
-            m_features.append(
-                {fields[0].trimmed().left(MaximumNameLength).toString(), ToVector({*longitude, *latitude}), *size});
-    }
-    std::stable_sort(m_features.begin(), m_features.end(),
-                     [](const Feature& a, const Feature& b) { return a.Size > b.Size; });
 }
 
 const QImage& CSurfaceNames::Label(qsizetype feature, const QFont& font, double ratio)

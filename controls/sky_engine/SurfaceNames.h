@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/core/SphereView.h"
+#include "controls/core/SurfaceFeatures.h"
 
 #include <QFont>
 #include <QHash>
@@ -16,8 +17,7 @@ class QPainter;
 class CSurfaceNames
 {
 public:
-    /// Reads "name,longitude (degrees east),latitude,size (km)" lines in UTF-8; lines of another form are left out, a
-    /// missing file has none.
+    /// Takes the features of a file.
     void Load(const QString& file);
 
     /// Writes the names of the features on the near side, larger ones first, leaving out those that would touch
@@ -26,16 +26,9 @@ public:
     void Draw(QPainter& painter, const CSphereView& view, QSizeF size, const QRectF& clear, bool hasLeadlines);
 
 private:
-    struct Feature
-    {
-        QString Name;
-        UnitVector Direction;
-        double Size = 0.0; ///< km
-    };
-
     [[nodiscard]] const QImage& Label(qsizetype feature, const QFont& font, double ratio);
 
-    QList<Feature> m_features;
+    QList<SurfaceFeature> m_features;
     /// The names as they are drawn, for they cost more than all the rest of a globe.
     QHash<qsizetype, QImage> m_labels;
     QFont m_labelFont;

@@ -1,5 +1,6 @@
 #include "controls/sphere/Graticule.h"
 
+#include "controls/core/Angle.h"
 #include "host/text/Number.h"
 
 #include <QPainter>
@@ -8,12 +9,10 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <numbers>
 #include <vector>
 
 namespace
 {
-constexpr double RadiansPerDegree = std::numbers::pi / 180.0;
 constexpr std::array<double, 18> Spacings = {30,        15,        10,        5,         2,          1,
                                              0.5,       1.0 / 3,   1.0 / 6,   1.0 / 12,  1.0 / 30,   1.0 / 60,
                                              1.0 / 120, 1.0 / 180, 1.0 / 360, 1.0 / 720, 1.0 / 1800, 1.0 / 3600};

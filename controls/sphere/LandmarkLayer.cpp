@@ -1,12 +1,13 @@
 #include "controls/sphere/LandmarkLayer.h"
 
+#include "controls/core/Angle.h"
+
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QPainterPath>
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 namespace
 {
@@ -189,7 +190,7 @@ void CLandmarkLayer::Draw(QPainter& painter, const CSphereView& view, QSize size
         m_names.clear();
         m_marks.fill(QImage());
     }
-    const double horizon = std::cos(view.VisibleAngle(size) * std::numbers::pi / 180.0);
+    const double horizon = std::cos(view.VisibleAngle(size) * RadiansPerDegree);
     const double lowest = std::max(horizon - 0.001, EdgeDepth);
     // Farther away marks and names keep a wider distance, so that the ground stays to be seen.
     const double markMargin = viewAngle > 60 ? 7 : viewAngle > 20 ? 4 : 1;

@@ -1,5 +1,6 @@
 #include "controls/sphere/MapFurniture.h"
 
+#include "host/text/FontFamilies.h"
 #include "host/text/Number.h"
 
 #include <QFontInfo>
@@ -31,7 +32,7 @@ QString AngleText(double degrees, bool hasSeconds, const char* positive, const c
 QFont MapFurniture::NameFont(const QFont& windowFont)
 {
     QFont font = windowFont;
-    font.setFamilies(QStringList(font.family()) << u"Noto Sans CJK JP"_s << u"IPAexGothic"_s);
+    font.setFamilies(QStringList(font.family()) + JapaneseFontFamilies());
     font.setPixelSize(std::clamp(QFontInfo(windowFont).pixelSize() - 1, 11, 22));
     return font;
 }

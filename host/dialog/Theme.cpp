@@ -1,5 +1,7 @@
 #include "host/dialog/Theme.h"
 
+#include "host/text/FontFamilies.h"
+
 #include <QApplication>
 #include <QFile>
 #include <QFontDatabase>
@@ -16,7 +18,7 @@ constexpr double FontPoints = 10.0;
 QFont JapaneseFont()
 {
     QFont font = QApplication::font();
-    for (const QString& family : {u"Noto Sans CJK JP"_s, u"IPAexGothic"_s, u"IPAGothic"_s, u"TakaoPGothic"_s}) {
+    for (const QString& family : JapaneseFontFamilies()) {
         if (QFontDatabase::hasFamily(family)) {
             font.setFamily(family);
             break;

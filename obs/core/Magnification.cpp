@@ -1,14 +1,14 @@
 #include "obs/core/Magnification.h"
 
+#include "host/control/GlobeZoom.h"
+
 #include <algorithm>
 #include <cmath>
 
 namespace
 {
-constexpr double Exponent = 2.668378;
-constexpr double MirrorExponent = 0.37475949809209935; // 1 / 2.668378
-constexpr double NarrowestDegrees = 2.0;
-constexpr double DegreesSpan = 178.0;
+constexpr double MirrorExponent = 0.37475949809209935; // the inverse of the zoom's
+constexpr double Span = GlobeZoom::WidestAngle - GlobeZoom::NarrowestAngle;
 } // namespace
 
 int Magnification::ClampSlider(int position)
@@ -19,8 +19,7 @@ int Magnification::ClampSlider(int position)
 Magnification::View Magnification::SliderValToVal(int position)
 {
     const double share = ClampSlider(position) / 200.0;
-    return {std::pow(share, Exponent) * DegreesSpan + NarrowestDegrees,
-            std::clamp((SliderMax - ClampSlider(position)) / 200.0, 0.0, 1.0)};
+    return {GlobeZoom::ViewAngle(share), std::clamp((SliderMax - ClampSlider(position)) / 200.0, 0.0, 1.0)};
 }
 
 int Magnification::AfterWheel(int position, int direction)
@@ -30,7 +29,7 @@ int Magnification::AfterWheel(int position, int direction)
 
 int Magnification::SliderOfMagnification(double degrees)
 {
-    const double position = 200.0 - 200.0 * std::pow((degrees - NarrowestDegrees) / DegreesSpan, MirrorExponent);
+    const double position = 200.0 - 200.0 * std::pow((degrees - GlobeZoom::NarrowestAngle) / Span, MirrorExponent);
     if (std::isnan(position))
         return SliderMax; // a view angle below the narrowest has no power
     return static_cast<int>(std::clamp(position, 0.0, 200.0));

@@ -1,8 +1,8 @@
-#include "controls/sphere/LineSet.h"
+#include "controls/core/LineSet.h"
+
+#include "controls/core/Angle.h"
 
 #include <QFile>
-#include <QPainter>
-#include <QPolygonF>
 #include <QtEndian>
 
 #include <algorithm>
@@ -11,7 +11,6 @@
 
 namespace
 {
-constexpr double RadiansPerDegree = std::numbers::pi / 180.0;
 constexpr qint64 LargestFile = 64LL << 20;
 constexpr std::size_t PieceLength = 64;
 constexpr qsizetype PointSize = 8;
@@ -107,17 +106,17 @@ CLineSet::CSight::CSight(const CSphereView& view, QSizeF size)
 {
 }
 
-void CLineSet::Draw(QPainter& painter, const CSphereView& view, QSizeF size, double tolerance) const
+void CLineSet::Trace(const CSphereView& view, QSizeF size, double tolerance, const Pen& pen) const
 {
     // Single numbers are twice as quick, but from very near they would shift the lines by pixels.
     if (view.Radius() > LargestSingleRadius)
-        DrawIn<double>(painter, view, size, tolerance);
+        TraceIn<double>(view, size, tolerance, pen);
     else
-        DrawIn<float>(painter, view, size, tolerance);
+        TraceIn<float>(view, size, tolerance, pen);
 }
 
 template <typename T>
-void CLineSet::DrawIn(QPainter& painter, const CSphereView& view, QSizeF size, double tolerance) const
+void CLineSet::TraceIn(const CSphereView& view, QSizeF size, double tolerance, const Pen& pen) const
 {
     const CSight sight(view, size);
     const auto radius = static_cast<T>(view.Radius());
@@ -138,11 +137,11 @@ void CLineSet::DrawIn(QPainter& painter, const CSphereView& view, QSizeF size, d
     };
     const auto nearEnough = static_cast<T>(tolerance);
 
-    QPolygonF run;
+    Run run;
     run.reserve(PieceLength + 1);
     const auto finish = [&] {
         if (run.size() > 1)
-            painter.drawPolyline(run);
+            pen(run);
         run.clear();
     };
     for (const Piece& piece : m_pieces) {

@@ -1,51 +1,20 @@
-#include "controls/globe_map/EclipsePath.h"
+#include "controls/globe_map/EclipseLayer.h"
 
-#include "host/text/Number.h"
+#include "controls/core/Angle.h"
 
 #include <QPainter>
 #include <QPolygonF>
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
-#include <optional>
 
 namespace
 {
-constexpr std::size_t MostPoints = 3000;
-constexpr qsizetype LongestNumber = 32;
 // Two points farther apart are not of one line; nearer ones are joined along the great circle.
-constexpr double LargestGap = 40 * std::numbers::pi / 180.0;
-constexpr double SmallestStep = 1.5 * std::numbers::pi / 180.0;
+constexpr double LargestGap = 40 * RadiansPerDegree;
+constexpr double SmallestStep = 1.5 * RadiansPerDegree;
 
-using Line = std::vector<UnitVector>;
-
-std::optional<double> NumberOf(QStringView text, double limit)
-{
-    const QStringView head = text.trimmed().left(LongestNumber);
-    const std::optional<double> value = Number::FindLeadingDouble(head);
-    if (!value || std::abs(*value) > limit)
-        return std::nullopt;
-    return value;
-}
-
-Line ParseLine(QStringView text)
-{
-    Line line;
-    while (!text.isEmpty() && line.size() < MostPoints) {
-        const qsizetype comma = text.indexOf(u',');
-        const QStringView pair = (comma < 0 ? text : text.left(comma)).trimmed();
-        text = comma < 0 ? QStringView() : text.sliced(comma + 1);
-        const qsizetype blank = pair.indexOf(u' ');
-        if (blank < 0)
-            continue;
-        const auto longitude = NumberOf(pair.left(blank), 360);
-        const auto latitude = NumberOf(pair.sliced(blank + 1), 90);
-        if (longitude && latitude)
-            line.push_back(ToVector({*longitude, *latitude}));
-    }
-    return line;
-}
+using Line = EclipsePath::Line;
 
 double AngleBetween(const UnitVector& a, const UnitVector& b)
 {
@@ -130,28 +99,8 @@ void FillBand(QPainter& painter, const CSphereView& view, const Line& north, con
 }
 } // namespace
 
-CEclipsePath CEclipsePath::Parse(QStringView text)
-{
-    CEclipsePath path;
-    while (!text.isEmpty()) {
-        const qsizetype end = text.indexOf(u';');
-        const QStringView part = end < 0 ? text : text.left(end);
-        text = end < 0 ? QStringView() : text.sliced(end + 1);
-        const qsizetype equals = part.indexOf(u'=');
-        if (equals < 0)
-            continue;
-        const QStringView name = part.left(equals).trimmed();
-        Line* line = name.compare(u"central", Qt::CaseInsensitive) == 0 ? &path.m_central
-                     : name.compare(u"north", Qt::CaseInsensitive) == 0 ? &path.m_north
-                     : name.compare(u"south", Qt::CaseInsensitive) == 0 ? &path.m_south
-                                                                        : nullptr;
-        if (line)
-            *line = ParseLine(part.sliced(equals + 1));
-    }
-    return path;
-}
-
-void CEclipsePath::Draw(QPainter& painter, const CSphereView& view, const QColor& color, bool hasLimits) const
+void EclipseLayer::Draw(QPainter& painter, const CSphereView& view, const EclipsePath& path, const QColor& color,
+                        bool hasLimits)
 {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
@@ -160,16 +109,16 @@ void CEclipsePath::Draw(QPainter& painter, const CSphereView& view, const QColor
         band.setAlpha(64);
         painter.setPen(Qt::NoPen);
         painter.setBrush(band);
-        FillBand(painter, view, m_north, m_south);
+        FillBand(painter, view, path.North, path.South);
         painter.setBrush(Qt::NoBrush);
         painter.setPen(QPen(color, 1));
-        DrawLine(painter, view, m_north);
-        DrawLine(painter, view, m_south);
+        DrawLine(painter, view, path.North);
+        DrawLine(painter, view, path.South);
     }
     painter.setBrush(Qt::NoBrush);
     painter.setPen(QPen(QColor(0, 0, 0, 120), 4, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin));
-    DrawLine(painter, view, m_central);
+    DrawLine(painter, view, path.Central);
     painter.setPen(QPen(color, 2, hasLimits ? Qt::SolidLine : Qt::DashLine, Qt::FlatCap, Qt::RoundJoin));
-    DrawLine(painter, view, m_central);
+    DrawLine(painter, view, path.Central);
     painter.restore();
 }

@@ -15,11 +15,11 @@ using Vector3 = std::array<double, 3>;
 
 /// The path of the umbra of one solar eclipse over the Earth's ellipsoid, from libnova's Sun (VSOP87) and Moon
 /// (ELP 2000-82B). Times are Julian days of Universal Time; the height of the ground is not regarded.
-class CEclipsePath
+class CUmbraPath
 {
 public:
     /// `deltaT` is Terrestrial Time less Universal Time in seconds.
-    explicit CEclipsePath(double deltaT) : m_deltaT(deltaT) {}
+    explicit CUmbraPath(double deltaT) : m_deltaT(deltaT) {}
 
     /// Where the axis of the shadow meets the ground; nothing while it misses the Earth.
     [[nodiscard]] std::optional<GroundPoint> Central(double day) const;

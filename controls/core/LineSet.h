@@ -2,13 +2,12 @@
 
 #include "controls/core/SphereView.h"
 
-#include <QPainterPath>
+#include <QList>
 #include <QString>
 
+#include <functional>
 #include <numbers>
 #include <vector>
-
-class QPainter;
 
 /// A set of lines on the globe, such as coastlines, kept as directions and cut into short pieces, so that those out of
 /// sight cost almost nothing.
@@ -22,14 +21,17 @@ public:
 
     [[nodiscard]] bool IsEmpty() const { return m_pieces.empty(); }
 
-    /// Draws what an area of that size (from the origin) shows, with the painter's pen. Points nearer than the
-    /// tolerance (pixels) to the last one drawn are left out, and so are pieces smaller than it.
-    void Draw(QPainter& painter, const CSphereView& view, QSizeF size, double tolerance) const;
+    using Run = QList<QPointF>; ///< pixels, two at least
+    using Pen = std::function<void(const Run&)>;
+
+    /// Hands the pen each stretch of a line that an area of that size (from the origin) shows. Points nearer than the
+    /// tolerance (pixels) to the last one are left out, and so are pieces smaller than it.
+    void Trace(const CSphereView& view, QSizeF size, double tolerance, const Pen& pen) const;
 
     /// The area inside the lines, each closed from its end to its beginning, as far as an area of that size (from the
-    /// origin) shows it; inside two of them counts as outside, as a lake in a continent. Right only while the north
-    /// pole lies outside, as with coastlines.
-    [[nodiscard]] QPainterPath Inside(const CSphereView& view, QSizeF size) const;
+    /// origin) shows it: outlines to be filled by the odd-even rule, as inside two lines counts as outside, like a lake
+    /// in a continent. Right only while the north pole lies outside, as with coastlines.
+    [[nodiscard]] QList<Run> Inside(const CSphereView& view, QSizeF size) const;
 
 private:
     struct Point
@@ -69,7 +71,7 @@ private:
         double m_cosine;
     };
 
-    template <typename T> void DrawIn(QPainter& painter, const CSphereView& view, QSizeF size, double tolerance) const;
+    template <typename T> void TraceIn(const CSphereView& view, QSizeF size, double tolerance, const Pen& pen) const;
     [[nodiscard]] bool IsInside(const GeoPoint& place) const;
     [[nodiscard]] std::size_t LineEnd(std::size_t firstPiece) const;
     void AddPieces(std::size_t first, std::size_t count);

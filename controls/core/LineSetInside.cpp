@@ -1,16 +1,15 @@
-#include "controls/sphere/LineSet.h"
+#include "controls/core/Angle.h"
+#include "controls/core/LineSet.h"
 
-#include <QPolygonF>
+#include <QRectF>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <limits>
-#include <numbers>
 
 namespace
 {
-constexpr double RadiansPerDegree = std::numbers::pi / 180.0;
 // Points nearer to the last one are left out of the area's outline, in pixels.
 constexpr double Tolerance = 0.8;
 constexpr double FarthestPixel = 24000;
@@ -48,7 +47,7 @@ private:
 };
 
 // The point of the area that is farthest from all corners of the outlines, among a few.
-QPointF ClearPoint(const QList<QPolygonF>& outlines, QSizeF size)
+QPointF ClearPoint(const QList<CLineSet::Run>& outlines, QSizeF size)
 {
     constexpr int Steps = 3;
     QPointF best;
@@ -58,7 +57,7 @@ QPointF ClearPoint(const QList<QPolygonF>& outlines, QSizeF size)
         const int row = index / Steps;
         const QPointF point((column + 0.5) * size.width() / Steps, (row + 0.5) * size.height() / Steps);
         double nearest = std::numeric_limits<double>::max();
-        for (const QPolygonF& outline : outlines) {
+        for (const CLineSet::Run& outline : outlines) {
             for (const QPointF& corner : outline)
                 nearest = std::min(nearest, (corner - point).manhattanLength());
         }
@@ -68,6 +67,20 @@ QPointF ClearPoint(const QList<QPolygonF>& outlines, QSizeF size)
         }
     }
     return best;
+}
+
+/// Whether a ray from the point to the right meets the closed outline an odd number of times.
+bool IsWithin(const CLineSet::Run& outline, QPointF point)
+{
+    bool isWithin = false;
+    QPointF from = outline.last();
+    for (const QPointF& to : outline) {
+        if ((from.y() > point.y()) != (to.y() > point.y()) &&
+            point.x() < from.x() + (to.x() - from.x()) * (point.y() - from.y()) / (to.y() - from.y()))
+            isWithin = !isWithin;
+        from = to;
+    }
+    return isWithin;
 }
 } // namespace
 
@@ -116,13 +129,13 @@ bool CLineSet::IsInside(const GeoPoint& place) const
     return isInside;
 }
 
-QPainterPath CLineSet::Inside(const CSphereView& view, QSizeF size) const
+QList<CLineSet::Run> CLineSet::Inside(const CSphereView& view, QSizeF size) const
 {
     const CSight sight(view, size);
     // Far enough that a long stretch between two points out of sight keeps its course across the area.
     const CFlattener flatten(view, std::max(4 * std::hypot(size.width(), size.height()), FarthestPixel));
     const auto isSeen = [&](const Piece& piece) { return sight.Has(piece); };
-    QList<QPolygonF> outlines;
+    QList<Run> outlines;
     for (std::size_t line = 0; line < m_pieces.size();) {
         const std::size_t begin = line;
         line = LineEnd(line);
@@ -131,7 +144,7 @@ QPainterPath CLineSet::Inside(const CSphereView& view, QSizeF size) const
         // Neither what is out of sight nor islands too small to see.
         if ((line == begin + 1 && first->CapAngle * view.Radius() < Tolerance / 2) || std::none_of(first, last, isSeen))
             continue;
-        QPolygonF outline;
+        Run outline;
         for (auto piece = first; piece != last; ++piece) {
             // Of a piece out of sight one point is enough to lead the outline around.
             const std::size_t count = isSeen(*piece) ? piece->Count : 1;
@@ -151,14 +164,11 @@ QPainterPath CLineSet::Inside(const CSphereView& view, QSizeF size) const
     const QPointF clear = ClearPoint(outlines, size);
     const auto place = view.FromScreen(clear);
     bool isInside = place && IsInside(*place);
-    QPainterPath inside;
-    inside.setFillRule(Qt::OddEvenFill);
-    for (const QPolygonF& outline : outlines) {
-        isInside ^= outline.containsPoint(clear, Qt::OddEvenFill);
-        inside.addPolygon(outline);
-        inside.closeSubpath();
+    for (const Run& outline : outlines)
+        isInside ^= IsWithin(outline, clear);
+    if (isInside) {
+        const QRectF all = QRectF(QPointF(0, 0), size).adjusted(-8, -8, 8, 8);
+        outlines.append({all.topLeft(), all.topRight(), all.bottomRight(), all.bottomLeft()});
     }
-    if (isInside)
-        inside.addRect(QRectF(QPointF(0, 0), size).adjusted(-8, -8, 8, 8));
-    return inside;
+    return outlines;
 }

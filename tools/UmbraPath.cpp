@@ -1,4 +1,4 @@
-#include "tools/EclipsePath.h"
+#include "tools/UmbraPath.h"
 
 #include <algorithm>
 #include <cmath>
@@ -143,7 +143,7 @@ Vector3 Rectangular(const GroundPoint& place)
 }
 } // namespace
 
-CEclipsePath::Shadow CEclipsePath::ShadowAt(double day) const
+CUmbraPath::Shadow CUmbraPath::ShadowAt(double day) const
 {
     const double terrestrialDay = day + m_deltaT / SecondsPerDay;
     const double sidereal = Radians(ln_get_apparent_sidereal_time(day) * 15.0);
@@ -160,7 +160,7 @@ CEclipsePath::Shadow CEclipsePath::ShadowAt(double day) const
     return shadow;
 }
 
-double CEclipsePath::Depth(const Shadow& shadow, const Vector3& point)
+double CUmbraPath::Depth(const Shadow& shadow, const Vector3& point)
 {
     const Vector3 fromMoon = Along(point, shadow.Moon, -1.0);
     const double along = Dot(fromMoon, shadow.Axis);
@@ -168,14 +168,14 @@ double CEclipsePath::Depth(const Shadow& shadow, const Vector3& point)
     return (shadow.ConeApex - along) * shadow.ConeTangent - std::sqrt(Dot(aside, aside));
 }
 
-std::optional<GroundPoint> CEclipsePath::Central(double day) const
+std::optional<GroundPoint> CUmbraPath::Central(double day) const
 {
     const Shadow shadow = ShadowAt(day);
     const std::optional<Vector3> point = MeetGround(shadow.Moon, shadow.Axis);
     return point ? std::optional(Geodetic(*point)) : std::nullopt;
 }
 
-CEclipsePath::Limits CEclipsePath::LimitsAt(double day) const
+CUmbraPath::Limits CUmbraPath::LimitsAt(double day) const
 {
     // A limit is the envelope of the umbra's edge: the points of the edge that the umbra neither gains nor loses.
     constexpr double Moment = 1.0 / SecondsPerDay;
@@ -224,19 +224,19 @@ CEclipsePath::Limits CEclipsePath::LimitsAt(double day) const
     return limits;
 }
 
-double CEclipsePath::AxisDistance(double day) const
+double CUmbraPath::AxisDistance(double day) const
 {
     const Shadow shadow = ShadowAt(day);
     const Vector3 aside = Along(shadow.Moon, shadow.Axis, -Dot(shadow.Moon, shadow.Axis));
     return std::sqrt(Dot(aside, aside)) / EquatorRadius;
 }
 
-double CEclipsePath::DepthInUmbra(const GroundPoint& place, double day) const
+double CUmbraPath::DepthInUmbra(const GroundPoint& place, double day) const
 {
     return Depth(ShadowAt(day), Rectangular(place));
 }
 
-double CEclipsePath::Distance(const GroundPoint& a, const GroundPoint& b)
+double CUmbraPath::Distance(const GroundPoint& a, const GroundPoint& b)
 {
     const Vector3 way = Along(Rectangular(a), Rectangular(b), -1.0);
     return std::sqrt(Dot(way, way));

@@ -262,6 +262,7 @@ void CHost::TakeOverEngineLocation(bool onEarth)
 void CHost::OpenSiteDialog()
 {
     const bool isFirst = !m_dialog->IsWindow();
+    OfferAltitudeMode();
     m_dialog->DoModeless(&m_engine, m_folders.TerrainIndex);
     if (isFirst)
         PlaceSiteDialog();
@@ -291,23 +292,32 @@ void CHost::SaveState()
 {
     m_saveSoon.stop();
     SavedState::SaveObserver(m_observer);
-    KeepAltitudeMode();
+    if (m_dialog->IsWindow() && !m_folders.TerrainIndex.isEmpty())
+        SavedState::SaveAltitudeMode(IsAltitudeAutomatic());
 }
 
-/// Keeps where the altitude of the Earth comes from, which belongs to the place: an altitude that the user typed would
-/// else give way to the terrain's at the next start. The dialog itself stores it only when it is closed by 閉じる, and
-/// off the Earth as 手動, since nothing is automatic there; the choice for the Earth stands in the engine.
-void CHost::KeepAltitudeMode()
+/// What the engine was told last, by the dialog or the console; off the Earth nothing is automatic, but the choice stands.
+bool CHost::IsAltitudeAutomatic()
 {
-    if (!m_dialog->IsWindow() || m_folders.TerrainIndex.isEmpty())
-        return;
     ++m_own;
-    const int isAutomatic = m_engine.Command(u"? Location.Altitude.AutoGet"_s) == u"TRUE"_s ? 1 : 0;
+    const QString answer = m_engine.Command(u"? Location.Altitude.AutoGet"_s);
     --m_own;
+    return answer == u"TRUE"_s;
+}
+
+/// Hands the dialog, before it opens, the choice where the altitude comes from, which belongs to the place: an altitude
+/// that the user typed would else give way to the terrain's. The dialog itself stores the choice only when it is closed
+/// by 閉じる, and off the Earth as 手動.
+void CHost::OfferAltitudeMode()
+{
+    if (m_folders.TerrainIndex.isEmpty())
+        return;
+    const std::optional<bool> choice =
+        m_dialog->IsWindow() ? std::optional(IsAltitudeAutomatic()) : SavedState::AltitudeMode();
     int stored = -1;
     CRegistry::Read(m_dialog->RegistrySection(), u"AutoAltitude"_s, stored, &stored, CRegistry::Flag);
-    if (stored != isAutomatic)
-        CRegistry::Write(m_dialog->RegistrySection(), u"AutoAltitude"_s, isAutomatic, CRegistry::Flag);
+    if (choice && stored != int{*choice})
+        CRegistry::Write(m_dialog->RegistrySection(), u"AutoAltitude"_s, int{*choice}, CRegistry::Flag);
 }
 
 /// Refills the dialog once the line that made it necessary is done.

@@ -85,7 +85,8 @@ private:
     void PlaceOnOtherBodies();
     void PlaceSiteDialog();
     void RefillSoon();
-    void KeepAltitudeMode();
+    [[nodiscard]] bool IsAltitudeAutomatic();
+    void OfferAltitudeMode();
 
     DataFolders m_folders;
     CKPDateObs m_observer;

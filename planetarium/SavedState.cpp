@@ -15,6 +15,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 const QString Section = u"Planetarium"_s;
+const QString AltitudeModeName = u"AutoAltitude"_s;
 constexpr double WidestZone = 15.0; // hours
 
 QString Read(const QString& section, const QString& name)
@@ -113,4 +114,15 @@ void SavedState::SaveObserver(const CKPDateObs& observer)
     Keep(u"TimeZone"_s, Number::Format("%f", observer.GetUserTz()));
     Keep(u"TimeSystem"_s, QString::number(observer.GetTimeSys()));
     Keep(u"Body"_s, QString::number(observer.GetBody()));
+}
+
+std::optional<bool> SavedState::AltitudeMode()
+{
+    const int mode = ReadInteger(AltitudeModeName, -1);
+    return mode == 0 || mode == 1 ? std::optional(mode == 1) : std::nullopt;
+}
+
+void SavedState::SaveAltitudeMode(bool isAutomatic)
+{
+    Keep(AltitudeModeName, QString::number(int{isAutomatic}));
 }

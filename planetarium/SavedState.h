@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 class CKPDateObs;
 
 /// Where the observer was left, from one run to the next, in a section of its own of the settings. Stored values may
@@ -11,4 +13,8 @@ namespace SavedState
 void RestoreObserver(CKPDateObs& observer);
 /// Writes what is new.
 void SaveObserver(const CKPDateObs& observer);
+
+/// Whether the altitude on the Earth came from the terrain; nothing when no run has stored it.
+[[nodiscard]] std::optional<bool> AltitudeMode();
+void SaveAltitudeMode(bool isAutomatic);
 } // namespace SavedState

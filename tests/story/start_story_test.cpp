@@ -114,7 +114,10 @@ TEST_F(StartStory, AnAltitudeTypedByHandIsTheSameInTheNextRun)
     Click(ObsId::RadioAltManual);
     Enter(ObsId::EditAlt);
     Type("123");
-    Site().close(); // the close box
+    Site().close(); // the close box, which stores nothing of the dialog's own
+    int stored = -1;
+    CRegistry::Read(u"Dialog\\Obs"_s, u"AutoAltitude"_s, stored, &stored, CRegistry::Flag);
+    EXPECT_EQ(stored, -1);
     Quit();
     Start();
     OpenSite();

@@ -100,6 +100,8 @@ void CMainWindow::BuildRoadMapMenu()
     m_roadMap->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_M));
     m_roadMapAlone = add(u"観測者と連動せずに開く(&E)..."_s, false);
     connect(maps, &QMenu::aboutToShow, this, &CMainWindow::OfferWhatIsThere);
+    for (QAction* way : {m_site, m_city, m_roadMap})
+        way->setShortcutContext(Qt::ApplicationShortcut); // from 場所 and the road map, too
     OfferWhatIsThere();
 }
 

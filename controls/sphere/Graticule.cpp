@@ -19,7 +19,7 @@ constexpr std::array<double, 18> Spacings = {30,        15,        10,        5,
 
 // Nearer to a pole only every 30th or 90th meridian is drawn: the others would run together.
 constexpr double CrowdedLatitude = 80;
-constexpr double MostMeridians = 400;
+constexpr int MostMeridians = 400;
 
 // The part of a line that is on the near side and not far outside the area, as runs of connected points.
 class CLineDrawer
@@ -118,16 +118,27 @@ void DrawLabels(QPainter& painter, const CSphereView& view, QSizeF size, const G
         DrawLabel(painter, QRectF(inset, y - metrics.height() - 1, 1, metrics.height()), Qt::AlignLeft,
                   DegreeText(index * latitudes.Spacing, latitudes.Spacing, false, style));
     }
-    for (int index = static_cast<int>(std::ceil(longitudes.First / longitudes.Spacing));
-         index * longitudes.Spacing <= longitudes.Last; ++index) {
+    const auto meetsBottom = [&](double longitude) {
         double x = view.CenterPixel().x();
         for (int step = 0; step < 4; ++step) {
             const auto edge = view.FromScreen(QPointF(x, size.height() - inset));
-            const auto moved = edge ? view.ToScreen(index * longitudes.Spacing, edge->Latitude) : std::nullopt;
+            const auto moved = edge ? view.ToScreen(longitude, edge->Latitude) : std::nullopt;
             if (!moved)
                 break;
             x = moved->x();
         }
+        return x;
+    };
+    // Labels that would all but touch give way: only every second or third meridian, and so on, has one then.
+    const double middle = std::round(view.Center().Longitude / longitudes.Spacing) * longitudes.Spacing;
+    const double pitch = std::abs(meetsBottom(middle + longitudes.Spacing) - meetsBottom(middle));
+    const double room = metrics.height() + metrics.horizontalAdvance(DegreeText(middle, longitudes.Spacing, true, style));
+    const int stride = std::clamp(static_cast<int>(std::ceil(room / std::max(pitch, 1.0))), 1, MostMeridians);
+    for (int index = static_cast<int>(std::ceil(longitudes.First / longitudes.Spacing));
+         index * longitudes.Spacing <= longitudes.Last; ++index) {
+        if (index % stride != 0)
+            continue;
+        const double x = meetsBottom(index * longitudes.Spacing);
         const QString text = DegreeText(WrapLongitude(index * longitudes.Spacing), longitudes.Spacing, true, style);
         const double width = metrics.horizontalAdvance(text);
         if (x < 3 * metrics.height() || x + width > size.width() - inset)

@@ -91,6 +91,9 @@ TEST_F(PlanetariumStory, TheFirstScreenSaysHowToChooseTheSite)
     ASSERT_NE(Button(u"場所を開く  Ctrl+L"_s), nullptr);
     Button(u"場所を開く  Ctrl+L"_s)->click();
     EXPECT_TRUE(Site().isVisible());
+    OpenSite();
+    Press(Qt::Key_M, Qt::ControlModifier);
+    EXPECT_NE(Host().RoadMap(), nullptr) << "the keys of the ways work from 場所, too";
 }
 
 TEST_F(PlanetariumStory, TheSiteDialogComesUpBesideThePanel)

@@ -5,7 +5,10 @@
 #include "host/observer/KPDateObs.h"
 #include "host/system/CommonFile.h"
 #include "obs/DlgObs.h"
+#include "obs/SiteEntry.h"
+#include "obs/SiteMaps.h"
 #include "obs/core/EngineLines.h"
+#include "obs/core/SiteModel.h"
 
 using namespace Qt::StringLiterals;
 
@@ -18,15 +21,15 @@ void CDlgObs::OnObsBtnCity()
         MessageBox(u"観測地ファイルが見つかりません。"_s);
         return;
     }
-    CDlgCity dialog(&EmbeddedEngine, this);
-    dialog.SetMesh(LandscapeIndexFile.isEmpty() ? 0 : 1);
+    CDlgCity dialog(&Maps->Engine(), this);
+    dialog.SetMesh(Model->LandscapeIndexFile.isEmpty() ? 0 : 1);
     dialog.Paths = paths;
-    dialog.SetCorMapPtr(&GlobeMap);
+    dialog.SetCorMapPtr(&Maps->Globe());
     // The button is enabled on the Earth only, where the altitude is in metres.
-    static_cast<CoordinateFields&>(dialog.Coordinates) = Fields;
-    dialog.Coordinates.Altitude = Fields.AltitudeValue;
-    if (ShowsOffset && DateObs) // a place has a zone, whatever time system is shown
-        SiteLocationFormat::SplitTimeZone(DateObs->GetUserTz(), dialog.Coordinates);
+    static_cast<CoordinateFields&>(dialog.Coordinates) = Model->Fields;
+    dialog.Coordinates.Altitude = Model->Fields.AltitudeValue;
+    if (Model->ShowsOtherOffset()) // a place has a zone, whatever time system is shown
+        SiteLocationFormat::SplitTimeZone(Model->EditToTz(), dialog.Coordinates);
 
     HostWindow::Send(HostWindow::Main(), HostWindow::MessageModalLoop, 1);
     const int result = dialog.DoModal();
@@ -37,17 +40,17 @@ void CDlgObs::OnObsBtnCity()
 
 void CDlgObs::TakePlace(const CDlgCity& dialog)
 {
-    static_cast<CoordinateFields&>(Fields) = dialog.Coordinates;
-    ShowsOffset = false; // the zone is the place's now
-    Fields.AltitudeValue = dialog.Coordinates.Altitude;
+    static_cast<CoordinateFields&>(Model->Fields) = dialog.Coordinates;
+    Model->OwnZone(); // the zone is the place's now
+    Model->Fields.AltitudeValue = dialog.Coordinates.Altitude;
     if (dialog.IsInitialSet != 0)
         SaveDefault(dialog.InitialLongitude, dialog.InitialLatitude, dialog.InitialAltitude, dialog.InitialTimeZone);
     UpdateData(false);
-    if (!LandscapeIndexFile.isEmpty() && dialog.IsAltitudeFromTerrain == 0) {
+    if (!Model->LandscapeIndexFile.isEmpty() && dialog.IsAltitudeFromTerrain == 0) {
         DoitBool(QString::fromUtf16(EngineLines::AutoGetAltitude), 0);
-        Fields.AltitudeMode = 1;
+        Model->Fields.AltitudeMode = 1;
         UpdateData(false);
         UpdateStatus();
     }
-    UpdateValue();
+    Entry->UpdateValue();
 }

@@ -1,10 +1,12 @@
 #include "pictures/Screenshots.h"
 
+#include "host/control_window/CorKivMap.h"
 #include "host/dialog/CommandIds.h"
 #include "host/dialog/DlgCommand.h"
 #include "host/dialog/Help.h"
 #include "host/observer/BodyTable.h"
 #include "obs/ControlIds.h"
+#include "obs/core/ObsSettings.h"
 #include "pictures/Camera.h"
 #include "pictures/CityPictures.h"
 #include "pictures/RoadMapPictures.h"

@@ -1,6 +1,7 @@
 #include "planetarium/Host.h"
 
 #include "host/control/ControlNumbers.h"
+#include "host/control_window/CorKivMap.h"
 #include "host/dialog/ScreenFit.h"
 #include "host/observer/BodyTable.h"
 #include "host/system/CommonFile.h"
@@ -8,6 +9,7 @@
 #include "host/text/Number.h"
 #include "obs/ControlIds.h"
 #include "obs/core/EngineLines.h"
+#include "obs/core/SiteLocation.h"
 #include "planetarium/CallText.h"
 #include "planetarium/EclipseData.h"
 #include "planetarium/SavedState.h"
@@ -296,7 +298,8 @@ void CHost::SaveState()
         SavedState::SaveAltitudeMode(IsAltitudeAutomatic());
 }
 
-/// What the engine was told last, by the dialog or the console; off the Earth nothing is automatic, but the choice stands.
+/// What the engine was told last, by the dialog or the console; off the Earth nothing is automatic, but the choice
+/// stands.
 bool CHost::IsAltitudeAutomatic()
 {
     ++m_own;

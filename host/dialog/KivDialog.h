@@ -79,18 +79,39 @@ public:
     void accept() override;
     void reject() override;
 
-protected:
-    /// Builds the window from its template, then runs OnInitDialog. False when there is no such template
-    /// or the window exists already.
-    [[nodiscard]] bool Create(CCorKiv* hostEngine);
-
+    /// The engine handed over by the host; null for none.
     [[nodiscard]] CCorKiv* HostEngine() const { return m_hostEngine; }
-    void SetHostEngine(CCorKiv* engine) { m_hostEngine = engine; }
+    /// Assigns "TRUE" or "FALSE" to a property of the host engine; nothing happens without one.
+    void DoitBool(const QString& path, int flag);
+    /// Whether the host engine answers this text for the property; 0 without an engine.
+    [[nodiscard]] int IsIt(const QString& path, const QString& value) const;
 
     /// Moves all members: true from the controls into the members, false the other way.
     void UpdateData(bool saveAndValidate = true);
     /// The same for one control; a pair of radios goes by its first.
     void UpdateItem(int id, bool saveAndValidate);
+    void SetItemText(int id, const QString& text);
+    void EnableItem(int id, bool enable);
+    /// Writes to controls inside this call run no handler.
+    template <typename Write> void WithoutNotices(Write write)
+    {
+        const WriteGuard guard(*this);
+        write();
+    }
+    /// Runs a handler; an invalid argument that it runs into is shown and goes no further.
+    void Guarded(const std::function<void()>& handler);
+    /// Shows a box over this dialog through the prompts in use.
+    IPrompts::Answer MessageBox(const QString& text, IPrompts::Icon icon = IPrompts::Icon::None,
+                                IPrompts::Buttons buttons = IPrompts::Buttons::Ok);
+    /// Connects the events of a created control to the event map.
+    void ConnectEvents(CControlWindow& control);
+
+protected:
+    /// Builds the window from its template, then runs OnInitDialog. False when there is no such template
+    /// or the window exists already.
+    [[nodiscard]] bool Create(CCorKiv* hostEngine);
+
+    void SetHostEngine(CCorKiv* engine) { m_hostEngine = engine; }
 
     virtual MessageMap GetMessageMap() { return {}; }
     virtual EventSinkMap GetEventSinkMap() { return {}; }
@@ -107,30 +128,6 @@ protected:
     /// CatchKeys.
     virtual bool PreTranslateMessage(QKeyEvent& /*key*/) { return false; }
     void CatchKeys();
-
-    /// Assigns "TRUE" or "FALSE" to a property of the host engine; nothing happens without one.
-    void DoitBool(const QString& path, int flag);
-    /// Whether the host engine answers this text for the property; 0 without an engine.
-    [[nodiscard]] int IsIt(const QString& path, const QString& value) const;
-
-    void SetItemText(int id, const QString& text);
-    void EnableItem(int id, bool enable);
-    /// Writes to controls inside this call run no handler.
-    template <typename Write> void WithoutNotices(Write write)
-    {
-        const WriteGuard guard(*this);
-        write();
-    }
-
-    /// Connects the events of a created control to the event map.
-    void ConnectEvents(CControlWindow& control);
-
-    /// Runs a handler; an invalid argument that it runs into is shown and goes no further.
-    void Guarded(const std::function<void()>& handler);
-
-    /// Shows a box over this dialog through the prompts in use.
-    IPrompts::Answer MessageBox(const QString& text, IPrompts::Icon icon = IPrompts::Icon::None,
-                                IPrompts::Buttons buttons = IPrompts::Buttons::Ok);
 
     template <typename Dialog> MessageEntry OnChange(int id, void (Dialog::*handler)())
     {

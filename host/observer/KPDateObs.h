@@ -57,7 +57,8 @@ public:
     void GetUT(int* year, int* month, int* day, int* hour, int* minute, int* second, int flag) const;
     void SetUT(const QDateTime& instant); ///< an invalid instant is ignored
     [[nodiscard]] QDateTime GetInstant() const { return m_instant; }
-    /// Tells the host to refresh its date display; 2 stands for a changed time zone.
+    static constexpr unsigned long TimeZoneChanged = 2;
+    /// Tells the host to refresh its date display, and what has changed.
     void UpdateDateDisp(unsigned long what);
     [[nodiscard]] int IsTimeLocked() const { return m_timeLocked; }
     void SetTimeLocked(int locked) { m_timeLocked = locked; }

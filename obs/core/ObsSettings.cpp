@@ -81,10 +81,14 @@ void ObsSettings::Save(const QString& section, const Layers& layers, int viewAng
     CRegistry::Write(section, AutoAltitudeName, isAltitudeAutomatic ? 1 : 0, CRegistry::Flag);
 }
 
-ObsSettings::InitialPlace ObsSettings::ReadInitialPlace()
+ObsSettings::Statement ObsSettings::ReadInitialLocation()
 {
-    return {LocationName, ReadText(DefaultSection, LocationName, u"location(139.691772, 35.689236, 39.000000)"_s),
-            TimeZoneName, ReadText(DefaultSection, TimeZoneName, u"9.000000"_s)};
+    return {LocationName, ReadText(DefaultSection, LocationName, u"location(139.691772, 35.689236, 39.000000)"_s)};
+}
+
+ObsSettings::Statement ObsSettings::ReadInitialTimeZone()
+{
+    return {TimeZoneName, ReadText(DefaultSection, TimeZoneName, u"9.000000"_s)};
 }
 
 void ObsSettings::SaveInitialPlace(double longitude, double latitude, double altitude, double timeZone)

@@ -17,15 +17,14 @@ using Layers = std::array<int, LayerCount>; ///< 0 or 1 each, in the order of th
 /// Writes the layers, the slider position and the altitude choice, in this order.
 void Save(const QString& section, const Layers& layers, int viewAngle, bool isAltitudeAutomatic);
 
-/// The application's initial place as engine statements: value names and stored texts.
-struct InitialPlace
+/// A part of the application's initial place as the engine takes it: the value's name and the stored text.
+struct Statement
 {
-    QString LocationName;
-    QString Location;
-    QString TimeZoneName;
-    QString TimeZone;
+    QString Name;
+    QString Value;
 };
-[[nodiscard]] InitialPlace ReadInitialPlace();
+[[nodiscard]] Statement ReadInitialLocation();
+[[nodiscard]] Statement ReadInitialTimeZone();
 /// Degrees, metres and hours.
 void SaveInitialPlace(double longitude, double latitude, double altitude, double timeZone);
 } // namespace ObsSettings

@@ -219,17 +219,17 @@ TEST(InitialPlace, AsksAndIsStoredAsTheEngineReadsIt)
 
     QTemporaryDir folder;
     CRegistry::UseFile(folder.filePath(u"s.ini"_s));
-    auto place = ObsSettings::ReadInitialPlace();
-    EXPECT_EQ(EngineLines::Assign(place.LocationName, place.Location),
+    const auto location = ObsSettings::ReadInitialLocation();
+    const auto zone = ObsSettings::ReadInitialTimeZone();
+    EXPECT_EQ(EngineLines::Assign(location.Name, location.Value),
               u"location = location(139.691772, 35.689236, 39.000000)"_s);
-    EXPECT_EQ(EngineLines::AssignAndShow(place.TimeZoneName, place.TimeZone), u"time.timezone = 9.000000; Show Sky"_s);
+    EXPECT_EQ(EngineLines::AssignAndShow(zone.Name, zone.Value), u"time.timezone = 9.000000; Show Sky"_s);
     ObsSettings::SaveInitialPlace(JoinLongitude(Fields(1, 74, 0, 21.6), 4), JoinLatitude(Fields(0, 40, 42, 46.1)), 10,
                                   -5);
     CRegistry::Flush();
     CRegistry::UseFile(folder.filePath(u"s.ini"_s));
-    place = ObsSettings::ReadInitialPlace();
-    EXPECT_EQ(place.Location, u"location(-74.006000, 40.712806, 10.000000)"_s);
-    EXPECT_EQ(place.TimeZone, u"-5.000000"_s);
+    EXPECT_EQ(ObsSettings::ReadInitialLocation().Value, u"location(-74.006000, 40.712806, 10.000000)"_s);
+    EXPECT_EQ(ObsSettings::ReadInitialTimeZone().Value, u"-5.000000"_s);
     CRegistry::UseFile(folder.filePath(u"other.ini"_s));
 }
 

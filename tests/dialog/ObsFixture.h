@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/control_window/CorKiv.h"
+#include "host/control_window/CorKivMap.h"
 #include "host/observer/KPDateObs.h"
 #include "obs/ControlIds.h"
 #include "obs/DlgObs.h"

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/control_window/CorKivMap.h"
 #include "host/observer/KPDateObs.h"
 #include "obs/ControlIds.h"
 #include "planetarium/MainWindow.h"

@@ -94,6 +94,22 @@ void DrawLabel(QPainter& painter, const QRectF& box, Qt::Alignment alignment, co
     painter.drawText(box, static_cast<int>(alignment) | Qt::TextDontClip, text);
 }
 
+/// Every how many meridians have room for a label at the lower edge, where they meet towards a pole. A label keeps its
+/// line while the map is turned.
+int LabelStride(const CSphereView& view, QSizeF size, const QFontMetricsF& metrics, const GraticuleStyle& style,
+                const Range& longitudes)
+{
+    const auto edge = view.FromScreen(QPointF(view.CenterPixel().x(), size.height() - 4));
+    const double narrowing = edge ? std::cos(edge->Latitude * RadiansPerDegree) : 1;
+    const double gap = longitudes.Spacing * RadiansPerDegree * view.Radius() * narrowing;
+    const QString text = DegreeText(WrapLongitude(view.Center().Longitude), longitudes.Spacing, true, style);
+    const double needed = metrics.horizontalAdvance(text) + metrics.height() / 2;
+    int stride = 1;
+    while (stride < 64 && gap * stride < needed)
+        stride *= 2;
+    return stride;
+}
+
 void DrawLabels(QPainter& painter, const CSphereView& view, QSizeF size, const GraticuleStyle& style,
                 const Range& longitudes, const Range& latitudes)
 {
@@ -119,8 +135,11 @@ void DrawLabels(QPainter& painter, const CSphereView& view, QSizeF size, const G
         DrawLabel(painter, QRectF(inset, y - metrics.height() - 1, 1, metrics.height()), Qt::AlignLeft,
                   DegreeText(index * latitudes.Spacing, latitudes.Spacing, false, style));
     }
+    const int stride = LabelStride(view, size, metrics, style, longitudes);
     for (int index = static_cast<int>(std::ceil(longitudes.First / longitudes.Spacing));
          index * longitudes.Spacing <= longitudes.Last; ++index) {
+        if (index % stride != 0)
+            continue;
         double x = view.CenterPixel().x();
         for (int step = 0; step < 4; ++step) {
             const auto edge = view.FromScreen(QPointF(x, size.height() - inset));

@@ -93,6 +93,18 @@ TEST_F(PlanetariumStory, TheFirstScreenSaysHowToChooseTheSite)
     EXPECT_TRUE(Site().isVisible());
 }
 
+TEST_F(PlanetariumStory, TheKeysThatThePanelNamesWorkInTheSiteDialogToo)
+{
+    Start();
+    OpenSite();
+    Enter(ObsId::EditLngDeg);
+    const bool ran = Host().IsClockRunning();
+    Press(Qt::Key_R, Qt::ControlModifier);
+    EXPECT_NE(Host().IsClockRunning(), ran);
+    InNext([](CKivDialog& list) { EXPECT_EQ(list.TemplateNumber(), CityId::Template); });
+    Press(Qt::Key_T, Qt::ControlModifier);
+}
+
 TEST_F(PlanetariumStory, TheSiteDialogComesUpBesideThePanel)
 {
     const QRect screen(0, 0, 1920, 1080);

@@ -58,6 +58,8 @@ private:
     QPolygonF m_run;
 };
 
+const QColor Shadow(8, 10, 14, 150);
+
 struct Range
 {
     double First = 0;
@@ -91,7 +93,12 @@ QString DegreeText(double degrees, double spacing, bool isLongitude, const Grati
 
 void DrawLabel(QPainter& painter, const QRectF& box, Qt::Alignment alignment, const QString& text)
 {
-    painter.drawText(box, static_cast<int>(alignment) | Qt::TextDontClip, text);
+    const int flags = static_cast<int>(alignment) | Qt::TextDontClip;
+    const QPen pen = painter.pen();
+    painter.setPen(Shadow); // or the light text is lost on a bright body
+    painter.drawText(box.translated(1, 1), flags, text);
+    painter.setPen(pen);
+    painter.drawText(box, flags, text);
 }
 
 /// Every how many meridians have room for a label at the lower edge, where they meet towards a pole. A label keeps its

@@ -79,7 +79,9 @@ QString Missing(const CommandLine& line)
         if (folder && !isFolder(*folder))
             return u"フォルダ「%1」がありません（--%2）。"_s.arg(QDir::toNativeSeparators(*folder), Text(option.Name));
     }
-    if (line.Settings && (isFolder(*line.Settings) || !isFolder(QFileInfo(*line.Settings).absolutePath())))
+    if (line.Settings && isFolder(*line.Settings))
+        return u"設定ファイル「%1」と同じ名前のフォルダがあります（--settings）。"_s.arg(*line.Settings);
+    if (line.Settings && !isFolder(QFileInfo(*line.Settings).absolutePath()))
         return u"設定ファイル「%1」を置くフォルダがありません（--settings）。"_s.arg(*line.Settings);
     if (line.Terrain && !line.Terrain->isEmpty() && !QFileInfo(*line.Terrain).isFile())
         return u"ファイル「%1」がありません（--terrain）。"_s.arg(*line.Terrain);

@@ -52,6 +52,9 @@ void CMainWindow::BuildMenus(Audience audience)
         BuildDeveloperMenu();
     QMenu* help = menuBar()->addMenu(u"ヘルプ(&H)"_s);
     help->addAction(u"使い方(&G)"_s, QKeySequence(Qt::Key_F1), this, [this] { Help::Show(this, 0); });
+    // The keys that the panel names also work while 場所, the road map or the guide is the active window.
+    for (QAction* action : {m_site, m_city, m_roadMap, m_clock})
+        action->setShortcutContext(Qt::ApplicationShortcut);
     m_choices->Add(m_site, u"座標や拡大地図で選びます。ほかの天体も選べます。"_s);
     m_choices->Add(m_city, u"地名の一覧から選びます。"_s);
     m_choices->Add(m_roadMap, u"日本の道路地図から選びます。"_s);
@@ -62,7 +65,8 @@ void CMainWindow::BuildFileMenu()
     QMenu* file = menuBar()->addMenu(u"ファイル(&F)"_s);
     file->addAction(u"コマンド入力(&C)..."_s, this, &CMainWindow::OpenConsole);
     file->addSeparator();
-    file->addAction(u"終了(&X)"_s, QKeySequence(Qt::CTRL | Qt::Key_Q), this, &QWidget::close);
+    file->addAction(u"終了(&X)"_s, QKeySequence(Qt::CTRL | Qt::Key_Q), this, &QWidget::close)
+        ->setShortcutContext(Qt::ApplicationShortcut);
 }
 
 void CMainWindow::BuildSiteMenu()
@@ -100,8 +104,6 @@ void CMainWindow::BuildRoadMapMenu()
     m_roadMap->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_M));
     m_roadMapAlone = add(u"観測者と連動せずに開く(&E)..."_s, false);
     connect(maps, &QMenu::aboutToShow, this, &CMainWindow::OfferWhatIsThere);
-    for (QAction* way : {m_site, m_city, m_roadMap})
-        way->setShortcutContext(Qt::ApplicationShortcut); // from 場所 and the road map, too
     OfferWhatIsThere();
 }
 

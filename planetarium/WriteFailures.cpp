@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QPointer>
 #include <QWidget>
 
 using namespace Qt::StringLiterals;
@@ -65,7 +66,10 @@ void CWriteFailures::Tell()
 {
     while (!m_messages.isEmpty()) {
         QWidget* over = QApplication::activeModalWidget();
+        const QPointer<QWidget> active = QApplication::activeWindow();
         IPrompts::Current().Show(over ? over : &m_window, m_messages.takeFirst(), IPrompts::Icon::Warning,
                                  IPrompts::Buttons::Ok);
+        if (active) // whoever was typing into the site dialog goes on there
+            active->activateWindow();
     }
 }

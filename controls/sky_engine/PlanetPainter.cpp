@@ -12,6 +12,7 @@ namespace
 {
 const QColor Background(11, 14, 20);
 const QColor CaptionColor(214, 220, 230, 200);
+const QColor CaptionShadow(8, 10, 14, 190);
 const QColor MarkerColor(255, 176, 64);
 const QColor MarkerHalo(0, 0, 0, 215);
 constexpr double MarkerReach = 11.0;
@@ -132,7 +133,10 @@ void CPlanetPainter::Draw(QImage& frame, const PlanetScene& scene, const QFont& 
         m_names.Draw(painter, view, size, marker, scene.HasLeadlines);
     if (observer)
         DrawMarker(painter, *observer);
+    const QRectF captionBox = QRectF(QPointF(0.0, 0.0), size).adjusted(10.0, 8.0, -10.0, -8.0);
+    const QString caption = BodyTable::Label(scene.Body);
+    painter.setPen(CaptionShadow); // on the Sun a light text alone would be lost
+    painter.drawText(captionBox.translated(1.0, 1.0), Qt::AlignTop | Qt::AlignLeft, caption);
     painter.setPen(CaptionColor);
-    painter.drawText(QRectF(QPointF(0.0, 0.0), size).adjusted(10.0, 8.0, -10.0, -8.0), Qt::AlignTop | Qt::AlignLeft,
-                     BodyTable::Label(scene.Body));
+    painter.drawText(captionBox, Qt::AlignTop | Qt::AlignLeft, caption);
 }

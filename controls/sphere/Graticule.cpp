@@ -57,6 +57,8 @@ private:
     QPolygonF m_run;
 };
 
+const QColor LabelShadow(8, 10, 14, 150);
+
 struct Range
 {
     double First = 0;
@@ -90,7 +92,12 @@ QString DegreeText(double degrees, double spacing, bool isLongitude, const Grati
 
 void DrawLabel(QPainter& painter, const QRectF& box, Qt::Alignment alignment, const QString& text)
 {
-    painter.drawText(box, static_cast<int>(alignment) | Qt::TextDontClip, text);
+    const int flags = static_cast<int>(alignment) | Qt::TextDontClip;
+    const QPen pen = painter.pen();
+    painter.setPen(LabelShadow); // or the light text is lost on a bright body
+    painter.drawText(box.translated(1, 1), flags, text);
+    painter.setPen(pen);
+    painter.drawText(box, flags, text);
 }
 
 void DrawLabels(QPainter& painter, const CSphereView& view, QSizeF size, const GraticuleStyle& style,
@@ -132,7 +139,8 @@ void DrawLabels(QPainter& painter, const CSphereView& view, QSizeF size, const G
     // Labels that would all but touch give way: only every second or third meridian, and so on, has one then.
     const double middle = std::round(view.Center().Longitude / longitudes.Spacing) * longitudes.Spacing;
     const double pitch = std::abs(meetsBottom(middle + longitudes.Spacing) - meetsBottom(middle));
-    const double room = metrics.height() + metrics.horizontalAdvance(DegreeText(middle, longitudes.Spacing, true, style));
+    const double room =
+        metrics.height() + metrics.horizontalAdvance(DegreeText(middle, longitudes.Spacing, true, style));
     const int stride = std::clamp(static_cast<int>(std::ceil(room / std::max(pitch, 1.0))), 1, MostMeridians);
     for (int index = static_cast<int>(std::ceil(longitudes.First / longitudes.Spacing));
          index * longitudes.Spacing <= longitudes.Last; ++index) {

@@ -91,9 +91,18 @@ TEST_F(PlanetariumStory, TheFirstScreenSaysHowToChooseTheSite)
     ASSERT_NE(Button(u"場所を開く  Ctrl+L"_s), nullptr);
     Button(u"場所を開く  Ctrl+L"_s)->click();
     EXPECT_TRUE(Site().isVisible());
+}
+
+TEST_F(PlanetariumStory, TheKeysThatThePanelNamesWorkInTheSiteDialogToo)
+{
+    Start();
     OpenSite();
-    Press(Qt::Key_M, Qt::ControlModifier);
-    EXPECT_NE(Host().RoadMap(), nullptr) << "the keys of the ways work from 場所, too";
+    Enter(ObsId::EditLngDeg);
+    const bool ran = Host().IsClockRunning();
+    Press(Qt::Key_R, Qt::ControlModifier);
+    EXPECT_NE(Host().IsClockRunning(), ran);
+    InNext([](CKivDialog& list) { EXPECT_EQ(list.TemplateNumber(), CityId::Template); });
+    Press(Qt::Key_T, Qt::ControlModifier);
 }
 
 TEST_F(PlanetariumStory, TheSiteDialogComesUpBesideThePanel)

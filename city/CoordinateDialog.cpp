@@ -4,8 +4,8 @@
 
 #include <array>
 
-using PlaceEntryRules::Box;
-using PlaceEntryRules::Owner;
+using EntryRules::Box;
+using EntryRules::Policy;
 
 namespace
 {
@@ -18,21 +18,21 @@ struct BoxControls
     int SpinId;
 };
 
-constexpr std::array<BoxControls, PlaceEntryRules::BoxCount> Controls{{
-    {Box::Long1, EditLong1, SpinLong1},
-    {Box::Long2, EditLong2, SpinLong2},
-    {Box::Long3, EditLong3, SpinLong3},
-    {Box::Lat1, EditLat1, SpinLat1},
-    {Box::Lat2, EditLat2, SpinLat2},
-    {Box::Lat3, EditLat3, SpinLat3},
+constexpr std::array<BoxControls, EntryRules::BoxCount> Controls{{
+    {Box::LngDeg, EditLong1, SpinLong1},
+    {Box::LngMin, EditLong2, SpinLong2},
+    {Box::LngSec, EditLong3, SpinLong3},
+    {Box::LatDeg, EditLat1, SpinLat1},
+    {Box::LatMin, EditLat2, SpinLat2},
+    {Box::LatSec, EditLat3, SpinLat3},
     {Box::Alt, EditAlt, SpinAlt},
     {Box::TzHour, EditTzHour, SpinTzHour},
     {Box::TzMin, EditTzMin, SpinTzMin},
 }};
 } // namespace
 
-CCoordinateDialog::CCoordinateDialog(int templateNumber, const QString& registrySection, Owner owner, QWidget* parent)
-    : CKivDialog(templateNumber, registrySection, parent), m_owner(owner)
+CCoordinateDialog::CCoordinateDialog(int templateNumber, const QString& registrySection, Policy policy, QWidget* parent)
+    : CKivDialog(templateNumber, registrySection, parent), m_policy(policy)
 {
 }
 
@@ -54,7 +54,7 @@ void CCoordinateDialog::DoDataExchange(CDataExchange* exchange)
 {
     constexpr int width = 0;
     constexpr int maxChars = 7;
-    const char* secondsFormat = m_owner == Owner::CityList ? "%.1f" : "%4.1f";
+    const char* secondsFormat = m_policy == Policy::CityList ? "%.1f" : "%4.1f";
     CKivDialog::DoDataExchange(exchange);
     DDX_Radio(exchange, RadioEast, Coordinates.LongitudeHemisphere);
     DDX_Radio(exchange, RadioNorth, Coordinates.LatitudeHemisphere);
@@ -73,16 +73,23 @@ void CCoordinateDialog::DoDataExchange(CDataExchange* exchange)
 void CCoordinateDialog::OnChangeSetObsEdit(Box box)
 {
     UpdateData();
-    const PlaceEntryRules::Finding finding = PlaceEntryRules::Check(Coordinates, box, m_owner);
-    if (finding.Message)
+    const bool isBelowDegrees = box == Box::LatMin || box == Box::LatSec;
+    if (isBelowDegrees && EntryRules::ClearBeyondPole(Coordinates, m_policy)) {
+        UpdateData(false);
+        return;
+    }
+    const EntryRules::Finding finding = EntryRules::Check(Entered(), box, m_policy);
+    if (finding.IsOutside)
         MessageBox(QString::fromUtf16(finding.Message), IPrompts::Icon::Information);
-    if (finding.Changed)
+    EntryRules::Correct(Entered(), box, finding);
+    const bool isCleared = box == Box::LatDeg && EntryRules::ClearBeyondPole(Coordinates, m_policy);
+    if (finding.IsOutside || isCleared)
         UpdateData(false);
 }
 
 void CCoordinateDialog::OnDeltaposSetObsSpin(Box box, int delta)
 {
     UpdateData();
-    PlaceEntryRules::Spin(Coordinates, box, delta, m_owner);
+    EntryRules::Spin(Entered(), box, delta, m_policy);
     UpdateData(false);
 }

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "city/core/CoordinateBlock.h"
-#include "city/core/PlaceEntryRules.h"
 #include "host/dialog/KivDialog.h"
 #include "module/kivobs_export.h"
+#include "obs/core/EntryRules.h"
 
 /// A dialog that shows the position of a place: it binds the coordinate block to the boxes of its template and lets
 /// the rules of its owner watch over them. The city list and the place editor are such dialogs.
@@ -16,19 +16,20 @@ public:
     CoordinateBlock Coordinates;
 
 protected:
-    CCoordinateDialog(int templateNumber, const QString& registrySection, PlaceEntryRules::Owner owner,
-                      QWidget* parent);
+    CCoordinateDialog(int templateNumber, const QString& registrySection, EntryRules::Policy policy, QWidget* parent);
 
     MessageMap GetMessageMap() override;
     void DoDataExchange(CDataExchange* exchange) override;
 
 private:
     /// OnChangeSetObsEditLong1 to OnChangeSetObsEditTzMin, in the editor OnChangeEditCityEditLong1 to ...EditMin.
-    void OnChangeSetObsEdit(PlaceEntryRules::Box box);
+    void OnChangeSetObsEdit(EntryRules::Box box);
     /// OnDeltaposSetObsSpinLong1 to OnDeltaposSetObsSpinTzMin.
-    void OnDeltaposSetObsSpin(PlaceEntryRules::Box box, int delta);
+    void OnDeltaposSetObsSpin(EntryRules::Box box, int delta);
     /// OnClickedSetObsRadioEast, ...West, ...North, ...South, ...Plus and ...Minus.
     void OnClickedSetObsRadio() { UpdateData(); }
 
-    PlaceEntryRules::Owner m_owner;
+    [[nodiscard]] EntryRules::Entered Entered() { return {Coordinates, Coordinates.Altitude}; }
+
+    EntryRules::Policy m_policy;
 };

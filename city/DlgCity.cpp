@@ -23,7 +23,7 @@ constexpr QSize RoomForTree(60, 140); // pixels more than the tree's least size
 CDlgCity::CDlgCity(QWidget* parent) : CDlgCity(nullptr, parent) {}
 
 CDlgCity::CDlgCity(CCorKiv* engine, QWidget* parent)
-    : CCoordinateDialog(CityId::Template, StringTable::Load(StringTable::SectionCity), PlaceEntryRules::Owner::CityList,
+    : CCoordinateDialog(CityId::Template, StringTable::Load(StringTable::SectionCity), EntryRules::Policy::CityList,
                         parent)
 {
     SetHostEngine(engine);

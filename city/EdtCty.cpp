@@ -11,7 +11,7 @@ CEdtCty::CEdtCty(QWidget* parent) : CEdtCty(nullptr, parent) {}
 
 CEdtCty::CEdtCty(CCorKiv* engine, QWidget* parent)
     : CCoordinateDialog(EditCityId::Template, StringTable::Load(StringTable::SectionEditCity),
-                        PlaceEntryRules::Owner::Editor, parent)
+                        EntryRules::Policy::Editor, parent)
 {
     SetHostEngine(engine);
 }
@@ -48,7 +48,7 @@ int CEdtCty::CheckValue()
 {
     Name = PlaceName::Normalized(Name);
     QString complaints = Name.isEmpty() ? u"都市名を入力してください。\n"_s : QString();
-    complaints += PlaceEntryRules::FinalComplaints(Coordinates);
+    complaints += PlaceCoordinates::FinalComplaints(Coordinates);
     complaints += PlaceName::Complaints(Name, u"地名"_s);
     if (complaints.isEmpty())
         return 1;

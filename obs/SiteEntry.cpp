@@ -13,6 +13,7 @@
 
 using namespace Qt::StringLiterals;
 using EntryRules::Box;
+using EntryRules::Policy;
 using Notice = CKivDialog::Notice;
 
 namespace
@@ -38,9 +39,15 @@ constexpr std::array<BoxControls, EntryRules::BoxCount> Controls{{
     {Box::LatDeg, EditLatDeg, SpinLatDeg, EditLatDeg},
     {Box::LatMin, EditLatMin, SpinLatMin, EditLngMin},
     {Box::LatSec, EditLatSec, SpinLatSec, EditLatSec},
+    {Box::Alt, EditAlt, SpinAlt, EditAlt},
     {Box::TzHour, EditTzHour, SpinTzHour, EditTzHour},
     {Box::TzMin, EditTzMin, SpinTzMin, EditTzMin},
 }};
+
+const BoxControls& ControlsOf(Box box)
+{
+    return Controls[static_cast<size_t>(box)];
+}
 
 /// Remembers where the user types and puts the caret back there.
 class CCaret
@@ -71,8 +78,6 @@ CSiteEntry::CSiteEntry(CKivDialog& dialog, CSiteModel& model, std::function<void
 CKivDialog::MessageMap CSiteEntry::Messages()
 {
     CKivDialog::MessageMap map{
-        {Notice::Change, EditAlt, [this](int) { OnChangeEdtAlt(); }},
-        {Notice::DeltaPos, SpinAlt, [this](int delta) { OnDeltaposSpnAlt(delta); }},
         {Notice::Clicked, RadioAltAuto, [this](int) { OnRdAltAuto(); }},
         {Notice::Clicked, RadioAltManual, [this](int) { OnRdAltManual(); }},
     };
@@ -116,94 +121,81 @@ void CSiteEntry::UpdateValue()
 
 void CSiteEntry::OnChangeBox(Box box)
 {
-    const EntryRules::EditRule& rule = EntryRules::Edit(box);
-    const BoxControls& controls = Controls[static_cast<size_t>(box)];
+    const BoxControls& controls = ControlsOf(box);
     const auto* edit = m_dialog.Item<CKivEdit>(controls.EditId);
-    if (rule.WaitsForDigit && edit && (edit->text().isEmpty() || edit->text().endsWith(u'.')))
+    if (EntryRules::WaitsForDigit(box) && edit && (edit->text().isEmpty() || edit->text().endsWith(u'.')))
         return;
     const CCaret caret(edit);
     m_dialog.UpdateData();
 
-    if ((box == Box::LatMin || box == Box::LatSec) && EntryRules::ClearBeyondPole(m_model.Fields))
-        m_dialog.UpdateData(false);
+    if (box == Box::LatMin || box == Box::LatSec)
+        ClearBeyondPole();
     const bool wasCorrected = CorrectBox(box);
-    if (box == Box::LatDeg && EntryRules::ClearBeyondPole(m_model.Fields))
-        m_dialog.UpdateData(false);
-    if (wasCorrected && !rule.AppliesAfterCorrection)
+    if (box == Box::LatDeg)
+        ClearBeyondPole();
+    if (wasCorrected && !EntryRules::AppliesAfterCorrection(box))
         return;
-    m_model.ApplyFields(rule.Then);
-    if (rule.KeepsCaret)
+    Apply(box);
+    if (EntryRules::KeepsCaret(box))
         caret.Restore(m_dialog.Item<CKivEdit>(controls.CaretId));
 }
 
-/// Tests a box's value; outside its range shows the message, puts the nearest bound in its place and answers true.
+void CSiteEntry::ClearBeyondPole()
+{
+    if (EntryRules::ClearBeyondPole(m_model.Fields, Policy::SiteDialog))
+        m_dialog.UpdateData(false);
+}
+
+/// Tests a box's value; outside its range shows the message, puts the nearest bound in its place and returns true.
 bool CSiteEntry::CorrectBox(Box box)
 {
-    SiteFields& fields = m_model.Fields;
-    const EntryRules::EditRule& rule = EntryRules::Edit(box);
-    const double value = EntryRules::Get(fields, rule.Value);
-    const int longitudeBound = EntryRules::LongitudeBound(m_model.BodyIndex);
-    const double high = box == Box::LngDeg ? longitudeBound : rule.High;
-    const bool isBelow = value < rule.Low;
-    const bool isAbove = rule.HighExcluded ? value >= high : value > high;
-    if (!isBelow && !isAbove)
+    const EntryRules::Finding finding = EntryRules::Check(m_model.Entered(), box, Policy::SiteDialog);
+    if (!finding.IsOutside)
         return false;
-
-    const char16_t* text = isBelow ? rule.BelowMessage : rule.AboveMessage;
-    QString message = text ? QString::fromUtf16(text) : QString();
-    if (!text) {
-        const QByteArray format = StringTable::Load(StringTable::LongitudeRange).toUtf8();
-        message = Number::FormatUnchecked(format.constData(), 0, longitudeBound);
-    }
-    m_dialog.MessageBox(message, IPrompts::Icon::Information);
-    EntryRules::Set(fields, rule.Value, isBelow ? rule.Low : (box == Box::LngDeg ? high : rule.HighCorrection));
-    if (box == Box::LatDeg && isBelow) {
-        fields.LatitudeMinutes = 0;
-        fields.LatitudeSeconds = 0.0;
-    }
+    m_dialog.MessageBox(finding.Message ? QString::fromUtf16(finding.Message) : RangeText(box, finding),
+                        IPrompts::Icon::Information);
+    EntryRules::Correct(m_model.Entered(), box, finding);
     m_dialog.UpdateData(false);
     return true;
 }
 
-void CSiteEntry::OnChangeEdtAlt()
+/// The message about a range that depends on the body.
+QString CSiteEntry::RangeText(Box box, const EntryRules::Finding& finding) const
 {
-    m_dialog.UpdateData();
-    double& altitude = m_model.Fields.AltitudeValue;
-    const double low = EntryRules::AltitudeLow(m_model.IsSmall());
-    if (altitude >= low && altitude <= EntryRules::AltitudeHigh) {
-        UpdateValue();
-        return;
+    if (box == Box::LngDeg) {
+        const QByteArray format = StringTable::Load(StringTable::LongitudeRange).toUtf8();
+        return Number::FormatUnchecked(format.constData(), static_cast<int>(finding.Low),
+                                       static_cast<int>(finding.High));
     }
     const QByteArray format = StringTable::Load(StringTable::AltitudeRange).toUtf8();
     const QByteArray body = BodyTable::Label(m_model.BodyIndex).toUtf8();
-    m_dialog.MessageBox(Number::FormatUnchecked(format.constData(), body.constData(), low, EntryRules::AltitudeHigh),
-                        IPrompts::Icon::Information);
-    altitude = altitude < low ? low : EntryRules::AltitudeHigh;
-    m_dialog.UpdateData(false);
+    return Number::FormatUnchecked(format.constData(), body.constData(), finding.Low, finding.High);
 }
 
 void CSiteEntry::OnSpinBox(Box box, int delta)
 {
     m_dialog.UpdateData();
-    EntryRules::SpinBox(m_model.Fields, box, delta, m_model.BodyIndex);
+    EntryRules::Spin(m_model.Entered(), box, delta, Policy::SiteDialog);
     m_dialog.UpdateData(false);
-    if (EntryRules::Edit(box).Then == EntryRules::Apply::Location)
+    if (!EntryRules::IsTimeZone(box) && box != Box::Alt)
         m_dialog.UpdateData();
-    m_model.ApplyFields(EntryRules::Edit(box).Then);
+    Apply(box);
 }
 
-void CSiteEntry::OnDeltaposSpnAlt(int delta)
+void CSiteEntry::Apply(Box box)
 {
-    m_dialog.UpdateData();
-    EntryRules::SpinAltitude(m_model.Fields, delta, m_model.IsSmall());
-    m_dialog.UpdateData(false);
-    UpdateValue();
+    if (box == Box::Alt)
+        UpdateValue();
+    else if (EntryRules::IsTimeZone(box))
+        m_model.ChangeTz();
+    else
+        m_model.ApplyPosition();
 }
 
 void CSiteEntry::OnRdHemisphere()
 {
     m_dialog.UpdateData();
-    m_model.ApplyFields(EntryRules::Apply::Location);
+    m_model.ApplyPosition();
 }
 
 void CSiteEntry::TellAltitudeMode()

@@ -25,8 +25,9 @@ private:
     void OnChangeBox(EntryRules::Box box);          ///< OnChangeEdtLngDeg to OnChangeEdtTzMin
     void OnSpinBox(EntryRules::Box box, int delta); ///< OnDeltaposSpnLngDeg to OnDeltaposSpnTzMin
     [[nodiscard]] bool CorrectBox(EntryRules::Box box);
-    void OnChangeEdtAlt();
-    void OnDeltaposSpnAlt(int delta);
+    [[nodiscard]] QString RangeText(EntryRules::Box box, const EntryRules::Finding& finding) const;
+    void ClearBeyondPole();
+    void Apply(EntryRules::Box box);
     void OnRdHemisphere(); ///< OnRdEast, OnRdWest, OnRdNorth and OnRdSouth
     void OnRdAltAuto();
     void OnRdAltManual();

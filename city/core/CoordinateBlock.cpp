@@ -4,6 +4,7 @@
 #include "host/text/Number.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 using namespace Qt::StringLiterals;
@@ -14,6 +15,11 @@ namespace
 int SignOf(double value)
 {
     return value >= 0.0 ? 0 : 1;
+}
+
+double Unsigned(int degrees, int minutes, double seconds)
+{
+    return degrees + minutes / 60.0 + seconds / 3600.0;
 }
 } // namespace
 
@@ -76,4 +82,35 @@ QString PlaceCoordinates::InitialPlaceText(const CoordinateBlock& block)
                           block.LatitudeMinutes, block.LatitudeSeconds, block.Altitude, block.TimeZoneSign ? "-" : "+",
                           block.TimeZoneHours, block.TimeZoneMinutes) +
            u"\n\nを初期値として設定します。"_s;
+}
+
+QString PlaceCoordinates::FinalComplaints(const CoordinateBlock& block)
+{
+    struct FinalRule
+    {
+        double Value;
+        double Low;
+        double High;
+        const char16_t* Message;
+    };
+    const std::array rules{
+        FinalRule{Unsigned(block.LongitudeDegrees, block.LongitudeMinutes, block.LongitudeSeconds), 0, 180,
+                  u"経度には 0.0 から 180.0 までの値を入力してください\n"},
+        FinalRule{double(block.LongitudeMinutes), 0, 59, u"経度の分には 0 から 59 までの値を入力してください\n"},
+        FinalRule{block.LongitudeSeconds, 0, 59.9, u"経度の秒には 0 から 59.9 までの値を入力してください\n"},
+        FinalRule{Unsigned(block.LatitudeDegrees, block.LatitudeMinutes, block.LatitudeSeconds), 0, 90,
+                  u"緯度には 0.0 から 90.0 までの値を入力してください\n"},
+        FinalRule{double(block.LatitudeMinutes), 0, 59, u"緯度の分には 0 から 59 までの値を入力してください\n"},
+        FinalRule{block.LatitudeSeconds, 0, 59.9, u"緯度の秒には 0 から 59.9 までの値を入力してください\n"},
+        FinalRule{block.Altitude, -9999, 999999, u"標高には -9999 から 999999 までの値を入力してください\n"},
+        FinalRule{block.TimeZoneHours + block.TimeZoneMinutes / 60.0, 0, 14,
+                  u"タイムゾーンには 0 から 14 までの値を入力してください\n"},
+        FinalRule{double(block.TimeZoneMinutes), 0, 59, u"タイムゾーンの分には 0 から 59 までの値を入力してください\n"},
+    };
+    QString complaints;
+    for (const FinalRule& rule : rules) {
+        if (rule.Value < rule.Low || rule.Value > rule.High)
+            complaints += QString::fromUtf16(rule.Message);
+    }
+    return complaints;
 }

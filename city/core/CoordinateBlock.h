@@ -28,6 +28,9 @@ void SplitTimeZone(double timeZone, CoordinateBlock& block);
 /// Whether two blocks stand at the same point of the globe; altitude and time zone do not count.
 [[nodiscard]] bool IsSamePosition(const CoordinateBlock& one, const CoordinateBlock& other);
 
+/// The place editor's last check: a line for each value that is not acceptable, each ending with a line feed.
+[[nodiscard]] QString FinalComplaints(const CoordinateBlock& block);
+
 /// The question before the block becomes the application's initial place.
 [[nodiscard]] QString InitialPlaceText(const CoordinateBlock& block);
 } // namespace PlaceCoordinates

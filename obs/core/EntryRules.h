@@ -1,16 +1,13 @@
 #pragma once
 
+#include "host/observer/BodyTable.h"
 #include "obs/core/SiteLocation.h"
 
-#include <array>
-#include <variant>
-
-/// The rules of the boxes in which the user types a location: what each box takes, what it says otherwise, how it
-/// corrects, and what follows. The boxes differ on purpose; the differences stand in the tables.
+/// The rules of the boxes in which a location is typed: what each box takes, what is said otherwise, what a value
+/// becomes and what a spin button does. The site dialog, the city list and the place editor take the same values but
+/// say and correct different things, on purpose; each is a policy over the one table.
 namespace EntryRules
 {
-using Field = std::variant<int SiteFields::*, double SiteFields::*>;
-
 /// Numbers of the boxes, in the order of the tables.
 enum class Box
 {
@@ -20,63 +17,73 @@ enum class Box
     LatDeg,
     LatMin,
     LatSec,
+    Alt,
     TzHour,
     TzMin
 };
-inline constexpr int BoxCount = 8;
+inline constexpr int BoxCount = 9;
 
-/// What follows a value that was accepted or corrected.
-enum class Apply
+enum class Policy
 {
-    Location,
-    TimeZone
+    SiteDialog,
+    CityList,
+    Editor
 };
 
-/// Rules of one edit box.
-struct EditRule
+/// What is being typed, and on which body: the altitude is in the body's display units.
+struct Entered
 {
-    Field Value;
-    double Low;                   ///< lowest value taken, and the correction of a lower one
-    double High;                  ///< highest value taken unless HighExcluded
-    bool HighExcluded;            ///< the value must stay below High
-    double HighCorrection;        ///< what a value too high becomes
-    const char16_t* BelowMessage; ///< null: made from the bounds of the body
-    const char16_t* AboveMessage;
-    bool AppliesAfterCorrection;
-    bool WaitsForDigit; ///< an empty text or one that ends with "." is still being typed
-    bool KeepsCaret;
-    Apply Then;
+    CoordinateFields& Fields;
+    double& Altitude;
+    int Body = BodyTable::Earth;
+    bool IsSmall = true; ///< altitudes are in metres, and may be negative
 };
 
-/// Rules of one spin button.
-struct SpinRule
+/// A value outside the range of its box.
+struct Finding
 {
-    double Step;
-    double Low;
-    double High;
+    bool IsOutside = false;
+    const char16_t* Message = nullptr; ///< null: made from the range by the dialog
+    double Low = 0.0;                  ///< the range of the box
+    double High = 0.0;
+    double Becomes = 0.0;
+    bool ClearsBelow = false; ///< minutes and seconds become 0 with it
 };
 
-[[nodiscard]] const EditRule& Edit(Box box);
-[[nodiscard]] const SpinRule& Spin(Box box);
+/// Tests the value of a box.
+[[nodiscard]] Finding Check(const Entered& entered, Box box, Policy policy);
+/// Puts the nearest value that is taken in the place of the one that was found.
+void Correct(const Entered& entered, Box box, const Finding& finding);
 
-[[nodiscard]] double Get(const SiteFields& fields, const Field& field);
-void Set(SiteFields& fields, const Field& field, double value);
+/// At 90 degrees of latitude there are no minutes and seconds, except in the place editor: true when they were cleared.
+bool ClearBeyondPole(CoordinateFields& fields, Policy policy);
 
-/// Highest degrees of longitude on a body: 180 where the user chooses a hemisphere, else 360.
-[[nodiscard]] int LongitudeBound(int body);
+/// Steps a value by the sign of the delta (negative: up, zero: not at all), then brings it into its range; nothing is
+/// carried. In the site dialog longitude degrees go round the globe and flip the hemisphere where there is one.
+void Spin(const Entered& entered, Box box, int delta, Policy policy);
 
-/// Bounds of an altitude in display units.
-inline constexpr double AltitudeHigh = 999999.0;
-[[nodiscard]] constexpr double AltitudeLow(bool isSmall)
+/// Whether a box of the site dialog belongs to the time zone, whose change is applied by itself.
+[[nodiscard]] constexpr bool IsTimeZone(Box box)
 {
-    return isSmall ? -9999.0 : 0.0;
+    return box == Box::TzHour || box == Box::TzMin;
 }
-
-/// Steps a value by the sign of the delta (negative: up), then brings it into its range. Longitude degrees go round
-/// the globe and flip the hemisphere where there is one; latitude degrees at the poles clear minutes and seconds.
-void SpinBox(SiteFields& fields, Box box, int delta, int body);
-void SpinAltitude(SiteFields& fields, int delta, bool isSmall);
-
-/// At 90 degrees of latitude there are no minutes and seconds; true when the fields stand there.
-bool ClearBeyondPole(SiteFields& fields);
+/// Site dialog: an empty text, or one that ends with ".", is still being typed.
+[[nodiscard]] constexpr bool WaitsForDigit(Box box)
+{
+    return box == Box::LngSec || box == Box::LatSec;
+}
+/// Site dialog: the caret is put back after the change.
+[[nodiscard]] constexpr bool KeepsCaret(Box box)
+{
+    return box == Box::LngMin || box == Box::LngSec || box == Box::LatMin || box == Box::LatSec;
+}
+/// Site dialog: a corrected latitude is applied, any other value is not.
+[[nodiscard]] constexpr bool AppliesAfterCorrection(Box box)
+{
+    return box == Box::LatDeg || box == Box::LatMin || box == Box::LatSec;
+}
+/// The value of a box as a number.
+[[nodiscard]] double Get(const Entered& entered, Box box);
+/// Sets it; a box of whole numbers drops what comes behind the point.
+void Set(const Entered& entered, Box box, double value);
 } // namespace EntryRules

@@ -12,6 +12,11 @@ using namespace SiteLocationFormat;
 
 CSiteModel::CSiteModel(Ports ports) : BodyIndex(BodyTable::Earth), m_ports(std::move(ports)) {}
 
+EntryRules::Entered CSiteModel::Entered()
+{
+    return {Fields, Fields.AltitudeValue, BodyIndex, IsSmall()};
+}
+
 bool CSiteModel::IsSmall() const
 {
     return DateObs && DateObs->IsSmallObject(BodyIndex) != 0;
@@ -82,12 +87,9 @@ void CSiteModel::ShowOffset(double hours, bool isUserZone)
     ShowsOffset = !isUserZone;
 }
 
-void CSiteModel::ApplyFields(EntryRules::Apply apply)
+void CSiteModel::ApplyPosition()
 {
-    if (apply == EntryRules::Apply::TimeZone)
-        ChangeTz();
-    else
-        MoveCurrentPos(EditToLng(), EditToLat());
+    MoveCurrentPos(EditToLng(), EditToLat());
 }
 
 void CSiteModel::ApplyAll()

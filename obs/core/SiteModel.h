@@ -30,6 +30,8 @@ public:
     QString LandscapeIndexFile; ///< terrain index file; empty: no terrain data
     CKPDateObs* DateObs = nullptr;
 
+    /// The fields as the rules of the boxes take them.
+    [[nodiscard]] EntryRules::Entered Entered();
     [[nodiscard]] bool IsSmall() const;            ///< altitudes of the body are shown in metres
     [[nodiscard]] bool HasTerrainAltitude() const; ///< the terrain gives the altitude
     [[nodiscard]] double EditToLng() const;
@@ -50,8 +52,8 @@ public:
     /// The zone fields were filled with a zone that is to be the user's.
     void OwnZone() { ShowsOffset = false; }
 
-    /// Makes the fields the observer's location, or its zone, as the rule of a box says.
-    void ApplyFields(EntryRules::Apply apply);
+    /// Makes longitude and latitude of the fields the observer's location.
+    void ApplyPosition();
     /// Makes all fields the observer's location, altitude and zone included.
     void ApplyAll();
     void ChangeTz();

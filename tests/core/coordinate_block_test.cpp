@@ -1,15 +1,15 @@
 #include "city/core/CoordinateBlock.h"
-#include "city/core/PlaceEntryRules.h"
 #include "city/core/PlaceName.h"
 #include "host/text/Number.h"
+#include "obs/core/EntryRules.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
 
 using namespace Qt::StringLiterals;
-using PlaceEntryRules::Box;
-using PlaceEntryRules::Owner;
+using EntryRules::Box;
+using EntryRules::Policy;
 
 namespace
 {
@@ -73,30 +73,26 @@ TEST(CoordinateBlock, EachDialogSpinsByItsOwnRules)
         const char* Editor;
     };
     const Case cases[]{
-        {Box::Long1, 180, -1, "0:180 30 0.0, 0:20 30 0.0, 0, 0:9 30", nullptr},
-        {Box::Long1, 0, 1, "0:0 30 0.0, 0:20 30 0.0, 0, 0:9 30", nullptr},
-        {Box::Long2, 59, -1, "0:10 59 0.0, 0:20 30 0.0, 0, 0:9 30", nullptr},
-        {Box::Long3, 59.9, -1, "0:10 30 59.9, 0:20 30 0.0, 0, 0:9 30", nullptr},
-        {Box::Long3, 12.3, 1, "0:10 30 12.2, 0:20 30 0.0, 0, 0:9 30", nullptr},
-        {Box::Lat1, 89, -1, "0:10 30 0.0, 0:90 0 0.0, 0, 0:9 30", "0:10 30 0.0, 0:90 30 0.0, 0, 0:9 30"},
-        {Box::Lat1, 0, 1, "0:10 30 0.0, 0:0 0 0.0, 0, 0:9 30", "0:10 30 0.0, 0:0 30 0.0, 0, 0:9 30"},
-        {Box::Lat1, 45, 0, "0:10 30 0.0, 0:45 30 0.0, 0, 0:9 30", nullptr},
-        {Box::Lat3, 0, 1, "0:10 30 0.0, 0:20 30 0.0, 0, 0:9 30", nullptr},
+        {Box::LngDeg, 180, -1, "0:180 30 0.0, 0:20 30 0.0, 0, 0:9 30", nullptr},
+        {Box::LngDeg, 0, 1, "0:0 30 0.0, 0:20 30 0.0, 0, 0:9 30", nullptr},
+        {Box::LngMin, 59, -1, "0:10 59 0.0, 0:20 30 0.0, 0, 0:9 30", nullptr},
+        {Box::LngSec, 59.9, -1, "0:10 30 59.9, 0:20 30 0.0, 0, 0:9 30", nullptr},
+        {Box::LngSec, 12.3, 1, "0:10 30 12.2, 0:20 30 0.0, 0, 0:9 30", nullptr},
+        {Box::LatDeg, 89, -1, "0:10 30 0.0, 0:90 0 0.0, 0, 0:9 30", "0:10 30 0.0, 0:90 30 0.0, 0, 0:9 30"},
+        {Box::LatDeg, 0, 1, "0:10 30 0.0, 0:0 0 0.0, 0, 0:9 30", "0:10 30 0.0, 0:0 30 0.0, 0, 0:9 30"},
+        {Box::LatDeg, 45, 0, "0:10 30 0.0, 0:45 30 0.0, 0, 0:9 30", nullptr},
+        {Box::LatSec, 0, 1, "0:10 30 0.0, 0:20 30 0.0, 0, 0:9 30", nullptr},
         {Box::Alt, 999999, -1, "0:10 30 0.0, 0:20 30 0.0, 999999, 0:9 30", nullptr},
         {Box::Alt, -9999, 1, "0:10 30 0.0, 0:20 30 0.0, -9999, 0:9 30", nullptr},
         {Box::TzHour, 14, -1, "0:10 30 0.0, 0:20 30 0.0, 0, 0:14 30", nullptr},
         {Box::TzMin, 2147483647, -1, "0:10 30 0.0, 0:20 30 0.0, 0, 0:9 59", nullptr},
     };
-    const auto set = [](CoordinateBlock& block, Box box, double value) {
-        std::visit([&](auto member) { block.*member = static_cast<std::decay_t<decltype(block.*member)>>(value); },
-                   PlaceEntryRules::Rule(box).Value);
-    };
     for (const Case& c : cases) {
         CoordinateBlock list = middle;
-        set(list, c.Which, c.Value);
+        EntryRules::Set({list, list.Altitude}, c.Which, c.Value);
         CoordinateBlock editor = list;
-        PlaceEntryRules::Spin(list, c.Which, c.Delta, Owner::CityList);
-        PlaceEntryRules::Spin(editor, c.Which, c.Delta, Owner::Editor);
+        EntryRules::Spin({list, list.Altitude}, c.Which, c.Delta, Policy::CityList);
+        EntryRules::Spin({editor, editor.Altitude}, c.Which, c.Delta, Policy::Editor);
         EXPECT_EQ(Text(list), c.CityList);
         EXPECT_EQ(Text(editor), c.Editor ? c.Editor : c.CityList);
     }
@@ -104,8 +100,8 @@ TEST(CoordinateBlock, EachDialogSpinsByItsOwnRules)
     CoordinateBlock pole = middle;
     pole.LatitudeDegrees = 90;
     CoordinateBlock editorPole = pole;
-    PlaceEntryRules::Spin(pole, Box::Lat2, -1, Owner::CityList);
-    PlaceEntryRules::Spin(editorPole, Box::Lat2, -1, Owner::Editor);
+    EntryRules::Spin({pole, pole.Altitude}, Box::LatMin, -1, Policy::CityList);
+    EntryRules::Spin({editorPole, editorPole.Altitude}, Box::LatMin, -1, Policy::Editor);
     EXPECT_EQ(pole.LatitudeMinutes, 0);
     EXPECT_EQ(editorPole.LatitudeMinutes, 31);
 }

@@ -14,7 +14,6 @@
 
 using namespace Qt::StringLiterals;
 using namespace SiteLocationFormat;
-using EntryRules::Box;
 
 namespace
 {
@@ -96,7 +95,10 @@ TEST(SiteLocation, JoinsByBody)
         EXPECT_EQ(fields.LongitudeHemisphere, body == 0 || body == 3 ? 0 : 1) << body;
         EXPECT_EQ(JoinLongitude(fields, body), isSigned ? -160 : 200) << body;
         EXPECT_EQ(JoinLongitude(Fields(-1, 10, 30, 36), body), isSigned ? -10.51 : 10.51) << body;
-        EXPECT_EQ(EntryRules::LongitudeBound(body), isSigned ? 180 : 360);
+        double altitude = 0;
+        EXPECT_EQ(
+            EntryRules::Check({fields, altitude, body}, EntryRules::Box::LngDeg, EntryRules::Policy::SiteDialog).High,
+            isSigned ? 180 : 360);
     }
     EXPECT_EQ(JoinLatitude(Fields(0, 10, 30, 36)), 10.51);
     EXPECT_EQ(JoinLatitude(Fields(1, 10, 30, 36)), -10.51);

@@ -71,15 +71,16 @@ CKivDialog::MessageMap CDlgCity::GetMessageMap()
 bool CDlgCity::OnInitDialog()
 {
     CCoordinateDialog::OnInitDialog();
+    AttachControls();
     const CWaitCursor wait;
     const QFileInfo list(Paths.ListFilePath);
     // The file's own mark counts: what the user changes goes to other files.
     IsListWritable = list.exists() && list.permission(QFileDevice::WriteOwner) ? 1 : 0;
     MakeImageList();
     LoadPlaces();
-    AttachControls();
     if (!Tree)
         return true;
+    ShowTree();
     resize(sizeHint() + RoomForTree);
     Tree->expand(Model.Index(Document.Tree().Root()));
     Tree->Select(Model.Index(Document.Tree().Root()));
@@ -116,14 +117,7 @@ void CDlgCity::AttachControls()
     Tree = Item<CKivTreeCtrl>(CityId::Tree);
     if (!Tree)
         return;
-    Delegate = new CPlaceItemDelegate(ImageList, this);
-    Tree->setItemDelegate(Delegate);
-    Tree->setModel(&Model);
     Tree->installEventFilter(this);
-    connect(Tree->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
-        if (!IsQuiet)
-            Guarded([this] { OnSelchangedSetObsTreeCity(); });
-    });
     connect(Tree, &CKivTreeCtrl::DoubleClicked, this, [this] { Guarded([this] { OnDblclkSetObsTreeCity(); }); });
     connect(Tree, &CKivTreeCtrl::BeginDrag, this, &CDlgCity::OnBegindragSetObsTreeCity);
     connect(Tree, &CKivTreeCtrl::EndLabelEdit, this, &CDlgCity::OnEndlabeleditSetObsTreeCity);
@@ -138,6 +132,18 @@ void CDlgCity::AttachControls()
     connect(&Model, &QAbstractItemModel::rowsRemoved, this, forget);
     connect(&Model, &QAbstractItemModel::dataChanged, this, forget);
     connect(&Model, &QAbstractItemModel::modelReset, this, forget);
+}
+
+/// Hands the tree its images and what was loaded.
+void CDlgCity::ShowTree()
+{
+    Delegate = new CPlaceItemDelegate(ImageList, this);
+    Tree->setItemDelegate(Delegate);
+    Tree->setModel(&Model);
+    connect(Tree->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+        if (!IsQuiet)
+            Guarded([this] { OnSelchangedSetObsTreeCity(); });
+    });
 }
 
 void CDlgCity::EnableBtn()

@@ -72,6 +72,7 @@ protected:
 private:
     // Life cycle and selection
     void AttachControls();
+    void ShowTree();
     void MakeImageList();
     void LoadPlaces();
     [[nodiscard]] bool SavePlaces();

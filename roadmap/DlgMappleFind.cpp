@@ -127,6 +127,7 @@ void CDlgMappleFind::ShowResults(const SearchOutcome& outcome, const std::vector
     ResultTable.Fill(outcome.Columns, rows);
     for (int column = 0; const ResultColumn& shown : outcome.Columns)
         ResultList->header()->resizeSection(column++, width / shown.WidthParts);
+    Directory.Restore(); // before the selection is heard of
     if (!rows.empty())
         ResultList->SelectRow(0);
 }

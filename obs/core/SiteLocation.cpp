@@ -50,9 +50,9 @@ void SiteLocationFormat::SplitLongitude(double longitude, int body, SiteFields& 
 {
     double x = Splittable(longitude);
     if (HasHemisphereChoice(body)) {
-        const bool isEast = x >= 0.0 && x <= 180.0;
+        const bool isEast = longitude >= 0.0 && x <= 180.0; // what is no number counts as negative
         fields.LongitudeHemisphere = isEast ? 0 : 1;
-        x = isEast ? x : 360.0 - x;
+        x = isEast || !std::isfinite(longitude) ? x : 360.0 - x;
     } else {
         fields.LongitudeHemisphere = BodyTable::Of(body).Longitudes == BodyTable::Longitude::East ? 0 : 1;
     }
@@ -65,7 +65,7 @@ void SiteLocationFormat::SplitLongitude(double longitude, int body, SiteFields& 
 void SiteLocationFormat::SplitLatitude(double latitude, SiteFields& fields)
 {
     const double x = Splittable(latitude);
-    fields.LatitudeHemisphere = x >= 0.0 ? 0 : 1;
+    fields.LatitudeHemisphere = latitude >= 0.0 ? 0 : 1; // what is no number counts as negative
     const SplitAngle angle = Split(std::fabs(x), LatitudeCap);
     fields.LatitudeDegrees = angle.Degrees;
     fields.LatitudeMinutes = angle.Minutes;

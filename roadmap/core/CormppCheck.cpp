@@ -27,8 +27,6 @@ int CCormppCheck::CheckCorMppInstalled()
 {
     const CComponentStore store;
     const QString classId = ClassText(store, u"CORMPP.CorMppCtrl.2\\CLSID"_s, LongestClassId);
-    if (classId.isEmpty())
-        return 0;
     const QString path = ClassText(store, u"CLSID\\"_s + classId + u"\\InprocServer32"_s, LongestPath);
     return CCommonFile::DoesFileExist(path) ? 1 : 0;
 }

@@ -33,7 +33,7 @@ COverlayIndex::CArrayIndex& COverlayIndex::Of(const picojson::array& nodes)
         std::iota(index->Numbers.begin(), index->Numbers.end(), quint64(1));
         index->LastNumber = nodes.size();
         for (size_t position = 0; position < nodes.size(); ++position)
-            Add(index->Claims, ClaimOf(nodes[position]), index->Numbers[position]);
+            Add(index->ByClaim, ClaimOf(nodes[position]), index->Numbers[position]);
     }
     return *index;
 }
@@ -91,18 +91,44 @@ std::optional<size_t> COverlayIndex::FirstOf(const CArrayIndex& index, const CNu
     return static_cast<size_t>(at - index.Numbers.begin());
 }
 
-std::vector<size_t> COverlayIndex::ClaimsBehind(const picojson::array& nodes, size_t position, const QString& name)
+std::vector<size_t> COverlayIndex::Claims(const picojson::array& nodes, const QString& name)
 {
     const CArrayIndex& index = Of(nodes);
     std::vector<size_t> positions;
-    const auto claims = index.Claims.find(name);
-    if (claims == index.Claims.end())
+    const auto claims = index.ByClaim.find(name);
+    if (claims == index.ByClaim.end())
         return positions;
-    for (auto number = claims->second.upper_bound(index.Numbers[position]); number != claims->second.end(); ++number) {
-        const auto at = std::lower_bound(index.Numbers.begin(), index.Numbers.end(), *number);
+    for (const quint64 number : claims->second) {
+        const auto at = std::lower_bound(index.Numbers.begin(), index.Numbers.end(), number);
         positions.push_back(static_cast<size_t>(at - index.Numbers.begin()));
     }
     return positions;
+}
+
+std::vector<size_t> COverlayIndex::ClaimsBehind(const picojson::array& nodes, size_t position, const QString& name)
+{
+    std::vector<size_t> positions = Claims(nodes, name);
+    std::erase_if(positions, [position](size_t claim) { return claim <= position; });
+    return positions;
+}
+
+void COverlayIndex::SetUnmet(const picojson::value& element)
+{
+    if (!element.is<picojson::object>())
+        return;
+    const auto& node = element.get<picojson::object>();
+    if (const auto name = node.find(OverlayJson::Key::OriginalName); name != node.end())
+        SetUnmet(node, OverlayJson::Text(name->second));
+    if (const auto next = node.find(OverlayJson::Key::Next); next != node.end())
+        SetUnmetWithin(next->second);
+}
+
+void COverlayIndex::SetUnmetWithin(const picojson::value& value)
+{
+    if (!value.is<picojson::array>())
+        return;
+    for (const picojson::value& element : value.get<picojson::array>())
+        SetUnmet(element);
 }
 
 std::optional<size_t> COverlayIndex::Find(picojson::array& nodes, const QString& name, std::vector<CAddedKey>& added)
@@ -117,12 +143,12 @@ std::optional<size_t> COverlayIndex::Find(picojson::array& nodes, const QString&
             continue;
         auto& node = nodes[position].get<picojson::object>();
         const bool isUpdate = Is(node, Key::Action, Action::Update);
-        Remove(index.Claims, ClaimOf(nodes[position]), index.Numbers[position]); // a key that is added may be a claim
+        Remove(index.ByClaim, ClaimOf(nodes[position]), index.Numbers[position]); // a key that is added may be a claim
         for (const std::string& key : {Key::Action, isUpdate ? Key::LatestName : Key::OriginalName}) {
             if (node.try_emplace(key).second)
                 added.push_back({position, key});
         }
-        Add(index.Claims, ClaimOf(nodes[position]), index.Numbers[position]);
+        Add(index.ByClaim, ClaimOf(nodes[position]), index.Numbers[position]);
         const std::optional<QString> found = NameOf(nodes[position]);
         Add(NamesWith(index, nodes[position]), found, index.Numbers[position]);
         if (found == name && !IsUnmet(nodes[position]))
@@ -137,7 +163,7 @@ void COverlayIndex::Appended(const picojson::array& nodes)
     if (index.Numbers.size() == nodes.size())
         return; // made just now, with the element in it
     index.Numbers.push_back(++index.LastNumber);
-    Add(index.Claims, ClaimOf(nodes.back()), index.LastNumber);
+    Add(index.ByClaim, ClaimOf(nodes.back()), index.LastNumber);
 }
 
 quint64 COverlayIndex::BeforeErase(const picojson::array& nodes, size_t position)
@@ -172,7 +198,7 @@ void COverlayIndex::Inserted(const picojson::array& nodes, size_t position, quin
 void COverlayIndex::BeforeChange(const picojson::array& nodes, size_t position)
 {
     CArrayIndex& index = Of(nodes);
-    Remove(index.Claims, ClaimOf(nodes[position]), index.Numbers[position]);
+    Remove(index.ByClaim, ClaimOf(nodes[position]), index.Numbers[position]);
     if (position < index.ReadCount)
         Remove(NamesWith(index, nodes[position]), NameOf(nodes[position]), index.Numbers[position]);
 }
@@ -180,7 +206,7 @@ void COverlayIndex::BeforeChange(const picojson::array& nodes, size_t position)
 void COverlayIndex::AfterChange(const picojson::array& nodes, size_t position)
 {
     CArrayIndex& index = Of(nodes);
-    Add(index.Claims, ClaimOf(nodes[position]), index.Numbers[position]);
+    Add(index.ByClaim, ClaimOf(nodes[position]), index.Numbers[position]);
     if (position < index.ReadCount)
         Add(NamesWith(index, nodes[position]), NameOf(nodes[position]), index.Numbers[position]);
 }

@@ -25,15 +25,16 @@ public:
     };
 
     /// Position of the first element of the array that stands for the item of that name: an update by its latest name,
-    /// anything else but a deletion by its original name. One that met nothing counts only where there is no other:
+    /// anything else but a deletion by its original name. One without a target counts only where there is no other:
     /// what is recorded in it would never be replayed.
     [[nodiscard]] std::optional<size_t> Find(picojson::array& nodes, const QString& name,
                                              std::vector<CAddedKey>& added);
 
-    /// Positions behind the given one of the elements that look for a shipped item of that name.
+    /// Positions of the elements that look for a shipped item of that name: all, or those behind a position.
+    [[nodiscard]] std::vector<size_t> Claims(const picojson::array& nodes, const QString& name);
     [[nodiscard]] std::vector<size_t> ClaimsBehind(const picojson::array& nodes, size_t position, const QString& name);
 
-    /// To be told after an element was appended, before one is erased, and around a change of an element's keys. An
+    /// To be called after an element was appended, before one is erased, and around a change of an element's keys. An
     /// element that is put back where it was erased gets its number back, too.
     void Appended(const picojson::array& nodes);
     quint64 BeforeErase(const picojson::array& nodes, size_t position);
@@ -41,8 +42,12 @@ public:
     void BeforeChange(const picojson::array& nodes, size_t position);
     void AfterChange(const picojson::array& nodes, size_t position);
 
-    /// Notes an element that met nothing at the replay. It counts as such as long as it looks for the same name.
+    /// Notes an element whose target was missing at the replay. It counts as such as long as it looks for the same
+    /// name.
     void SetUnmet(const picojson::object& node, const QString& name) { m_unmet.insert(&node, name); }
+    /// The same for an element and all inside it, or for all elements of an array, which the replay did not reach.
+    void SetUnmet(const picojson::value& element);
+    void SetUnmetWithin(const picojson::value& value);
     [[nodiscard]] bool IsUnmet(const picojson::value& element) const;
     void ForgetUnmet() { m_unmet.clear(); }
 
@@ -62,7 +67,7 @@ private:
         size_t ReadCount = 0; ///< elements from the front that the next two know
         CNumbersByName ByName;
         CNumbersByName UnmetByName;
-        CNumbersByName Claims; ///< of all elements, by the name of the shipped item
+        CNumbersByName ByClaim; ///< of all elements, by the name of the shipped item
     };
 
     [[nodiscard]] CArrayIndex& Of(const picojson::array& nodes);

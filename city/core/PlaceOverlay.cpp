@@ -146,11 +146,13 @@ CPlaceOverlay::CCursor CPlaceOverlay::TrackJsonCursor(const CPlaceItem* item, co
         const CPlaceItem* above = ancestors[level];
         GetCurrentNodeObject(*cursor.Holder, above->Text(), cursor.Path);
         Adopt(cursor, above, above->Text());
+        TakeOverDeadClaims(cursor);
         MakePassable(cursor);
         cursor.Holder = &cursor.Entry()[Key::Next].get<picojson::array>();
     }
     GetCurrentNodeObject(*cursor.Holder, name, cursor.Path);
     Adopt(cursor, item, name);
+    TakeOverDeadClaims(cursor);
     return cursor;
 }
 
@@ -174,7 +176,7 @@ void CPlaceOverlay::SetKey(const CCursor& cursor, const std::string& key, picojs
     m_index.AfterChange(*cursor.Holder, cursor.Position());
 }
 
-/// Runs an edit and answers what it changed; an edit that throws leaves the document as it was.
+/// Runs an edit and returns what it changed; an edit that throws leaves the document as it was.
 template <typename Edit> CPlaceOverlay::CChange CPlaceOverlay::Record(const Edit& edit)
 {
     try {

@@ -108,6 +108,7 @@ private:
     [[nodiscard]] static QString OriginalName(const CCursor& cursor);
     void MakePassable(const CCursor& cursor);
     void Adopt(const CCursor& cursor, const CPlaceItem* item, const QString& name);
+    void TakeOverDeadClaims(CCursor& cursor);
     void KeepBehindAnchor(CCursor& cursor, const CPlaceItem* item);
     void KeepBehindClaims(CCursor& cursor, const CPlaceItem* item);
     void KeepOwnClaim(const CCursor& cursor, const CPlaceItem* item);

@@ -36,6 +36,7 @@ void CPlaceOverlay::AnalyzeNodeContext(picojson::array& nodes, CPlaceItem* paren
         const std::string& action = node[Key::Action].get<std::string>();
 
         CPlaceItem* item = nullptr;
+        bool isDeletion = false;
         if (action == Action::Path) {
             if (node[Key::Next].is<picojson::array>())
                 item = m_list.Tree().SearchNodeItem(parent, name);
@@ -51,14 +52,19 @@ void CPlaceOverlay::AnalyzeNodeContext(picojson::array& nodes, CPlaceItem* paren
                 UpdTreeViewFromContextData(item, Text(node, Key::LatestName), carried);
             }
         } else if (action == Action::Delete) {
-            if (CPlaceItem* deleted = m_list.Tree().SearchNodeItem(parent, name))
+            if (CPlaceItem* deleted = m_list.Tree().SearchNodeItem(parent, name)) {
                 m_list.Tree().Remove(deleted);
+                isDeletion = true;
+            }
         }
 
-        if (!item)
+        if (!item && !isDeletion) {
             m_index.SetUnmet(node, name);
-        else if (node[Key::Next].is<picojson::array>())
+            if (const auto next = node.find(Key::Next); next != node.end())
+                m_index.SetUnmetWithin(next->second);
+        } else if (item && node[Key::Next].is<picojson::array>()) {
             AnalyzeNodeContext(node[Key::Next].get<picojson::array>(), item, depth + 1);
+        }
     }
 }
 

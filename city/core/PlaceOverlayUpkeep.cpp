@@ -14,7 +14,7 @@ QString CPlaceOverlay::OriginalName(const CCursor& cursor)
     return name == cursor.Entry().end() ? QString() : Text(name->second);
 }
 
-/// A renaming that met nothing at the replay, but whose new name the shipped list has taken over since, becomes the
+/// A rename whose target was missing at the replay, but whose new name the shipped list has now, becomes the
 /// entry of that item; else what is recorded in it would never be found again.
 void CPlaceOverlay::Adopt(const CCursor& cursor, const CPlaceItem* item, const QString& name)
 {
@@ -26,6 +26,37 @@ void CPlaceOverlay::Adopt(const CCursor& cursor, const CPlaceItem* item, const Q
             return; // it met this one, which has the name, too
     }
     SetKey(cursor, Key::OriginalName, String(name));
+}
+
+/// Entries that the replay did not reach, as those in a rename that was adopted since, come to life with it at the next
+/// one. Those that look for the item of this entry would meet it first, and this entry nothing: what is recorded in
+/// them goes into this entry, and they go.
+void CPlaceOverlay::TakeOverDeadClaims(CCursor& cursor)
+{
+    if (Is(cursor.Entry(), Key::Action, Action::Add) || m_index.IsUnmet((*cursor.Holder)[cursor.Position()]))
+        return;
+    const std::vector<size_t> claims = m_index.Claims(*cursor.Holder, OriginalName(cursor));
+    for (size_t i = claims.size(); i-- > 0;) {
+        const size_t position = claims[i];
+        if (position == cursor.Position() || !m_index.IsUnmet((*cursor.Holder)[position]))
+            continue;
+        CCursor dead = cursor;
+        dead.Path.back() = position;
+        if (HoldsArray(dead.Entry(), Key::Next) && HoldsArray(cursor.Entry(), Key::Next)) {
+            auto& next = cursor.Entry()[Key::Next].get<picojson::array>();
+            for (const picojson::value& buried : dead.Entry()[Key::Next].get<picojson::array>()) {
+                next.push_back(buried);
+                m_index.SetUnmet(next.back()); // a copy has an address of its own
+                m_index.Appended(next);
+                std::vector<size_t> path = cursor.Path;
+                path.push_back(next.size() - 1);
+                m_change.m_steps.push_back({CChange::Kind::Appended, std::move(path), {}, {}, false, 0});
+            }
+        }
+        Erase(dead);
+        if (position < cursor.Position())
+            --cursor.Path.back();
+    }
 }
 
 /// Makes of an entry that a replay would not follow, as only a damaged or foreign file has it, one that it follows;
@@ -40,7 +71,7 @@ void CPlaceOverlay::MakePassable(const CCursor& cursor)
         SetKey(cursor, Key::Next, picojson::value(picojson::array_type, false));
 }
 
-/// An addition that took the place of an entry that had met nothing must come behind the entry that gives its
+/// An addition that took the place of an entry without a target must come behind the entry that gives its
 /// neighbour in front a name, for the replay to find that neighbour.
 void CPlaceOverlay::KeepBehindAnchor(CCursor& cursor, const CPlaceItem* item)
 {
@@ -116,7 +147,7 @@ void CPlaceOverlay::PutLast(CCursor& cursor)
     const quint64 number = m_index.BeforeErase(nodes, cursor.Position());
     m_change.m_steps.push_back({CChange::Kind::PutLast, cursor.Path, {}, {}, false, number});
     const auto at = nodes.begin() + static_cast<std::ptrdiff_t>(cursor.Position());
-    picojson::value entry = std::move(*at); // the very element, as what met nothing is known by its address
+    picojson::value entry = std::move(*at); // the very element, as an entry without a target is known by its address
     nodes.erase(at);
     nodes.push_back(std::move(entry));
     m_index.Appended(nodes);

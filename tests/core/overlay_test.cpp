@@ -257,7 +257,30 @@ TEST(PlaceOverlay, ARenamingThatTheShippedListTakesOverStaysAlive)
     EXPECT_EQ(Outline(f.Open().Tree().Root()->FirstChild()), u"Japan(Kanto(Haven 港見台)) Overseas(B A Ridge)"_s);
 }
 
-TEST(PlaceOverlay, EntriesThatMetNothingTakeNoEdits)
+TEST(PlaceOverlay, WhatComesToLifeWithAnAdoptedFolderTakesNoEditAway)
+{
+    const QByteArray city =
+        "Tokyo                                   ,139.7500000E,35.6250000N,      0,+09.00, 0, 0, 0\r\n";
+    for (const bool isDeleted : {true, false}) {
+        CPlacesInFolder f;
+        f.Put("@Kantou\r\n" + city + QByteArray(city).replace("Tokyo", "Chiba") + "#\r\n");
+        f.Open();
+        f.Document().UpdateFolder(f.At({u"Kantou"_s}), u"Kanto"_s);
+        if (isDeleted)
+            f.Document().Delete(f.At({u"Kanto"_s, u"Tokyo"_s}));
+        else
+            f.Document().UpdatePlace(f.At({u"Kanto"_s, u"Tokyo"_s}), u"Old"_s, Values(1, 2, 3, 4));
+        ASSERT_TRUE(f.Document().SaveCityList().IsAll());
+        f.Put("@Kanto\r\n" + city + QByteArray(city).replace("Tokyo", "Chiba") + "#\r\n");
+        EXPECT_EQ(Outline(f.Open().Tree().Root()->FirstChild()), u"Kanto(Tokyo Chiba)"_s);
+        f.Document().UpdatePlace(f.At({u"Kanto"_s, u"Tokyo"_s}), u"Edo"_s, Values(5, 6, 7, 8));
+        ASSERT_TRUE(f.Document().SaveCityList().IsAll());
+        EXPECT_EQ(Outline(f.Open().Tree().Root()->FirstChild()), u"Kanto(Edo Chiba)"_s)
+            << f.OverlayBytes().toStdString();
+    }
+}
+
+TEST(PlaceOverlay, EntriesWithoutATargetTakeNoEdits)
 {
     const QStringList harbour{u"Japan"_s, u"Kanto"_s, u"Harbour"_s};
     const QStringList peak{u"Japan"_s, u"Kanto"_s, u"Peak"_s};

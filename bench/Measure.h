@@ -16,7 +16,7 @@ namespace Measure
 inline constexpr double NoiseAllowance = 1.5;
 inline constexpr std::string_view PromisePrefix = "most_";
 
-/// Tells a figure and the most that it may be. A run that is reported is judged by it, see CPromiseReporter.
+/// Reports a figure and the most that it may be. A run that is reported is judged by it, see CPromiseReporter.
 inline void Hold(benchmark::State& state, const std::string& figure, double measured, double promise)
 {
     state.counters[figure] = measured;

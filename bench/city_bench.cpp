@@ -77,7 +77,7 @@ public:
               uR"([{"action":"path","original_name":"場所","next":[)"_s + folders.join(u',') + u"]}]"_s);
     }
 
-    /// Runs the steps in an open city list; answers the milliseconds from the call to the first painted tree.
+    /// Runs the steps in an open city list; returns the milliseconds from the call to the first painted tree.
     double Run(const std::function<void(CDlgCity&, CKivTreeCtrl&)>& steps)
     {
         const auto start = std::chrono::steady_clock::now();

@@ -308,7 +308,7 @@ void RedrawRoadMap(benchmark::State& state)
         state, 16.0, [&] { x += scale * 0.01; }, draw);
 }
 
-/// From the call until the event that tells the end; everything is looked through, and much of it is found.
+/// From the call until the event that reports the end; everything is looked through, and much of it is found.
 void SearchRoadMap(benchmark::State& state)
 {
     using namespace ControlNumber::RoadMap;

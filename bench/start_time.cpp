@@ -2,7 +2,7 @@
 //
 //     start_time [--cold] PROGRAM [TIMES]
 //
-// The toolkit itself tells of each painting, so the program needs to know nothing of this. --cold empties the system's
+// The toolkit itself reports each painting, so the program needs to know nothing of this. --cold empties the system's
 // file cache before each start, for which only root has the right.
 
 #include <algorithm>

@@ -18,7 +18,7 @@ public:
     /// AddPlace or AddFolder, -1 for no choice; what it says before the dialog opens is preset.
     int AddKind = -1;
 
-    /// Answers the dialog's result, -1 when it has no template.
+    /// Returns the dialog's result, -1 when it has no template.
     int DoModal() { return CKivDialog::DoModal(HostEngine()); }
 
 protected:

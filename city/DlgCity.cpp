@@ -94,7 +94,8 @@ void CDlgCity::MakeImageList()
     ImageList = PlaceImage::Load();
 }
 
-/// Reads the shipped list and replays the user's changes onto it. What a full table breaks off is told; the rest shows.
+/// Reads the shipped list and replays the user's changes onto it. A load that a full table ends is reported; the rest
+/// shows.
 void CDlgCity::LoadPlaces()
 {
     if (Document.Tree().Root())

@@ -38,7 +38,7 @@ public:
     /// The globe map that names the kinds of places and reloads the user's places after OK. Not owned.
     void SetCorMapPtr(CCorKivMap* map) { MapControl = map; }
 
-    /// Answers the dialog's result, -1 when it has no template.
+    /// Returns the dialog's result, -1 when it has no template.
     int DoModal();
 
     /// Writes the user list file from the tree, which is loaded first when the dialog was not opened; false when it

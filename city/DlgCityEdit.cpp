@@ -29,7 +29,7 @@ void Compose(const CoordinateBlock& block, CCityList& place)
 }
 } // namespace
 
-/// Tells the user when a sibling has the name already.
+/// Shows a message when a sibling has the name already.
 bool CDlgCity::RefusesName(const CPlaceItem* parent, const QString& newName, const QString& oldName,
                            const char* message)
 {
@@ -65,7 +65,7 @@ void CDlgCity::OnCityAdd()
 
 void CDlgCity::AddCity(CPlaceItem* parent, CPlaceItem* after)
 {
-    if (Document.PlaceCount() >= CPlaceList::PlaceTableSize) // told before the user types anything
+    if (Document.PlaceCount() >= CPlaceList::PlaceTableSize) // reported before the user types anything
         throw CInvalidArgument("the place table is full", u"地名の数が上限（10,000 件）に達したため、追加できません。\n"
                                                           u"不要な地名を「編集」で書き換えてください。"_s);
     CEdtCty editor(this);

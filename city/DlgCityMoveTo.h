@@ -16,7 +16,7 @@ public:
 
     int MoveMode = MoveAfter;
 
-    /// Answers the dialog's result, -1 when it has no template.
+    /// Returns the dialog's result, -1 when it has no template.
     int DoModal() { return CKivDialog::DoModal(HostEngine()); }
 
 protected:

@@ -21,7 +21,7 @@ public:
     int Kind = 0; ///< index of the kind, -1 when none is chosen
     CCorKivMap* MapControl = nullptr;
 
-    /// Answers the dialog's result, -1 when it has no template.
+    /// Returns the dialog's result, -1 when it has no template.
     int DoModal() { return CKivDialog::DoModal(HostEngine()); }
 
     /// Trims the name and tests every value; shows all that is wrong in one box. 1 when nothing is, else 0.

@@ -15,7 +15,7 @@ public:
     /// Shown when the dialog opens; after OK what the user typed, trimmed, not empty, and fit for the place files.
     QString Name;
 
-    /// Answers the dialog's result, -1 when it has no template.
+    /// Returns the dialog's result, -1 when it has no template.
     int DoModal() { return CKivDialog::DoModal(HostEngine()); }
 
 protected:

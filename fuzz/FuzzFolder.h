@@ -13,7 +13,7 @@ class CFuzzFolder
 public:
     [[nodiscard]] QString Path() const { return m_folder.path() + QLatin1Char('/'); }
 
-    /// Writes the file and answers its path.
+    /// Writes the file and returns its path.
     QString Write(const QString& name, const QByteArray& bytes)
     {
         QFile file(Path() + name);

@@ -113,7 +113,7 @@ void TryHistory(const QByteArray& bytes)
 }
 } // namespace
 
-// The first byte tells what kind of file the rest is.
+// The first byte says what kind of file the rest is.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     Application();

@@ -209,7 +209,7 @@ void CDlgObs::OnClose()
     CKivDialog::OnClose();
 }
 
-/// Tells the host that the dialog closes, after saving its settings or without.
+/// Notifies the host that the dialog closes, after saving its settings or without.
 void CDlgObs::CloseAndSave(bool saves)
 {
     if (saves)

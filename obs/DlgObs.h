@@ -19,7 +19,7 @@ class CSiteModel;
 /// The observation-site dialog "場所": where the sky is observed from, by a click on a globe, typed coordinates, or
 /// another body. It keeps the host's observer object, the host engine and its own two maps in step.
 ///
-/// The host constructs it, sets the observer object and shows it with DoModeless; closing only hides it and tells
+/// The host constructs it, sets the observer object and shows it with DoModeless; closing only hides it and notifies
 /// the host. Neither the observer object nor an engine is owned.
 class KIVOBS_EXPORT CDlgObs : public CKivDialog
 {

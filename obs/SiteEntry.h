@@ -18,7 +18,7 @@ public:
     void Exchange(CDataExchange* exchange);
     /// Reads the controls and makes all fields the observer's location.
     void UpdateValue();
-    /// Whether the user was told that terrain data are missing.
+    /// Whether the message that terrain data are missing was shown.
     [[nodiscard]] bool IsTerrainMissing() const { return TerrainMissing != 0; }
 
 private:
@@ -37,5 +37,5 @@ private:
     CKivDialog& m_dialog;
     CSiteModel& m_model;
     std::function<void()> m_updateStatus;
-    int TerrainMissing = 0; ///< 1 once the user was told that terrain data are missing
+    int TerrainMissing = 0; ///< 1 once the message that terrain data are missing was shown
 };

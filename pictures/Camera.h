@@ -10,7 +10,7 @@ class CMainWindow;
 class QPointF;
 class QWidget;
 
-/// Saves pictures of windows and transcripts of what controls were told, into one folder.
+/// Saves pictures of windows and transcripts of what was sent to controls, into one folder.
 class CCamera
 {
 public:
@@ -19,7 +19,7 @@ public:
     /// The window as it looks once it has settled.
     void Shoot(QWidget& window, const QString& name);
     void Write(const QString& name, const QString& text);
-    /// Writes what the engines and the maps are told while the action runs, as "transcript-<name>.txt".
+    /// Writes what is sent to the engines and the maps while the action runs, as "transcript-<name>.txt".
     void Record(CMainWindow& window, const QString& name, const std::function<void()>& action);
     /// Takes the picture of the next message box and presses its first button, from inside the box's own loop. The
     /// camera must outlive the box.

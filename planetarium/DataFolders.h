@@ -16,13 +16,13 @@ struct DataFolders
     void UseShipped(const QString& folder);
 
     /// Copies the shipped place list into the user's folder when it is newer than the copy there, and puts a copy dated
-    /// long ago in the place of a missing user list, which the site dialog then brings up to date. Answers the file
+    /// long ago in the place of a missing user list, which the site dialog then brings up to date. Returns the file
     /// that could not be written, empty when all went well; it is left as it was, and the module then uses the shipped
     /// list.
     QString InstallPlaceList() const;
 
-    /// Makes the store of components one of the user's folder, and tells there that the road map is installed: its
-    /// control in this program, its data in the shipped folder. Answers the file that could not be written, empty when
+    /// Makes the store of components one of the user's folder, and records there that the road map is installed: its
+    /// control in this program, its data in the shipped folder. Returns the file that could not be written, empty when
     /// all went well; without it there is no road map.
     QString InstallRoadMap() const;
 };

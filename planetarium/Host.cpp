@@ -188,7 +188,7 @@ void CHost::AwaitNextSecond()
     m_clock.start(second - m_observer.GetInstant().time().msec() + margin);
 }
 
-/// Takes the altitude of the observer's place from the engine, which asks the terrain unless it is told not to.
+/// Takes the altitude of the observer's place from the engine, which asks the terrain unless that is switched off.
 void CHost::FindAltitude()
 {
     TellEngine(Number::Format("Location = Location(%f, %f, *); Show Sky", m_observer.GetLongitude(),
@@ -206,7 +206,7 @@ void CHost::TakeOverAltitude()
     m_observer.UpdateObsByUI(m_observer.GetLongitude(), m_observer.GetLatitude(), altitude);
 }
 
-/// Hands the user's zone to the engine when it is another than the engine was told last.
+/// Hands the user's zone to the engine when it is another than the one sent last.
 void CHost::TellZone()
 {
     if (m_toldZone == m_observer.GetUserTz())
@@ -276,7 +276,8 @@ void CHost::PlaceSiteDialog()
 {
     if (CWindowMemory::Knows(*m_dialog) || !m_mainWindow->screen())
         return;
-    // Right of the sky stands what tells the place. The new window's frame is not known yet; it will be as the other's.
+    // Right of the sky stand the place and the time. The new window's frame is not known yet; it will be as the
+    // other's.
     const int title = m_mainWindow->geometry().top() - m_mainWindow->frameGeometry().top();
     const QPoint sky = m_engine.mapToGlobal(m_engine.rect().topRight()) + QPoint(0, title);
     m_dialog->move(ScreenFit::Beside(m_mainWindow->frameGeometry(), sky, m_dialog->size() + QSize(0, title),
@@ -298,7 +299,7 @@ void CHost::SaveState()
         SavedState::SaveAltitudeMode(IsAltitudeAutomatic());
 }
 
-/// What the engine was told last, by the dialog or the console; off the Earth nothing is automatic, but the choice
+/// What was last sent to the engine, by the dialog or the console; off the Earth nothing is automatic, but the choice
 /// stands.
 bool CHost::IsAltitudeAutomatic()
 {

@@ -60,7 +60,7 @@ public:
 Q_SIGNALS:
     void ObserverChanged();
     void ClockSwitched(bool runs);
-    /// Something was said to a control: which, the line, the answer (empty for none). The clock's lines are left out.
+    /// Something was sent to a control: which, the line, the answer (empty for none). The clock's lines are left out.
     void Spoken(const QString& who, const QString& line, const QString& answer);
 
 private:
@@ -76,7 +76,7 @@ private:
     void MoveRoadMap();
     void ShowTimeSystem();
     void OnEngineLine(const QString& line);
-    /// `onEarth` when the engine was told to stand on the Earth, whatever body the observer is on.
+    /// `onEarth` when the line put the engine on the Earth, whatever body the observer is on.
     void TakeOverEngineLocation(bool onEarth = false);
     void PlaceEngine();
     void TellEngine(const QString& line);
@@ -95,7 +95,7 @@ private:
     std::unique_ptr<CDlgMapple> m_roadMap;
     bool m_roadMapHasObserver = false;
     QWidget* m_mainWindow = nullptr; ///< not owned
-    double m_toldZone = 9.0;         ///< hours; the zone that the engine was told last
+    double m_toldZone = 9.0;         ///< hours; the zone sent to the engine last
     int m_own = 0;                   ///< lines of the host itself are under way
     QTimer m_clock;
     QTimer m_saveSoon;

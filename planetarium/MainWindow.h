@@ -17,7 +17,7 @@ class QProgressBar;
 enum class Audience
 {
     Astronomer,
-    Developer ///< also sees the log of all that the controls are told, and calls that only exercise the module
+    Developer ///< also sees the log of all that is sent to the controls, and calls that only exercise the module
 };
 
 /// The planetarium's window: the sky of the main engine, the observer, and the ways to choose the site.
@@ -26,13 +26,13 @@ class CMainWindow : public QMainWindow
     Q_OBJECT
 
 public:
-    /// Puts into the user's folder what belongs there; what cannot be written there is told.
+    /// Puts into the user's folder what belongs there; what cannot be written there is reported.
     explicit CMainWindow(const DataFolders& folders, Audience audience = Audience::Astronomer);
     ~CMainWindow() override;
 
     [[nodiscard]] CHost& Host() { return *m_host; }
-    /// What the controls were told and answered; the oldest lines go first when it grows long. It is kept for every
-    /// audience.
+    /// What was sent to the controls and their answers; the oldest lines go first when it grows long. It is kept for
+    /// every audience.
     [[nodiscard]] QString LogText();
     void ClearLog();
 

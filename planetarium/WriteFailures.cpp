@@ -69,7 +69,7 @@ void CWriteFailures::Tell()
         const QPointer<QWidget> active = QApplication::activeWindow();
         IPrompts::Current().Show(over ? over : &m_window, m_messages.takeFirst(), IPrompts::Icon::Warning,
                                  IPrompts::Buttons::Ok);
-        if (active) // whoever was typing into the site dialog goes on there
+        if (active) // the user goes on typing there
             active->activateWindow();
     }
 }

@@ -8,7 +8,7 @@
 
 class QWidget;
 
-/// Tells the user which file could not be written, why, and what to do: soon, but not in the middle of what wrote it,
+/// Reports which file could not be written, why, and what to do: soon, but not in the middle of what wrote it,
 /// and once per file and cause until it could be written again.
 class CWriteFailures : public QObject
 {
@@ -21,7 +21,7 @@ public:
 
     /// A file could not be written, or could be again (no cause). `what` begins the message and `consequence` ends it.
     void Report(const QString& what, const QString& path, WriteFailure::Cause cause, const QString& consequence);
-    /// Shows at once what is still to be told.
+    /// Shows at once what is still to be reported.
     void Tell();
 
 private:

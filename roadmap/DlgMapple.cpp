@@ -34,7 +34,7 @@ SitePosition ObserversSite(const CKPDateObs& observer)
     return {observer.GetLongitude(CKPDateObs::Earth), observer.GetLatitude(CKPDateObs::Earth)};
 }
 
-/// The status of a search's end; an end that tells none counts as cancelled.
+/// The status of a search's end; an end without one counts as cancelled.
 long Status(const QVariantList& arguments)
 {
     constexpr long cancelled = -1;
@@ -92,7 +92,7 @@ int CDlgMapple::Create(CCorKiv* hostEngine)
     if (QWidget* read = Item(MappleId::ButtonRead))
         read->setVisible(ReadFile != 0);
     PlaceMap();
-    const QPointer<CDlgMapple> self(this); // the host may end the dialog while a box tells why there is no map
+    const QPointer<CDlgMapple> self(this); // the host may end the dialog while a box says why there is no map
     const bool isSetUp = SetUp();
     if (self && !isSetUp)
         DestroyWindow();
@@ -365,7 +365,7 @@ bool CDlgMapple::event(QEvent* event)
 void CDlgMapple::resizeEvent(QResizeEvent* event)
 {
     CKivDialog::resizeEvent(event);
-    // The first showing tells the size of the creation once more.
+    // The first showing reports the size of the creation once more.
     if (MapCreated && (event->size() != CreatedSize || MapCtrl.geometry() != MapRect))
         MapCtrl.setGeometry(QRect(QPoint(), event->size()));
 }

@@ -30,7 +30,7 @@ public:
     ~CDlgMapple() override; ///< destroys a window that is still there
 
     /// Creates and shows the window, with a map when the map's data are installed. 1 on success; 0 when the window
-    /// exists already or the map cannot be made, which the user is told.
+    /// exists already or the map cannot be made, which is reported to the user.
     int Create(CCorKiv* hostEngine);
 
     /// To be called before Create; the object must outlive the dialog. Null for none.
@@ -70,7 +70,7 @@ protected:
     void OnMouseUpMap(double latitude, double longitude); ///< degrees
     void OnFindLandMarkResult(long status);
     void OnFindAddressKeyResult(long status);
-    /// Takes a match as the site; `position` holds x and y in milliseconds of arc. Answers 0.
+    /// Takes a match as the site; `position` holds x and y in milliseconds of arc. Returns 0.
     long OnFindSelectPos(unsigned parameter, const double* position);
 
     void UpdateSelectPosDisplay(double latitude, double longitude); ///< degrees
@@ -85,7 +85,7 @@ private:
     void SetUpZoom();
     void PlaceMark();
     void OnVScroll();
-    /// The site as known at creation; none when the engine's answer tells none.
+    /// The site as known at creation; none when the engine's answer has none.
     [[nodiscard]] std::optional<SitePosition> FindSite() const;
     void TakePickedSite(const SitePosition& site, const QString& engineLine);
 

@@ -197,7 +197,7 @@ bool CDlgMappleFind::MoveToSelection(bool setAsSite)
     const CRoadMapResult* const result = FindResult(ResultList ? ResultList->SelectedRow() : -1);
     if (!result)
         return false;
-    std::array position{result->X, result->Y}; // the list may be gone once the map or the owner was told
+    std::array position{result->X, result->Y}; // the list may be gone once the map or the owner was notified
     const auto [x, y] = position;
     const QPointer<CDlgMappleFind> self(this);
     if (setAsSite) {

@@ -102,7 +102,7 @@ void CHeightMap::DrawLand(const QString& landMap)
 
 void CHeightMap::Calibrate()
 {
-    // Where the picture is of one grey all over a coarse cell, that cell tells the height of the grey.
+    // Where the picture is of one grey all over a coarse cell, that cell gives the height of the grey.
     constexpr int LeastWitnesses = 5;
     constexpr int Evenness = 3;
     std::array<std::vector<int>, 256> witnesses;

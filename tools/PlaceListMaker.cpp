@@ -242,7 +242,7 @@ void CPlaceListMaker::Sort(Folder& folder)
 
 void CPlaceListMaker::SeparateNames(Folder& folder)
 {
-    // The first of a name keeps it, a later one is told apart by its division, or is left out.
+    // The first of a name keeps it, a later one is distinguished by its division, or is left out.
     QSet<QString> used;
     Folder kept;
     for (Candidate& candidate : folder) {

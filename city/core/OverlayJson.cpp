@@ -42,7 +42,7 @@ public:
     bool parse_object_stop() { return true; }
 
     /// The keys stand in byte order, so that a file cut below a node object lacks that object's name. Of a path at the
-    /// top the name is known all the same.
+    /// top the name is known even so.
     void NameRoot(picojson::value& element) const
     {
         if (m_nesting != MaximumNesting || !element.is<picojson::object>())

@@ -67,7 +67,7 @@ private:
         [[nodiscard]] QString Values() const { return IsPlace ? u" ("_s + ValuesText(Data) + u')' : QString(); }
     };
 
-    /// Answers the name that the item has afterwards.
+    /// Returns the name that the item has afterwards.
     QString Say(picojson::object& node, const QString& folder, CKind& kind)
     {
         const QString name = Text(node, Key::OriginalName);

@@ -84,7 +84,7 @@ public:
     void UpdateFolder(CPlaceItem* item, const QString& newName);
     /// Removes the item with everything below it.
     void Delete(CPlaceItem* item);
-    /// Moves the item with everything below it. CInvalidArgument when the new place lies in it or is none. Answers the
+    /// Moves the item with everything below it. CInvalidArgument when the new place lies in it or is none. Returns the
     /// item that stands in the new place, a copy of the moved one, which is gone.
     CPlaceItem* Move(CPlaceItem* item, CPlaceItem* newParent, CPlaceItem* after);
     /// Goes back to the shipped list and empties the overlay; places are numbered on after those in use,
@@ -94,7 +94,7 @@ public:
     /// Renames the item in the tree alone, for a view that lets its user edit the text in place.
     void SetItemText(CPlaceItem* item, const QString& text) { m_list.Tree().SetText(item, text); }
 
-    /// Take the last edit back, or make the last one taken back again. They answer the item to show: the one that the
+    /// Take the last edit back, or make the last one taken back again. They return the item to show: the one that the
     /// edit was about, or its folder where that item is gone; null when there is nothing to undo or redo, or after a
     /// reset.
     [[nodiscard]] bool CanUndo() const { return m_doneCount > 0; }

@@ -19,7 +19,7 @@ public:
     CPlaceEdit& operator=(const CPlaceEdit&) = delete;
     virtual ~CPlaceEdit() = default;
 
-    /// Both answer the item to show afterwards, null for none. Do may throw CInvalidArgument, having changed nothing.
+    /// Both return the item to show afterwards, null for none. Do may throw CInvalidArgument, having changed nothing.
     virtual CPlaceItem* Do() = 0;
     virtual CPlaceItem* Undo() = 0;
 

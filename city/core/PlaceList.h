@@ -72,7 +72,7 @@ public:
     [[nodiscard]] const CTagList& Folder(int index) const;
     [[nodiscard]] CCityList& Place(int index);
     [[nodiscard]] const CCityList& Place(int index) const;
-    /// Takes the next record of the place table and answers its index; CInvalidArgument when the table is full.
+    /// Takes the next record of the place table and returns its index; CInvalidArgument when the table is full.
     int AddPlaceRecord(const CCityList& place);
     void RemoveLastPlaceRecord() { --m_tables.PlaceCount; }
     /// The lines at the head of the shipped list, each ending with LF, in code page 932.

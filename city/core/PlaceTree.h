@@ -93,7 +93,7 @@ private:
     CPlaceItem* m_item = nullptr;
 };
 
-/// Who is told of the tree's changes; a view's model, for example.
+/// Is notified of the tree's changes; a view's model, for example.
 class CPlaceTreeListener
 {
 public:

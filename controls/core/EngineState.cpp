@@ -66,7 +66,7 @@ const CEngineState::Special CEngineState::Specials[] = {
     {u"Location.Altitude", &CEngineState::SetAltitude, &CEngineState::AltitudeText},
     // Two names of one switch: the site dialog uses the first for its own engine and the second for the host's.
     {u"Location.Altitude.AutoGet", &CEngineState::SetAutomatic, &CEngineState::AutomaticText},
-    // The second answers whether the terrain is what gives the altitude, which it does on the Earth alone.
+    // The second says whether the terrain is what gives the altitude, which it does on the Earth alone.
     {u"Solar.Planet.Earth.Landscape.AutoGetAltitude", &CEngineState::SetAutomatic, &CEngineState::LandscapeText},
     {u"Solar.Planet.Earth.Landscape.IndexFile", &CEngineState::SetIndexFile, &CEngineState::IndexFileText},
     {u"Time", &CEngineState::SetTime, &CEngineState::TimeText},

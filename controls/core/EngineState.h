@@ -33,15 +33,15 @@ struct EngineTime
 class CEngineState
 {
 public:
-    /// Runs a line and answers its last query, empty without one. A line with a statement that is malformed, names what
-    /// there is not or has a value of the wrong form changes nothing: all are read before the first is run. Its answer
-    /// tells what is wrong, in Japanese, and reads as no number.
+    /// Runs a line and returns the answer to its last query, empty without one. A line with a statement that is
+    /// malformed, names what there is not or has a value of the wrong form changes nothing: all are read before the
+    /// first is run. Its answer says what is wrong, in Japanese, and reads as no number.
     QString Command(QStringView line);
 
     /// Assigns a property as a statement would, but with any text as its value; false when it was refused.
     bool Assign(QStringView path, QStringView value);
 
-    /// What a query of the path answers.
+    /// The answer to a query of the path.
     [[nodiscard]] QString Query(QStringView path);
 
     /// Moves the observer on the present body.

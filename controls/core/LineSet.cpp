@@ -16,7 +16,7 @@ constexpr std::size_t PieceLength = 64;
 constexpr qsizetype PointSize = 8;
 constexpr double LargestSingleRadius = 1e5; // pixels
 
-// Takes numbers off the front of the bytes; whoever reads asks first whether there are enough.
+// Takes numbers off the front of the bytes; the caller asks first whether there are enough.
 class CNumberReader
 {
 public:

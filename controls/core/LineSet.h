@@ -53,7 +53,7 @@ private:
         bool BeginsLine = false;
     };
 
-    // Tells which pieces an area of that size (from the origin) may show.
+    // Finds which pieces an area of that size (from the origin) may show.
     class CSight
     {
     public:

@@ -160,7 +160,7 @@ QList<CLineSet::Run> CLineSet::Inside(const CSphereView& view, QSizeF size) cons
             outlines.append(outline);
     }
 
-    // Lines wholly out of sight may still surround the area: one point tells.
+    // Lines wholly out of sight may still surround the area: one point decides.
     const QPointF clear = ClearPoint(outlines, size);
     const auto place = view.FromScreen(clear);
     bool isInside = place && IsInside(*place);

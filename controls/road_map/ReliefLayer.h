@@ -12,7 +12,7 @@ class QPainter;
 class CReliefLayer
 {
 public:
-    /// Takes a grey picture, 128 where the ground is flat, whose text "box" tells west, south, east and north in
+    /// Takes a grey picture, 128 where the ground is flat, whose text "box" names west, south, east and north in
     /// degrees. False, and nothing is drawn, when there is none such or it has more than 4096 pixels to a side.
     bool Load(const QString& path);
 

@@ -60,7 +60,7 @@ bool CRoadMap::Search(bool isFacility, const QString& text)
     if (m_painter.Data().IsEmpty())
         return false;
     const quint64 number = ++m_searchNumber;
-    // The end is told from the event loop, after the caller has put its window in order.
+    // The end is reported from the event loop, after the caller has put its window in order.
     QMetaObject::invokeMethod(
         this, [this, number, isFacility, text] { EndSearch(number, isFacility, text); }, Qt::QueuedConnection);
     return true;
@@ -88,7 +88,7 @@ void CRoadMap::OpenFile(const QString& path)
 {
     const auto [marks, failure] = MarksFile::Read(path);
     if (!failure.isEmpty()) {
-        // Told from the event loop, as the end of a search is: the box holds up nobody who called.
+        // Reported from the event loop, as the end of a search is, so that the box does not block the caller.
         const QString text = u"「%1」を読み込めませんでした。\n%2\n\n"
                              u"読み込めるのは、地点・ルート・軌跡を含む GPX ファイル（16 MB まで）です。"_s.arg(
                                  QFileInfo(path).fileName(), failure);

@@ -11,7 +11,7 @@
 
 /// The road map: Japan with its municipalities and facilities at any scale, a marked observation site, a search and
 /// the user's own marks. Dragging and the arrow keys move it; a click, or Enter or the space bar for the middle,
-/// marks the site there and tells so (event 1). The scale is the window's: the wheel and other keys are left to it.
+/// marks the site there and reports it (event 1). The scale is the window's: the wheel and other keys are left to it.
 ///
 /// A search ends with an event (2 facilities, 3 addresses) from the event loop, status 0. A search that another one
 /// follows before that ends with status 1, and leaves no list.

@@ -33,7 +33,7 @@ const QColor RiverColor(86, 128, 168, 120);
 const QColor WayColor(96, 214, 232, 230);
 
 constexpr double LongestBar = 130;         // pixels
-constexpr double SurroundingsReach = 0.35; // degrees to the nearest municipal office that is told
+constexpr double SurroundingsReach = 0.35; // degrees to the nearest municipal office that is named
 constexpr double SurroundingsAngle = 0.6;  // degrees of view from which the area has too many of them
 constexpr double PrefectureAngle = 0.12;   // from nearer, the borders' own inaccuracy would show
 constexpr double RiverAngle = 4;

@@ -5,7 +5,7 @@
 
 class QPainter;
 
-/// The bar that tells how long a distance on the map is.
+/// The bar that shows how long a distance on the map is.
 struct ScaleBar
 {
     double Meters = 0;

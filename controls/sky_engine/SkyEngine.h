@@ -28,13 +28,14 @@ public:
     /// Pictures and surface names come from the data folder ("<folder>/moon/relief.jpg", "<folder>/moon/features.csv").
     CSkyEngine(QWidget* parent, QString dataFolder);
 
-    /// Runs a line and answers its query, empty without one; see CEngineState::Command for what it refuses.
+    /// Runs a line and returns the answer to its query, empty without one; see CEngineState::Command for what it
+    /// refuses.
     QString Command(const QString& line);
 
     /// Assigns a property with any text as its value, quotes and semicolons included; false when it was refused.
     bool Assign(QStringView path, QStringView value);
 
-    /// Who is told of each line with its answer, after it ran; nobody when empty.
+    /// Is called with each line and its answer, after it ran; may be empty.
     void SetCommandLog(CommandLog log) { m_log = std::move(log); }
 
     /// How often the globe was drawn so far; for measurements.

@@ -9,7 +9,8 @@
 namespace
 {
 constexpr qsizetype MaximumShown = 60;
-constexpr double LeastDepth = 0.25; ///< nearer to the edge of the disc a name could not be told from its neighbours
+constexpr double LeastDepth =
+    0.25; ///< nearer to the edge of the disc a name could not be distinguished from its neighbours
 constexpr double LeadlineLength = 14.0;
 constexpr double Halo = 2.5;
 constexpr qsizetype MaximumLabels = 1000;

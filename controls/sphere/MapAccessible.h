@@ -19,17 +19,17 @@ public:
     [[nodiscard]] virtual QString SpokenCenter() const = 0;
 };
 
-/// How maps are told to assistive programs: as a canvas with the widget's name, its middle as the value, and a
+/// How maps are presented to assistive programs: as a canvas with the widget's name, its middle as the value, and a
 /// description of the middle and the keys. A map is a QWidget that is an ISpokenMap too.
 namespace MapAccessible
 {
-/// Tells every such widget this way from now on; more than one call does nothing more.
+/// Presents every such widget this way from now on; a second call does nothing.
 void Install();
 
-/// Runs a handler of a key, and tells the middle when it is another afterwards. The description leaves out the keys
-/// then, so that they are not read out at each step. Answers what the handler does.
+/// Runs a handler of a key, and announces the middle when it is another afterwards. The description leaves out the keys
+/// then, so that they are not read out at each step. Returns what the handler does.
 bool TellAfterKey(QWidget& map, const std::function<bool()>& handler);
 
-/// The map has got the focus: its description tells the keys again.
+/// The map has got the focus: its description names the keys again.
 void Introduce(QWidget& map);
 } // namespace MapAccessible

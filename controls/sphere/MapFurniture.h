@@ -9,7 +9,7 @@
 class QColor;
 class QPainter;
 
-/// What every map of the Earth wears: the observer's marker, the read-out of a position, the frame of the focus.
+/// What every map of the Earth has: the observer's marker, the read-out of a position, the frame of the focus.
 namespace MapFurniture
 {
 /// The font of names: the window's own, with Japanese letters in the Japanese forms behind it.

@@ -27,7 +27,7 @@ protected:
     [[nodiscard]] virtual CSphereView View() const = 0;
     /// The part from the upper left corner that shows the map; its middle is the map's.
     [[nodiscard]] virtual QSize OpenSize() const { return size(); }
-    /// Whether a second of arc can be told on the map.
+    /// Whether a second of arc can be seen on the map.
     [[nodiscard]] virtual bool HasSeconds() const { return false; }
     virtual void PaintMap(QImage& picture) = 0;
     /// The window's font is another.

@@ -22,13 +22,13 @@ public:
     /// The window that shows the control; lives as long as the control.
     [[nodiscard]] virtual QWidget* Window() = 0;
 
-    /// Calls a numbered method. An unknown number or a wrong argument is ignored and answers an invalid value.
+    /// Calls a numbered method. An unknown number or a wrong argument is ignored and returns an invalid value.
     virtual QVariant Invoke(int method, const QVariantList& arguments) = 0;
 
     /// Sets a numbered property; an unknown number is ignored.
     virtual void SetControlProperty(int property, const QVariant& value) = 0;
 
-    /// Who is told of the control's events; one listener, none when empty.
+    /// Receives the control's events; one listener, none when empty.
     void SetEventSink(EventSink sink) { m_sink = std::move(sink); }
 
 protected:

@@ -16,8 +16,8 @@ struct CRoadMapResult
     QString SmallCategory;
 };
 
-/// The matches of a search, owned by the road map and read in place by whoever asked. The number that the road map
-/// answers stands for the list only while the list lives: it is looked up, never followed, so that a control may answer
+/// The matches of a search, owned by the road map and read in place by the caller. The number that the road map
+/// returns stands for the list only while the list lives: it is looked up, never followed, so that a control may return
 /// any number at any time.
 class CRoadMapResults
 {
@@ -27,7 +27,7 @@ public:
     CRoadMapResults& operator=(const CRoadMapResults&) = delete;
     ~CRoadMapResults();
 
-    /// The number to answer for this list: above 0, and never used again after the list is gone.
+    /// The number to return for this list: above 0, and never used again after the list is gone.
     [[nodiscard]] qint64 Handle() const { return m_handle; }
     [[nodiscard]] const std::vector<CRoadMapResult>& Rows() const { return m_rows; }
 

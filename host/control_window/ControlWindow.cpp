@@ -95,7 +95,7 @@ QVariant CControlWindow::Invoke(int method, const QVariantList& arguments)
 {
     if (!m_control)
         return {};
-    const QPointer<CControlWindow> self(this); // what the control tells its owner may end this window
+    const QPointer<CControlWindow> self(this); // what the control reports to its owner may end this window
     ++m_calls;
     const QVariant result = m_control->Invoke(method, arguments);
     if (!self)

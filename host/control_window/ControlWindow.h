@@ -24,7 +24,7 @@ public:
     /// The control itself, for a host that adds its own; null before Create. Stays owned by this window.
     [[nodiscard]] IControl* Control() const { return m_control.get(); }
 
-    /// Who is told of the control's events; may be set before Create.
+    /// Receives the control's events; may be set before Create.
     void SetEventSink(IControl::EventSink sink);
 
     /// Ends the control and takes this window, hidden, off its parent; nothing more is heard of the control. It may be

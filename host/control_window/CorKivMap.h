@@ -2,7 +2,7 @@
 
 #include "host/control_window/ControlWindow.h"
 
-/// The globe-map control, which draws the Earth. Every call does nothing, or answers 0 or empty, while the control
+/// The globe-map control, which draws the Earth. Every call does nothing, or returns 0 or empty, while the control
 /// does not exist. Degrees throughout, longitude first.
 class CCorKivMap : public CControlWindow
 {

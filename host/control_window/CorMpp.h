@@ -2,7 +2,7 @@
 
 #include "host/control_window/ControlWindow.h"
 
-/// The road-map control. Every call does nothing, or answers false or null, while the control does not exist.
+/// The road-map control. Every call does nothing, or returns false or null, while the control does not exist.
 /// Positions are in milliseconds of arc (see ControlNumber::RoadMap), longitude first.
 class CCorMpp : public CControlWindow
 {
@@ -16,7 +16,7 @@ public:
 
     /// Moves the map to the position; with `mark` the position becomes the marked observation site.
     void SetPosition(bool mark, double x, double y);
-    /// Starts a search; its end is told by an event. False when the map does not start it.
+    /// Starts a search; its end is reported by an event. False when the map does not start it.
     [[nodiscard]] bool Search(bool facility, const QString& text);
     /// The number of the list of the last finished search, for CRoadMapResults::Find; 0 for none.
     [[nodiscard]] qint64 GetSearchResult();

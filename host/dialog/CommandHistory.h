@@ -17,5 +17,5 @@ Q_DECLARE_METATYPE(CCommandHistory)
 QDataStream& operator<<(QDataStream& stream, const CCommandHistory& history);
 
 /// Replaces the entries by those of the stream. When it ends early or is damaged, the complete entries stay and the
-/// stream's status tells; memory follows the bytes that are there, whatever number they announce.
+/// stream's status says; memory follows the bytes that are there, whatever number they announce.
 QDataStream& operator>>(QDataStream& stream, CCommandHistory& history);

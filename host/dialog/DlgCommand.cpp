@@ -143,7 +143,7 @@ bool CDlgCommand::PreTranslateMessage(QKeyEvent& key)
     return CKivDialog::PreTranslateMessage(key);
 }
 
-/// A step to the older lines, or a negative one to the newer. Answers true: the key has no other meaning here.
+/// A step to the older lines, or a negative one to the newer. Returns true: the key has no other meaning here.
 bool CDlgCommand::WalkHistory(int step)
 {
     const int position = HistoryPosition + step;
@@ -169,7 +169,7 @@ void CDlgCommand::ShowAnswer(const QString& answer)
     AnswerEdit->setCursorPosition(0);
 }
 
-/// Takes the history over from the settings and answers the last line; the stored values may hold anything.
+/// Takes the history over from the settings and returns the last line; the stored values may hold anything.
 QString CDlgCommand::ReadHistory()
 {
     int isKept = 0;

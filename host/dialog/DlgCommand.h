@@ -25,7 +25,7 @@ public:
     /// The window's title from the next run on; empty for the template's.
     void SetTitle(const QString& title) { TitleText = title; }
 
-    /// Runs the window on the engine given at construction; answers the dialog's result, -1 when it has no template.
+    /// Runs the window on the engine given at construction; returns the dialog's result, -1 when it has no template.
     int DoModal() { return CKivDialog::DoModal(HostEngine()); }
 
 protected:

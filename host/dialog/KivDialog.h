@@ -72,7 +72,7 @@ public:
     void DestroyWindow();
 
     /// Runs the dialog modally on the engine, null for none; the first run creates the window, and every run begins
-    /// with OnInitDialog. Answers the dialog's result, or -1 when there is no template of its number.
+    /// with OnInitDialog. Returns the dialog's result, or -1 when there is no template of its number.
     int DoModal(CCorKiv* engine);
 
     void done(int result) override;

@@ -10,7 +10,7 @@
 
 namespace
 {
-// What the desktop's own frame takes, until a window is shown and tells.
+// What the desktop's own frame takes, until a window is shown.
 constexpr QSize LikelyFrame(8, 34);
 // Maps and lists ask for more than they need; on a small screen they are content with this.
 constexpr QSize LeastArea(200, 120);

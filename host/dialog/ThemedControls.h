@@ -84,12 +84,12 @@ public:
     [[nodiscard]] int SelectionEnd() const;
 
     /// Makes this a box for decimal numbers, whole ones only or any, of at most so many characters; a longer text that
-    /// the program writes may stand. What is refused is told in a tip.
+    /// the program writes may stand. What is refused is shown in a tip.
     void TakeNumbers(bool isWhole, int maxChars);
     [[nodiscard]] bool TakesNumbers() const { return m_input != nullptr; }
 
     /// Shows a number that the program writes. While the user is in the box, a text that `standing`, what it means at
-    /// the box's own format, tells to be that number already keeps its digits and its caret; so does a text that is no
+    /// the box's own format, means that number already keeps its digits and its caret; so does a text that is no
     /// number yet (empty `standing`) while the value in force is what it was.
     void ShowNumber(const QString& number, const QString& standing);
     /// Remembers the value in force, as the box would show it.

@@ -27,7 +27,7 @@ enum class TimeSystem : int
 
 /// The host's shared date-and-observer object: where the observer stands on each body, and when.
 ///
-/// The object owns the observer's location. Whatever changes it goes through the Update methods, which then tell the
+/// The object owns the observer's location. Whatever changes it goes through the Update methods, which then notify the
 /// one listener; the host answers by updating its sky and its dialogs.
 class CKPDateObs
 {
@@ -47,7 +47,7 @@ public:
 
     CKPDateObs();
 
-    /// Who is told after a change; one listener, none when empty.
+    /// Is notified after a change; one listener, none when empty.
     void SetListener(Listener listener) { m_listener = std::move(listener); }
 
     // Date and time

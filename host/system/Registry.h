@@ -8,8 +8,8 @@
 
 /// The host's settings: sections of named values in one file of the user. A section name may hold backslashes
 /// ("Dialog\\Obs"). A value that cannot be read is absent. One that cannot be written holds while the program runs; the
-/// listener is told, and the next writing tries again. The file is replaced whole or stays as it was, and what another
-/// program wrote into it in the meantime is kept.
+/// listener is notified, and the next writing tries again. The file is replaced whole or stays as it was, and what
+/// another program wrote into it in the meantime is kept.
 class CRegistry
 {
 public:

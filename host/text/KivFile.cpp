@@ -9,7 +9,7 @@
 namespace
 {
 /// Makes the disk take what was written. What it cannot promise is no error; what it refuses is, and the device's own
-/// flush at the end would not tell.
+/// flush at the end would not report.
 bool IsOnDisk(int handle)
 {
     return fsync(handle) == 0 || (errno != EIO && errno != ENOSPC && errno != EDQUOT);

@@ -36,7 +36,7 @@ public:
     [[nodiscard]] bool HasTerrainAltitude() const; ///< the terrain gives the altitude
     [[nodiscard]] double EditToLng() const;
     [[nodiscard]] double EditToLat() const;
-    /// The zone that the fields stand for: where they show the offset of another time system, the user's all the same.
+    /// The zone that the fields stand for: where they show the offset of another time system, the user's nevertheless.
     [[nodiscard]] double EditToTz() const;
     /// The leading number of the embedded engine's answer; 0 when there is none.
     [[nodiscard]] double Query(const char16_t* line) const;

@@ -2,7 +2,7 @@
 
 #include "module/kivobs_export.h"
 
-/// Tells a host whether the road-map control is there. Only looks; shows nothing.
+/// Whether the road-map control is there, for a host. Only looks; shows nothing.
 class KIVOBS_EXPORT CCormppCheck
 {
 public:

@@ -16,7 +16,7 @@ struct tagMappleCheck
     QString Path;
     int Exists = 0; ///< 1 when something is at the path, else 0
 
-    /// The version that a key's name tells, without path. None when it tells none or one below 10.
+    /// The version in a key's name, without path. None when there is none or one below 10.
     [[nodiscard]] static std::optional<tagMappleCheck> FromKeyName(QStringView name);
 
     /// What versions are ordered by; wraps around.
@@ -26,7 +26,7 @@ struct tagMappleCheck
     [[nodiscard]] static std::size_t Newest(const std::vector<tagMappleCheck>& versions);
 };
 
-/// Tells whether the road map's data are there. Only looks; shows nothing.
+/// Whether the road map's data are there. Only looks; shows nothing.
 class KIVOBS_EXPORT CMappleDataCheck
 {
 public:

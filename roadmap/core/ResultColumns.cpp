@@ -35,6 +35,6 @@ const SearchOutcome& SearchOutcome::Of(SearchRule rule)
 bool SearchOutcome::IsFinished(int status)
 {
     constexpr int finished = 0;
-    constexpr int finishedToo = 2; // what tells it from 0 is the road map's own business
+    constexpr int finishedToo = 2; // how it differs from 0 is the road map's own business
     return status == finished || status == finishedToo;
 }

@@ -10,7 +10,7 @@
 #include <functional>
 #include <memory>
 
-/// The tree, one item a line, indented by level and described as told.
+/// The tree, one item a line, indented by level and described by the function.
 template <typename Describe> QString TreeText(const CPlaceTree& tree, const Describe& describe)
 {
     QString text;

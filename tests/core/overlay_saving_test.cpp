@@ -24,7 +24,7 @@ public:
     explicit CWalk(CPlacesInFolder& folder, unsigned seed) : m_folder(folder), m_random(seed) {}
 
     /// With `isExact` the walk keeps off what names alone cannot tell apart later: it never renames, moves or deletes
-    /// an item that a recorded addition stands behind, and never gives a name twice. Answers whether it edited
+    /// an item that a recorded addition stands behind, and never gives a name twice. Returns whether it edited
     /// anything.
     bool Step(bool isExact)
     {

@@ -46,7 +46,7 @@ struct ControlScript
     void Register(const QString& className);
 };
 
-/// A sky engine, a globe map or a road map that writes down what it is told.
+/// A sky engine, a globe map or a road map that records what is sent to it.
 class CRecordingControl : public IControl
 {
 public:

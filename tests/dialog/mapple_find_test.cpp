@@ -1,4 +1,4 @@
-// The search window: what it sends to the map, lists, selects and focuses, and how it bears a map that misbehaves.
+// The search window: what it sends to the map, lists, selects and focuses, and how it survives a map that misbehaves.
 
 #include "host/control/ControlNumbers.h"
 #include "host/dialog/ThemedControls.h"
@@ -264,7 +264,7 @@ TEST_F(MappleFindTest, DoesNothingWithAListThatIsGoneOrShorter)
     EXPECT_EQ(Transcript.Take(), "R 2(false, x)");
 }
 
-TEST_F(MappleFindTest, BearsAListThatEndsWhileItIsUsed)
+TEST_F(MappleFindTest, SurvivesAListThatEndsWhileItIsUsed)
 {
     OpenFind();
     Search({u"a|A"_s, u"b|B"_s});
@@ -329,7 +329,7 @@ TEST_F(MappleFindTest, RemembersTheLastSearch)
     EXPECT_TRUE(FindItem<QAbstractButton>(RadioLandMark)->isChecked());
 }
 
-TEST_F(MappleFindTest, BearsEventsAtAnyTime)
+TEST_F(MappleFindTest, SurvivesEventsAtAnyTime)
 {
     OpenFind();
     GiveResults({u"a|A"_s});

@@ -328,7 +328,7 @@ TEST_F(MappleTest, ClosesWithTheZoomKeyHeldDown)
     EXPECT_EQ(Transcript.Take(), "");
 }
 
-TEST_F(MappleTest, BearsEventsWhileItIsMade)
+TEST_F(MappleTest, SurvivesEventsWhileItIsMade)
 {
     MakeDialog();
     Map.During = [this](int) {

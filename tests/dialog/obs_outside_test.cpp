@@ -16,7 +16,7 @@ namespace
 {
 constexpr int Megabyte = 1 << 20;
 
-/// The phases and values of the list's progress that the host's main window was told.
+/// The phases and values of the list's progress that were sent to the host's main window.
 class CProgressReceiver : public QObject
 {
 public:

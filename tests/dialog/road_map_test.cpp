@@ -376,7 +376,7 @@ TEST_F(RoadMapTest, MarksOfAFileAreShown)
     EXPECT_NEAR(m_stage.Map.Center().Longitude, 139.25, 1e-9) << "the map goes to the first mark";
     EXPECT_NE(m_stage.Picture(), before);
 
-    // Tangles of lines that cross each other are drawn in no time all the same, in one piece as in many.
+    // Tangles of lines that cross each other are drawn quickly, in one piece as in many.
     m_stage.Show(139.1, 35.55, 100000);
     m_stage.Map.Invoke(Method::OpenFile, {path});
     m_stage.Show(139.1, 35.55, 100000);

@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-/// What assistive programs are told of the windows, read from the tree that they read.
+/// What assistive programs see of the windows, read from the tree that they read.
 class AccessibilityStory : public CEveryWindow
 {
 protected:
@@ -108,7 +108,7 @@ TEST_F(AccessibilityStory, AMapTurnedByKeysTellsItsMiddle)
             EXPECT_EQ(Told(*map, QAccessible::Value).toStdString(), where.toStdString());
             EXPECT_EQ(Told(*map, QAccessible::Description), u"中央は "_s + where + u"。"_s) << "at each step not";
         }
-        // By the mouse it turns without a word; whoever comes back hears the keys again.
+        // By the mouse it turns without an announcement; a new focus announces the keys again.
         Item(ObsId::SliderMagnification)->setFocus();
         map->setFocus();
         const QString before = Told(*map, QAccessible::Value);

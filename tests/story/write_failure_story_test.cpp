@@ -79,7 +79,7 @@ TEST_F(WriteFailureStory, AnInitialPlaceThatCannotBeStoredSaysSoAtOnceAndIsStore
         Click(ObsId::ButtonSetInit);
         EXPECT_EQ(SettingsFile(), before) << "the old file is whole";
         Host().MoveObserver(10.0, 20.0, 30.0);
-        QTest::qWait(1200); // the same cause is told once
+        QTest::qWait(1200); // the same cause is reported once
         EXPECT_EQ(SettingsFile(), before);
     }
     Host().MoveObserver(11.0, 21.0, 31.0);

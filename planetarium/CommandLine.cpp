@@ -57,6 +57,17 @@ QCommandLineOption Declared(const Option& option)
     return {Text(option.Name), QString(), Text(option.Value)};
 }
 
+/// The argument that gives a value to a switch or none to another option.
+QString WithoutSense(const QStringList& arguments)
+{
+    for (const Option& option : Options) {
+        const QStringList found = arguments.filter(u"--"_s + Text(option.Name) + u'=');
+        if (!*option.Value && !found.isEmpty())
+            return found.constFirst();
+    }
+    return arguments.constLast();
+}
+
 /// What the parser could not make sense of; empty when all is well.
 QString Mistake(const QCommandLineParser& parser, bool isParsed, const QStringList& arguments)
 {
@@ -64,10 +75,17 @@ QString Mistake(const QCommandLineParser& parser, bool isParsed, const QStringLi
         const QString name = parser.unknownOptionNames().constFirst();
         return u"オプション「%1」はありません。"_s.arg((name.size() > 1 ? u"--"_s : u"-"_s) + name);
     }
+    for (const Option& option : {DataOption, UserOption, SettingsOption, TerrainOption}) {
+        const QString value = parser.value(Text(option.Name));
+        const bool canBeEmpty = option.Name == TerrainOption.Name || !parser.isSet(Text(option.Name));
+        if (value.startsWith(u"--"_s) ||
+            (value.isEmpty() && !canBeEmpty)) // the next option; the current folder unasked
+            return u"オプション「--%1」の値がありません。"_s.arg(Text(option.Name));
+    }
     if (!parser.positionalArguments().isEmpty())
         return u"引数「%1」は使えません。"_s.arg(parser.positionalArguments().constFirst());
     if (!isParsed)
-        return u"オプション「%1」の値の指定が正しくありません。"_s.arg(arguments.constLast());
+        return u"オプション「%1」の値の指定が正しくありません。"_s.arg(WithoutSense(arguments));
     return {};
 }
 

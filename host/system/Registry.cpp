@@ -6,7 +6,6 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QHash>
-#include <QLockFile>
 #include <QSet>
 #include <QSettings>
 #include <QStandardPaths>

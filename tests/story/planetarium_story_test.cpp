@@ -303,7 +303,9 @@ TEST(CommandLineStory, MistakesEndWithAMessageAndStatusTwo)
          {Case{{u"--help"_s}, 0, "地形データの索引ファイル（空の文字列で地形なし）", ""},
           Case{{u"--version"_s}, 0, "planetarium ", ""}, Case{{u"--dat"_s}, 2, "", "オプション「--dat」はありません。"},
           Case{{u"sky"_s}, 2, "", "引数「sky」は使えません。"},
-          Case{{u"--data"_s}, 2, "", "オプション「--data」の値の指定が正しくありません。"},
+          Case{{u"--developer=1"_s, u"--data"_s, folder.path()}, 2, "", "オプション「--developer=1」の値の"},
+          Case{{u"--data"_s}, 2, "", "オプション「--data」の値がありません。"},
+          Case{{u"--user="_s}, 2, "", "オプション「--user」の値がありません。"},
           Case{{u"--data"_s, missing}, 2, "", noFolder.c_str()}, Case{{u"--user"_s, missing}, 2, "", noFolder.c_str()},
           Case{{u"--terrain"_s, missing}, 2, "", noFile.c_str()},
           Case{{u"--settings"_s, folder.path()}, 2, "", "設定ファイル「"}}) {

@@ -1,6 +1,7 @@
 #include "planetarium/WindowMemory.h"
 
 #include "host/dialog/KivDialog.h"
+#include "host/dialog/ScreenFit.h"
 #include "host/system/Registry.h"
 
 #include <QApplication>
@@ -63,6 +64,14 @@ void CWindowMemory::Save(const QWidget& window)
         CRegistry::Write(Section, name, QString::fromLatin1(place.toBase64()));
 }
 
+void CWindowMemory::Restore(QWidget& window)
+{
+    window.restoreGeometry(Stored(NameOf(window)));
+    const QSize room = ScreenFit::Room(window);
+    if (!window.isMaximized() && !window.isFullScreen() && window.size() != window.size().boundedTo(room))
+        ScreenFit::Keep(window); // of a larger screen, or of a file that was damaged
+}
+
 bool CWindowMemory::eventFilter(QObject* watched, QEvent* event)
 {
     // Both come before the window itself hears of it; what the desktop does to a window is none of a user's doings.
@@ -72,7 +81,7 @@ bool CWindowMemory::eventFilter(QObject* watched, QEvent* event)
             if (event->type() == QEvent::Hide)
                 Save(*window);
             else if (Knows(*window))
-                window->restoreGeometry(Stored(NameOf(*window)));
+                Restore(*window);
         }
     }
     return QObject::eventFilter(watched, event);

@@ -25,4 +25,5 @@ protected:
 private:
     /// What the window is stored under; empty for one that is placed by its parent, such as a message box.
     [[nodiscard]] static QString NameOf(const QWidget& window);
+    static void Restore(QWidget& window);
 };

@@ -40,14 +40,8 @@ void CPlaceDocument::SetSaveFileFactory(const CKivFile::SaveFileFactory& factory
 
 void CPlaceDocument::LoadCityList()
 {
-    m_list.Tree().BeginReset();
-    try {
-        m_list.LoadCityList();
-    } catch (...) {
-        m_list.Tree().EndReset();
-        throw;
-    }
-    m_list.Tree().EndReset();
+    const CPlaceTree::CReset reset(m_list.Tree());
+    m_list.LoadCityList();
 }
 
 void CPlaceDocument::LoadLocationTreeContext()
@@ -63,15 +57,13 @@ void CPlaceDocument::LoadLocationTreeContext()
     if (parsed.IsWhole)
         m_overlayFile.KnowAsWhole(bytes);
     m_overlay.Take(std::move(parsed.Document));
-    m_list.Tree().BeginReset();
+    const CPlaceTree::CReset reset(m_list.Tree());
     try {
         m_overlay.Replay();
     } catch (...) {
         m_list.SetIncomplete();
-        m_list.Tree().EndReset();
         throw;
     }
-    m_list.Tree().EndReset();
 }
 
 CPlaceDocument::CSaved CPlaceDocument::SaveCityList()
@@ -79,7 +71,7 @@ CPlaceDocument::CSaved CPlaceDocument::SaveCityList()
     CSaved saved;
     saved.UserList = m_list.RefreshUserObs();
     // An overlay that was never read is not known, and what is not known must not be replaced.
-    if (m_overlay.Overlay().is<picojson::array>())
+    if (m_overlay.IsLoaded())
         saved.Overlay = m_overlayFile.Save(m_overlayFilePath, m_overlay.Bytes());
     return saved;
 }
@@ -126,7 +118,7 @@ CPlaceItem* CPlaceDocument::Move(CPlaceItem* item, CPlaceItem* newParent, CPlace
 
 bool CPlaceDocument::Reset()
 {
-    if (!m_overlay.Overlay().is<picojson::array>())
+    if (!m_overlay.IsLoaded())
         throw CInvalidArgument("the overlay was not loaded");
     auto edit = std::make_unique<CResetEdit>(m_list, m_overlay);
     edit->Do();

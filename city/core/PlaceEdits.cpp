@@ -24,7 +24,7 @@ CPlaceItem* CAddEdit::Do()
 
 CPlaceItem* CAddEdit::Undo()
 {
-    m_overlay.Revert(std::move(m_change));
+    m_change.Revert();
     TakeOut();
     return m_after ? m_after : m_parent;
 }
@@ -33,13 +33,13 @@ void CAddEdit::TakeOut()
 {
     m_held = Tree().Detach(m_item);
     if (m_values)
-        m_list.RemoveLastPlaceRecord();
+        m_list.GiveBackPlaceRecord();
 }
 
 CUpdateEdit::CUpdateEdit(CPlaceList& list, CPlaceOverlay& overlay, CPlaceItem* item, QString newName,
                          std::optional<CCityList> values)
     : CPlaceEdit(list, overlay), m_item(item), m_oldName(item->Text()), m_newName(std::move(newName)),
-      m_wasUpdated(item->IsUpdated()), m_newValues(std::move(values))
+      m_newValues(std::move(values))
 {
     if (m_newValues)
         m_oldValues = m_list.Place(item->Data());
@@ -59,8 +59,7 @@ CPlaceItem* CUpdateEdit::Do()
 
 CPlaceItem* CUpdateEdit::Undo()
 {
-    m_overlay.Revert(std::move(m_change));
-    CPlaceTree::SetUpdated(m_item, m_wasUpdated);
+    m_change.Revert();
     Apply(m_oldName, m_oldValues);
     return m_item;
 }
@@ -87,7 +86,7 @@ CPlaceItem* CDeleteEdit::Do()
 CPlaceItem* CDeleteEdit::Undo()
 {
     Tree().Attach(std::move(m_held), m_parent, m_after);
-    m_overlay.Revert(std::move(m_change));
+    m_change.Revert();
     return m_item;
 }
 
@@ -111,72 +110,25 @@ CPlaceItem* CMoveEdit::Undo()
 {
     m_heldCopy = Tree().Detach(m_copy);
     Tree().Attach(std::move(m_heldItem), m_oldParent, m_oldAfter);
-    m_overlay.Revert(std::move(m_change));
+    m_change.Revert();
     return m_item;
-}
-
-CResetEdit::CState CResetEdit::TakeState()
-{
-    CState state;
-    state.Tree = Tree().DetachAll();
-    state.Tables = m_list.TakeTables();
-    return state;
-}
-
-void CResetEdit::PutState(CState state)
-{
-    CPlaceItem* last = nullptr;
-    for (CPlaceSubtree& subtree : state.Tree)
-        last = Tree().Attach(std::move(subtree), nullptr, last);
-    m_list.PutTables(std::move(state.Tables));
 }
 
 CPlaceItem* CResetEdit::Do()
 {
-    Tree().BeginReset();
-    m_former = TakeState();
-    if (m_isLoaded)
-        PutState(std::move(m_reset));
-    else
-        Load();
-    m_formerOverlay = m_overlay.Clear();
-    Tree().EndReset();
+    if (m_reset) {
+        m_former = m_list.Exchange(std::move(m_reset));
+    } else {
+        m_former = m_list.Reload();
+        m_isWhole = m_list.IsComplete();
+    }
+    m_formerOverlay = m_overlay.Exchange(std::make_unique<COverlayNodes>());
     return nullptr;
-}
-
-/// The places are numbered on from those of the load before; only when they do not fit the table starts anew.
-void CResetEdit::Load()
-{
-    m_list.PutTables(m_former.Tables);
-    m_list.ClearTree();
-    try {
-        m_list.LoadCityList();
-    } catch (const CInvalidArgument&) {
-        LoadIntoEmptyTable();
-    }
-    m_isLoaded = true;
-    m_isWhole = m_list.IsComplete();
-}
-
-void CResetEdit::LoadIntoEmptyTable()
-{
-    (void)TakeState();
-    try {
-        m_list.LoadCityList();
-    } catch (...) {
-        (void)TakeState();
-        PutState(std::move(m_former));
-        Tree().EndReset();
-        throw;
-    }
 }
 
 CPlaceItem* CResetEdit::Undo()
 {
-    Tree().BeginReset();
-    m_reset = TakeState();
-    PutState(std::move(m_former));
-    m_overlay.Take(std::move(m_formerOverlay));
-    Tree().EndReset();
+    m_reset = m_list.Exchange(std::move(m_former));
+    m_overlay.Exchange(std::move(m_formerOverlay));
     return nullptr;
 }

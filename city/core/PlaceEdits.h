@@ -5,6 +5,7 @@
 
 #include <QString>
 
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -28,7 +29,7 @@ protected:
 
     CPlaceList& m_list;
     CPlaceOverlay& m_overlay;
-    CPlaceOverlay::CChange m_change;
+    COverlayChange m_change;
 };
 
 /// Adds a place, or a folder when no values are given.
@@ -66,7 +67,6 @@ private:
     CPlaceItem* m_item;
     QString m_oldName;
     QString m_newName;
-    bool m_wasUpdated;
     std::optional<CCityList> m_oldValues;
     std::optional<CCityList> m_newValues;
 };
@@ -116,20 +116,8 @@ public:
     [[nodiscard]] bool IsWhole() const { return m_isWhole; }
 
 private:
-    struct CState
-    {
-        std::vector<CPlaceSubtree> Tree;
-        CPlaceList::CTables Tables;
-    };
-
-    [[nodiscard]] CState TakeState();
-    void PutState(CState state);
-    void Load();
-    void LoadIntoEmptyTable();
-
-    bool m_isLoaded = false;
     bool m_isWhole = false;
-    CState m_former;
-    CState m_reset;
-    picojson::value m_formerOverlay;
+    std::unique_ptr<CPlaceList::CContents> m_former;
+    std::unique_ptr<CPlaceList::CContents> m_reset; ///< null until the reset is undone
+    std::unique_ptr<COverlayNodes> m_formerOverlay;
 };

@@ -3,6 +3,7 @@
 #include "host/text/CodePage932.h"
 
 #include <memory>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -22,20 +23,11 @@ template <typename Table> auto& Next(Table& table, int count, const QString& ful
         throw CInvalidArgument("a table of the place list is full", fullText);
     return At(table, count);
 }
-
-CPlaceList::CTables EmptyTables()
-{
-    CPlaceList::CTables tables;
-    tables.Folders.resize(CPlaceList::FolderTableSize);
-    tables.Places.resize(CPlaceList::PlaceTableSize);
-    return tables;
-}
 } // namespace
 
-CPlaceList::CPlaceList()
-    : m_tables(EmptyTables()), m_saveFileFactory([](const QString& path) { return std::make_unique<QSaveFile>(path); })
-{
-}
+CPlaceList::CPlaceList() : m_saveFileFactory([](const QString& path) { return std::make_unique<QSaveFile>(path); }) {}
+
+CPlaceList::~CPlaceList() = default;
 
 const CTagList& CPlaceList::Folder(int index) const
 {
@@ -78,15 +70,36 @@ void CPlaceList::Report(int phase, const QVariant& value) const
         m_progress(phase, value);
 }
 
-void CPlaceList::ClearTree()
+std::unique_ptr<CPlaceList::CContents> CPlaceList::Exchange(std::unique_ptr<CContents> contents)
 {
-    m_tree.Clear();
-    m_tables.FolderCount = 0;
+    const CPlaceTree::CReset reset(m_tree);
+    auto former = std::make_unique<CContents>();
+    former->m_items = m_tree.DetachAll();
+    CPlaceItem* last = nullptr;
+    for (CPlaceSubtree& item : contents->m_items)
+        last = m_tree.Attach(std::move(item), nullptr, last);
+    former->m_tables = std::exchange(m_tables, std::move(contents->m_tables));
+    return former;
 }
 
-CPlaceList::CTables CPlaceList::TakeTables()
+std::unique_ptr<CPlaceList::CContents> CPlaceList::Reload()
 {
-    return std::exchange(m_tables, EmptyTables());
+    const CPlaceTree::CReset reset(m_tree);
+    std::unique_ptr<CContents> former = Exchange(std::make_unique<CContents>());
+    m_tables.Places = former->m_tables.Places;
+    m_tables.PlaceCount = former->m_tables.PlaceCount;
+    try {
+        LoadCityList();
+    } catch (const CInvalidArgument&) {
+        (void)Exchange(std::make_unique<CContents>());
+        try {
+            LoadCityList();
+        } catch (...) {
+            (void)Exchange(std::move(former));
+            throw;
+        }
+    }
+    return former;
 }
 
 void CPlaceList::GetCityString(const CPlaceItem* item, QString& out) const

@@ -9,6 +9,7 @@
 #include <QVariant>
 
 #include <functional>
+#include <memory>
 #include <vector>
 
 /// The place list as a document: records, tree and files, without any window.
@@ -26,6 +27,9 @@ public:
     using Progress = std::function<void(int phase, const QVariant& value)>;
 
     CPlaceList();
+    ~CPlaceList();
+    CPlaceList(const CPlaceList&) = delete;
+    CPlaceList& operator=(const CPlaceList&) = delete;
 
     /// The shipped list, which is only read, and the user list, which is only written.
     QString ListFilePath;
@@ -45,24 +49,16 @@ public:
     /// written or the list is incomplete.
     bool RefreshUserObs();
 
-    /// Empties the tree and the folder table; place records and the header stay, and the next load appends.
-    void ClearTree();
-
     /// Counts the list as not wholly loaded.
     void SetIncomplete() { m_tables.IsComplete = false; }
 
-    /// The folder and place records, apart from the tree.
-    struct CTables
-    {
-        std::vector<CTagList> Folders;
-        int FolderCount = 0;
-        std::vector<CCityList> Places;
-        int PlaceCount = 0;
-        bool IsComplete = true;
-    };
-    /// Takes the tables out and leaves empty ones; the header stays.
-    [[nodiscard]] CTables TakeTables();
-    void PutTables(CTables tables) { m_tables = std::move(tables); }
+    /// The tree with its records, put aside; only the header stays.
+    class CContents;
+    /// Puts other contents in the place of those that are returned.
+    [[nodiscard]] std::unique_ptr<CContents> Exchange(std::unique_ptr<CContents> contents);
+    /// Reads the shipped list in the place of the contents that are returned. Places are numbered on after those in
+    /// use, as long as the table has room for that. Throws, with nothing changed, when a table is full even so.
+    [[nodiscard]] std::unique_ptr<CContents> Reload();
 
     [[nodiscard]] CPlaceTree& Tree() { return m_tree; }
     [[nodiscard]] const CPlaceTree& Tree() const { return m_tree; }
@@ -74,7 +70,8 @@ public:
     [[nodiscard]] const CCityList& Place(int index) const;
     /// Takes the next record of the place table and returns its index; CInvalidArgument when the table is full.
     int AddPlaceRecord(const CCityList& place);
-    void RemoveLastPlaceRecord() { --m_tables.PlaceCount; }
+    /// Gives the record back that was taken last; no item may use it any more.
+    void GiveBackPlaceRecord() { --m_tables.PlaceCount; }
     /// The lines at the head of the shipped list, each ending with LF, in code page 932.
     [[nodiscard]] const QByteArray& ListHeader() const { return m_listHeader; }
 
@@ -86,6 +83,16 @@ public:
 private:
     class Loader;
 
+    /// The folder and place records.
+    struct CTables
+    {
+        std::vector<CTagList> Folders = std::vector<CTagList>(FolderTableSize);
+        int FolderCount = 0;
+        std::vector<CCityList> Places = std::vector<CCityList>(PlaceTableSize);
+        int PlaceCount = 0;
+        bool IsComplete = true;
+    };
+
     [[nodiscard]] QByteArray UserListBytes() const;
     CTagList& NextFolder();
     CCityList& NextPlace();
@@ -96,4 +103,14 @@ private:
     QByteArray m_listHeader;
     Progress m_progress;
     CKivFile::SaveFileFactory m_saveFileFactory;
+};
+
+/// The tree's items and the records of a list, apart from it.
+class CPlaceList::CContents
+{
+private:
+    friend class CPlaceList;
+
+    std::vector<CPlaceSubtree> m_items;
+    CTables m_tables;
 };

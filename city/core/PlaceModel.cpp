@@ -42,10 +42,7 @@ CPlaceModel::CChildren& CPlaceModel::ChildrenOf(const CPlaceItem* parent) const
 int CPlaceModel::RowOf(const CPlaceItem* item) const
 {
     const CChildren& children = ChildrenOf(item->Parent());
-    const auto at =
-        std::lower_bound(children.begin(), children.end(), item, [](const CPlaceItem* left, const CPlaceItem* right) {
-            return left->Order() < right->Order();
-        });
+    const auto at = std::find(children.begin(), children.end(), item);
     return static_cast<int>(at - children.begin());
 }
 
@@ -99,10 +96,12 @@ void CPlaceModel::BeforeInsert(CPlaceItem* parent, CPlaceItem* after)
 
 void CPlaceModel::AfterInsert(CPlaceItem* item)
 {
-    CChildren& children = ChildrenOf(item->Parent());
-    const auto at = children.begin() + RowOf(item);
-    if (at == children.end() || *at != item) // a list that was made just now knows the item already
-        children.insert(at, item);
+    const auto known = m_children.find(item->Parent());
+    if (known != m_children.end()) {
+        CChildren& children = known->second;
+        const int row = item->Previous() ? RowOf(item->Previous()) + 1 : 0;
+        children.insert(children.begin() + row, item);
+    }
     endInsertRows();
 }
 

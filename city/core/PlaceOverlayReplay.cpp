@@ -4,67 +4,62 @@ using namespace OverlayJson;
 
 void CPlaceOverlay::Replay()
 {
-    m_index.ForgetUnmet();
-    if (m_overlay.is<picojson::array>())
-        AnalyzeNodeContext(Top(), nullptr, 1);
+    if (m_top)
+        AnalyzeNodeContext(*m_top, nullptr, 1);
 }
 
-void CPlaceOverlay::CCarried::Take(picojson::object& node)
+void CPlaceOverlay::CCarried::Take(COverlayNode& node)
 {
-    const QString type = Text(node, Key::Type);
-    if (type == QLatin1StringView(Type::Node.c_str())) {
+    (void)node.Read(Key::Type);
+    if (node.Is(Key::Type, Type::Node)) {
         IsFolder = true;
-    } else if (type == QLatin1StringView(Type::Leaf.c_str())) {
+    } else if (node.Is(Key::Type, Type::Leaf)) {
         IsFolder = false;
-        Data = Text(node, Key::Data);
+        Data = node.Read(Key::Data);
     }
 }
 
-/// Replays the node objects onto the children of the parent (null: the top level), which lie at the given depth.
-void CPlaceOverlay::AnalyzeNodeContext(picojson::array& nodes, CPlaceItem* parent, int depth)
+/// Replays the elements onto the children of the parent (null: the top level), which lie at the given depth.
+void CPlaceOverlay::AnalyzeNodeContext(COverlayNodes& nodes, CPlaceItem* parent, int depth)
 {
     CCarried carried; // kept from one element to the next, on purpose: an unknown type is that of the element before
-    for (picojson::value& element : nodes) {
-        if (!element.is<picojson::object>())
+    for (const std::unique_ptr<COverlayNode>& element : nodes) {
+        COverlayNode& node = *element;
+        if (!node.IsObject())
             continue;
-        auto& node = element.get<picojson::object>();
-        const QString name = Text(node, Key::OriginalName);
-        if (!node[Key::Action].is<std::string>()) {
-            m_index.SetUnmet(node, name);
-            continue;
-        }
-        const std::string& action = node[Key::Action].get<std::string>();
+        const QString name = node.Read(Key::OriginalName);
+        (void)node.Read(Key::Action);
 
         CPlaceItem* item = nullptr;
         bool isDeletion = false;
-        if (action == Action::Path) {
-            if (node[Key::Next].is<picojson::array>())
+        if (node.Is(Key::Action, Action::Path)) {
+            (void)node.Read(Key::Next);
+            if (node.Next())
                 item = m_list.Tree().SearchNodeItem(parent, name);
-        } else if (action == Action::Add) {
+        } else if (node.Is(Key::Action, Action::Add)) {
             carried.Take(node);
-            item = AddTreeViewFromContextData(parent, name, Text(node, Key::VerticalOffset), carried, depth);
-            if (!item && node[Key::Next].is<picojson::array>())
+            item = AddTreeViewFromContextData(parent, name, node.Read(Key::VerticalOffset), carried, depth);
+            (void)node.Read(Key::Next);
+            if (!item && node.Next())
                 return;
-        } else if (action == Action::Update) {
+        } else if (node.Is(Key::Action, Action::Update)) {
             item = m_list.Tree().SearchNodeItem(parent, name);
             if (item) {
                 carried.Take(node);
-                UpdTreeViewFromContextData(item, Text(node, Key::LatestName), carried);
+                UpdTreeViewFromContextData(item, node.Read(Key::LatestName), carried);
+                (void)node.Read(Key::Next);
             }
-        } else if (action == Action::Delete) {
+        } else if (node.Is(Key::Action, Action::Delete)) {
             if (CPlaceItem* deleted = m_list.Tree().SearchNodeItem(parent, name)) {
                 m_list.Tree().Remove(deleted);
                 isDeletion = true;
             }
         }
 
-        if (!item && !isDeletion) {
-            m_index.SetUnmet(node, name);
-            if (const auto next = node.find(Key::Next); next != node.end())
-                m_index.SetUnmetWithin(next->second);
-        } else if (item && node[Key::Next].is<picojson::array>()) {
-            AnalyzeNodeContext(node[Key::Next].get<picojson::array>(), item, depth + 1);
-        }
+        if (item && node.Next())
+            AnalyzeNodeContext(*node.Next(), item, depth + 1);
+        else if (!item && !isDeletion)
+            node.SetMissed();
     }
 }
 
@@ -85,7 +80,6 @@ CPlaceItem* CPlaceOverlay::AddTreeViewFromContextData(CPlaceItem* parent, const 
 void CPlaceOverlay::UpdTreeViewFromContextData(CPlaceItem* item, const QString& name, const CCarried& values)
 {
     m_list.Tree().SetText(item, name);
-    CPlaceTree::SetUpdated(item, true);
     if (!values.IsFolder && !item->IsFolder()) // a newer list may hold a folder where the user changed a place
         m_list.SetLocationData(item->Data(), values.Data);
 }

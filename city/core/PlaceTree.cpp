@@ -1,14 +1,6 @@
 #include "city/core/PlaceTree.h"
 
-#include <limits>
 #include <utility>
-
-namespace
-{
-constexpr quint64 OrderStep = quint64(1) << 32;
-constexpr quint64 FirstOrder = quint64(1) << 63;
-constexpr quint64 LastOrder = std::numeric_limits<quint64>::max();
-} // namespace
 
 CPlaceItem* CPlaceItem::Following() const
 {
@@ -25,16 +17,7 @@ void CPlaceItem::AddToIndex(CPlaceItem* child)
     if (!m_childrenByText)
         return;
     CNamesakes& namesakes = (*m_childrenByText)[child->m_text];
-    if (!namesakes.First) {
-        namesakes.First = child;
-        return;
-    }
-    if (!namesakes.All) {
-        namesakes.All = std::make_unique<CNamesakes::CByOrderSet>();
-        namesakes.All->insert(namesakes.First);
-    }
-    namesakes.All->insert(child);
-    namesakes.First = *namesakes.All->begin();
+    namesakes.First = ++namesakes.Count == 1 ? child : nullptr;
 }
 
 void CPlaceItem::RemoveFromIndex(const CPlaceItem* child)
@@ -43,11 +26,10 @@ void CPlaceItem::RemoveFromIndex(const CPlaceItem* child)
         return;
     const auto found = m_childrenByText->find(child->m_text);
     CNamesakes& namesakes = found->second;
-    if (namesakes.All && namesakes.All->size() > 1) {
-        namesakes.All->erase(const_cast<CPlaceItem*>(child));
-        namesakes.First = *namesakes.All->begin();
-    } else
+    if (--namesakes.Count == 0)
         m_childrenByText->erase(found);
+    else if (namesakes.First == child)
+        namesakes.First = nullptr;
 }
 
 CPlaceSubtree::~CPlaceSubtree()
@@ -64,17 +46,17 @@ CPlaceTree::~CPlaceTree()
     Clear();
 }
 
-void CPlaceTree::BeginReset()
+CPlaceTree::CReset::CReset(CPlaceTree& tree) : m_tree(tree)
 {
-    if (CPlaceTreeListener* listener = Listener())
+    if (CPlaceTreeListener* listener = m_tree.Listener())
         listener->BeforeReset();
-    ++m_resetDepth;
+    ++m_tree.m_resetDepth;
 }
 
-void CPlaceTree::EndReset()
+CPlaceTree::CReset::~CReset()
 {
-    --m_resetDepth;
-    if (CPlaceTreeListener* listener = Listener())
+    --m_tree.m_resetDepth;
+    if (CPlaceTreeListener* listener = m_tree.Listener())
         listener->AfterReset();
 }
 
@@ -117,11 +99,10 @@ CPlaceSubtree CPlaceTree::Detach(CPlaceItem* item)
 
 std::vector<CPlaceSubtree> CPlaceTree::DetachAll()
 {
+    const CReset reset(*this);
     std::vector<CPlaceSubtree> all;
-    BeginReset();
     while (m_top.m_firstChild)
         all.push_back(Detach(m_top.m_firstChild));
-    EndReset();
     return all;
 }
 
@@ -167,58 +148,7 @@ void CPlaceTree::Link(CPlaceItem& holder, CPlaceItem* after, CPlaceItem* item)
     item->m_next = after ? after->m_next : holder.m_firstChild;
     (item->m_previous ? item->m_previous->m_next : holder.m_firstChild) = item;
     (item->m_next ? item->m_next->m_previous : holder.m_lastChild) = item;
-    AssignOrder(holder, *item);
     holder.AddToIndex(item);
-}
-
-/// Gives the item a number between its neighbours'.
-void CPlaceTree::AssignOrder(CPlaceItem& holder, CPlaceItem& item)
-{
-    if (holder.m_firstChild == holder.m_lastChild) {
-        item.m_order = FirstOrder;
-        return;
-    }
-    const quint64 low = item.m_previous ? item.m_previous->m_order : 0;
-    const quint64 high = item.m_next ? item.m_next->m_order : LastOrder;
-    if (!item.m_next && high - low > OrderStep)
-        item.m_order = low + OrderStep;
-    else if (!item.m_previous && high - low > OrderStep)
-        item.m_order = high - OrderStep;
-    else if (high - low > 1)
-        item.m_order = low + (high - low) / 2;
-    else
-        MakeRoom(item);
-}
-
-/// Spreads the numbers around an item that has none yet: over the smallest stretch of numbers, doubled step by step,
-/// that its items fill thinly enough. A longer stretch must be thinner, which makes the cost of insertions, all
-/// together, grow hardly faster than their count.
-void CPlaceTree::MakeRoom(CPlaceItem& item)
-{
-    constexpr double growth = 1.5; // items allowed in a stretch twice as long, as against 2 for the same density
-    const quint64 around = item.m_previous ? item.m_previous->m_order : item.m_next->m_order;
-    CPlaceItem* first = &item;
-    CPlaceItem* last = &item;
-    quint64 count = 1;
-    double allowed = 1.0;
-    for (int bits = 1; bits < 64; ++bits) {
-        allowed *= growth;
-        const quint64 low = around >> bits << bits;
-        const quint64 high = low + ((quint64(1) << bits) - 1);
-        for (; first->m_previous && first->m_previous->m_order >= low; ++count)
-            first = first->m_previous;
-        for (; last->m_next && last->m_next->m_order <= high; ++count)
-            last = last->m_next;
-        const quint64 step = (high - low) / (count + 1);
-        if (static_cast<double>(count) > allowed || step < 2)
-            continue;
-        quint64 order = low;
-        for (CPlaceItem* sibling = first;; sibling = sibling->m_next) {
-            sibling->m_order = order += step;
-            if (sibling == last)
-                return;
-        }
-    }
 }
 
 void CPlaceTree::Unlink(CPlaceItem* item)
@@ -267,5 +197,12 @@ CPlaceItem* CPlaceTree::SearchNodeItem(const CPlaceItem* parent, const QString& 
             holder.AddToIndex(child);
     }
     const auto found = holder.m_childrenByText->find(name);
-    return found == holder.m_childrenByText->end() ? nullptr : found->second.First;
+    if (found == holder.m_childrenByText->end())
+        return nullptr;
+    CPlaceItem*& first = found->second.First;
+    for (CPlaceItem* child = holder.m_firstChild; !first; child = child->m_next) {
+        if (child->m_text == name)
+            first = child;
+    }
+    return first;
 }

@@ -4,7 +4,6 @@
 #include <QString>
 
 #include <memory>
-#include <set>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -28,27 +27,15 @@ public:
     [[nodiscard]] CPlaceItem* Previous() const { return m_previous; }
     /// The next item of the tree as it is read from top to bottom; null after the last.
     [[nodiscard]] CPlaceItem* Following() const;
-    /// Ascending among siblings. The numbers may change when a sibling is added, their order does not.
-    [[nodiscard]] quint64 Order() const { return m_order; }
-    /// Whether an entry of the overlay is known to hold this item's new name or values.
-    [[nodiscard]] bool IsUpdated() const { return m_isUpdated; }
 
 private:
     friend class CPlaceTree;
 
-    /// The children of one text; the set is made for the second of them.
+    /// The children of one text. Of several the first is looked for when it is asked for.
     struct CNamesakes
     {
-        struct CByOrder
-        {
-            bool operator()(const CPlaceItem* left, const CPlaceItem* right) const
-            {
-                return left->m_order < right->m_order;
-            }
-        };
-        using CByOrderSet = std::set<CPlaceItem*, CByOrder>;
         CPlaceItem* First = nullptr;
-        std::unique_ptr<CByOrderSet> All;
+        int Count = 0;
     };
     using CChildrenByText = std::unordered_map<QString, CNamesakes>;
 
@@ -58,8 +45,6 @@ private:
     QString m_text;
     int m_data = FolderData;
     bool m_isTopLevel = false;
-    bool m_isUpdated = false;
-    quint64 m_order = 0;
     CPlaceItem* m_parent = nullptr;
     CPlaceItem* m_firstChild = nullptr;
     CPlaceItem* m_lastChild = nullptr;
@@ -113,7 +98,8 @@ public:
 };
 
 /// The tree of folders and places: ordered siblings, several top-level items possible. Inserting, removing and
-/// finding a child by its text take a time that does not grow with the number of siblings.
+/// finding a child by its text take a time that does not grow with the number of siblings, as long as few of them have
+/// the same text.
 class CPlaceTree
 {
 public:
@@ -125,9 +111,18 @@ public:
     /// One listener, null for none; not owned.
     void SetListener(CPlaceTreeListener* listener) { m_listener = listener; }
 
-    /// Between these two calls, which nest, the listener hears of nothing but the reset as a whole.
-    void BeginReset();
-    void EndReset();
+    /// As long as one of these is about, the listener hears of nothing but a reset of the whole tree.
+    class CReset
+    {
+    public:
+        explicit CReset(CPlaceTree& tree);
+        ~CReset();
+        CReset(const CReset&) = delete;
+        CReset& operator=(const CReset&) = delete;
+
+    private:
+        CPlaceTree& m_tree;
+    };
 
     /// First top-level item, null in an empty tree.
     [[nodiscard]] CPlaceItem* Root() const { return m_top.m_firstChild; }
@@ -139,7 +134,6 @@ public:
     CPlaceItem* InsertAfter(CPlaceItem* parent, CPlaceItem* after, const QString& text, int data);
 
     void SetText(CPlaceItem* item, const QString& text);
-    static void SetUpdated(CPlaceItem* item, bool isUpdated) { item->m_isUpdated = isUpdated; }
 
     /// Removes the item with everything below it.
     void Remove(CPlaceItem* item) { (void)Detach(item); }
@@ -165,8 +159,6 @@ private:
     [[nodiscard]] CPlaceTreeListener* Listener() const { return m_resetDepth == 0 ? m_listener : nullptr; }
     static void Link(CPlaceItem& holder, CPlaceItem* after, CPlaceItem* item);
     static void Unlink(CPlaceItem* item);
-    static void AssignOrder(CPlaceItem& holder, CPlaceItem& item);
-    static void MakeRoom(CPlaceItem& item);
     static void Destroy(CPlaceItem* subtree);
 
     mutable CPlaceItem m_top; ///< holds the top-level items

@@ -292,8 +292,7 @@ TEST(PlaceList, ASecondLoadAppendsRecordsAndKeepsOneHeader)
 {
     CListInFolder f;
     f.Load(Example);
-    f.List.ClearTree();
-    f.List.LoadCityList();
+    (void)f.List.Reload();
     EXPECT_EQ(f.TreeText(), u"場所\n Japan\n  Kanto\n   3 Sample Harbour\n  4 港見台\n Overseas\n  5 Sample Ridge\n"_s);
     EXPECT_EQ(f.List.FolderCount(), 4);
     EXPECT_EQ(f.Saved(), Example);

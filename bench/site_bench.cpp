@@ -13,7 +13,6 @@
 #include "host/control_window/CorMpp.h"
 #include "host/dialog/Theme.h"
 #include "host/dialog/ThemedControls.h"
-#include "host/system/CommonFile.h"
 #include "host/system/ComponentStore.h"
 #include "host/system/Registry.h"
 #include "host/text/CodePage932.h"
@@ -39,6 +38,7 @@
 #include <chrono>
 #include <ctime>
 #include <functional>
+#include <optional>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -338,11 +338,10 @@ public:
         folders.Shipped = DataFolder;
         folders.User = m_folder.filePath(u"user/"_s);
         folders.TerrainIndex = DataFolder + u"terrain/terrain.idx"_s;
-        CCommonFile::SetModulePath(DataFolder);
-        CRegistry::UseFile(m_folder.filePath(u"settings.ini"_s));
+        m_context.emplace(folders.HostFiles(m_folder.filePath(u"settings.ini"_s)));
         ControlClasses::Register(DataFolder);
         folders.InstallPlaceList();
-        m_window = std::make_unique<CMainWindow>(folders);
+        m_window = std::make_unique<CMainWindow>(*m_context, folders);
         m_window->show();
         QApplication::processEvents();
     }
@@ -368,6 +367,7 @@ public:
 
 private:
     QTemporaryDir m_folder;
+    std::optional<CHostContext> m_context;
     std::unique_ptr<CMainWindow> m_window;
 };
 
@@ -476,9 +476,7 @@ class CSearchStage
 public:
     CSearchStage()
     {
-        CRegistry::UseFile(m_folder.filePath(u"settings.ini"_s));
         CRegistry::Write(u"Dialog\\Mapple"_s, u"CreateWait"_s, 0, CRegistry::Count);
-        CComponentStore::UseFile(m_folder.filePath(u"components.xml"_s));
         CComponentStore store;
         store.SetValue(CComponentStore::Root::LocalMachine, u"SOFTWARE\\Super Mapple\\version 12.0.0\\Mapple\\App",
                        u"path"_s, {CComponentStore::ValueType::String, m_folder.path()});
@@ -499,6 +497,8 @@ public:
 
 private:
     QTemporaryDir m_folder;
+    CHostContext m_context{
+        {m_folder.filePath(u"settings.ini"_s), m_folder.filePath(u"components.xml"_s), QString()}};
     CDlgMapple m_dialog{nullptr};
 };
 

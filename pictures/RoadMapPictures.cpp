@@ -1,6 +1,6 @@
 #include "pictures/RoadMapPictures.h"
 
-#include "host/system/ComponentStore.h"
+#include "host/system/HostContext.h"
 #include "host/system/Registry.h"
 #include "pictures/Camera.h"
 #include "planetarium/MainWindow.h"
@@ -109,7 +109,7 @@ void ShootAlone(CCamera& camera, CMainWindow& window)
 /// A machine on which the map's data are not installed; comes last.
 void ShootWithoutData(CCamera& camera, QWidget& window)
 {
-    CComponentStore::UseFile(QString());
+    const CHostContext empty({u"/dev/null"_s, u"/dev/null"_s, QString()});
     CDlgMapple dialog(&window);
     dialog.Create(nullptr);
     camera.Shoot(dialog, u"road-map-no-data.png"_s);

@@ -3,7 +3,7 @@
 #include "host/control_window/CorKivMap.h"
 #include "host/dialog/CommandIds.h"
 #include "host/dialog/DlgCommand.h"
-#include "host/dialog/Help.h"
+#include "host/system/HostContext.h"
 #include "host/observer/BodyTable.h"
 #include "obs/ControlIds.h"
 #include "obs/core/ObsSettings.h"
@@ -137,7 +137,7 @@ void RecordEntries(CCamera& camera, CMainWindow& window)
 /// The user guide as the dialog's help button opens it.
 void ShootGuide(CCamera& camera, CDlgObs& dialog)
 {
-    Help::Show(&dialog, dialog.TemplateNumber());
+    CHostContext::Current().ShowHelp(&dialog, dialog.TemplateNumber());
     for (QWidget* window : QApplication::topLevelWidgets()) {
         if (auto* guide = qobject_cast<CGuideWindow*>(window)) {
             camera.Shoot(*guide, u"guide.png"_s);

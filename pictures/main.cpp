@@ -26,8 +26,8 @@ int main(int argc, char** argv)
     line.Settings = *line.User + u"settings.ini"_s;
     if (!QDir().mkpath(*line.User))
         return 1;
-    const CStartUp start(application, line);
-    CMainWindow window(start.Folders(), Audience::Astronomer);
+    CStartUp start(application, line);
+    CMainWindow window(start.Context(), start.Folders(), Audience::Astronomer);
     window.show();
     return CScreenshots::Take(window, folder) ? 0 : 1;
 }

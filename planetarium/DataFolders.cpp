@@ -57,6 +57,11 @@ void DataFolders::UseShipped(const QString& folder)
         TerrainIndex.clear();
 }
 
+CHostContext::CFiles DataFolders::HostFiles(const QString& settings) const
+{
+    return {settings, User + u"components.xml"_s, Shipped};
+}
+
 QString DataFolders::InstallPlaceList() const
 {
     QDir().mkpath(User); // where that fails, so do the copies
@@ -80,13 +85,11 @@ QString DataFolders::InstallRoadMap() const
 {
     using Root = CComponentStore::Root;
     using Type = CComponentStore::ValueType;
-    const QString path = User + u"components.xml"_s;
-    CComponentStore::UseFile(path);
     CComponentStore store;
     store.SetValue(Root::Classes, u"CORMPP.CorMppCtrl.2\\CLSID", QString(), {Type::String, RoadMapClassId});
     store.SetValue(Root::Classes, u"CLSID\\"_s + RoadMapClassId + u"\\InprocServer32"_s, QString(),
                    {Type::String, QCoreApplication::applicationFilePath()});
     store.SetValue(Root::LocalMachine, u"SOFTWARE\\Super Mapple\\Version 10.00.1\\Mapple\\App", u"path"_s,
                    {Type::String, Shipped + u"roadmap"_s});
-    return store.Save() ? QString() : path;
+    return store.Save() ? QString() : CHostContext::Current().ComponentsFile();
 }

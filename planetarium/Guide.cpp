@@ -1,7 +1,7 @@
 #include "planetarium/Guide.h"
 
-#include "host/dialog/Help.h"
 #include "host/dialog/Prompts.h"
+#include "host/system/HostContext.h"
 #include "planetarium/GuideWindow.h"
 
 #include <QDir>
@@ -41,9 +41,9 @@ QString HeadingOf(int templateNumber)
 }
 } // namespace
 
-void Guide::Install(const QString& file)
+void Guide::Install(CHostContext& context, const QString& file)
 {
-    Help::SetProvider([file](QWidget* parent, int templateNumber) {
+    context.Help = [file](QWidget* parent, int templateNumber) {
         static QPointer<CGuideWindow> window;
         QFile guide(file);
         if (!guide.open(QIODevice::ReadOnly)) {
@@ -64,5 +64,5 @@ void Guide::Install(const QString& file)
         window->raise();
         window->activateWindow();
         window->GoTo(HeadingOf(templateNumber));
-    });
+    };
 }

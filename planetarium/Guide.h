@@ -2,11 +2,11 @@
 
 #include <QString>
 
-class QWidget;
+class CHostContext;
 
 /// The user guide in a window of its own.
 namespace Guide
 {
 /// Makes the help of all dialogs open this guide, a Markdown file, at the heading of the dialog.
-void Install(const QString& file);
+void Install(CHostContext& context, const QString& file);
 } // namespace Guide

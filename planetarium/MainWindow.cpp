@@ -1,6 +1,5 @@
 #include "planetarium/MainWindow.h"
 
-#include "host/dialog/Help.h"
 #include "host/dialog/HostMessage.h"
 #include "host/dialog/ScreenFit.h"
 #include "host/observer/BodyTable.h"
@@ -47,11 +46,12 @@ QGroupBox* Framed(const QString& title, QWidget* content, QWidget* parent)
 }
 } // namespace
 
-CMainWindow::CMainWindow(const DataFolders& folders, Audience audience) : m_failures(*this)
+CMainWindow::CMainWindow(CHostContext& context, const DataFolders& folders, Audience audience)
+    : m_context(context), m_failures(*this, context.Settings())
 {
     setWindowTitle(u"プラネタリウム"_s);
     setProperty("windowMemory", u"WindowMain"_s);
-    HostWindow::SetMain(this);
+    context.MainWindow = this;
     m_progress = new QProgressBar(this);
     m_progress->setMaximumWidth(220);
     m_progress->hide();
@@ -238,7 +238,7 @@ void CMainWindow::closeEvent(QCloseEvent* event)
     m_host->CloseRoadMap();
     m_host->SiteDialog().Show(0);
     CWindowMemory::Save(*this);
-    CRegistry::Flush();
+    m_context.Settings().Save();
     m_failures.Tell(); // soon would be too late
     QMainWindow::closeEvent(event);
 }

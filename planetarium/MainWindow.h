@@ -26,8 +26,9 @@ class CMainWindow : public QMainWindow
     Q_OBJECT
 
 public:
-    /// Puts into the user's folder what belongs there; what cannot be written there is reported.
-    explicit CMainWindow(const DataFolders& folders, Audience audience = Audience::Astronomer);
+    /// Becomes the main window of the context, which must outlive it. Puts into the user's folder what belongs there;
+    /// what cannot be written there is reported.
+    CMainWindow(CHostContext& context, const DataFolders& folders, Audience audience = Audience::Astronomer);
     ~CMainWindow() override;
 
     [[nodiscard]] CHost& Host() { return *m_host; }
@@ -61,6 +62,7 @@ private:
     void ShowNewLog();
     void ShowProgress(int phase, const QVariant& value);
 
+    CHostContext& m_context;
     CWindowMemory m_memory;
     CWriteFailures m_failures;
     std::unique_ptr<CHost> m_host;

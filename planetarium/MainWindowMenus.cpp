@@ -1,7 +1,6 @@
 // The menus: the ways to the site, the sky's time and eclipse; for a developer also the calls that exercise the module.
 
 #include "host/dialog/DlgCommand.h"
-#include "host/dialog/Help.h"
 #include "host/observer/BodyTable.h"
 #include "planetarium/MainWindow.h"
 #include "planetarium/ObserverPanel.h"
@@ -51,7 +50,7 @@ void CMainWindow::BuildMenus(Audience audience)
     if (audience == Audience::Developer)
         BuildDeveloperMenu();
     QMenu* help = menuBar()->addMenu(u"ヘルプ(&H)"_s);
-    help->addAction(u"使い方(&G)"_s, QKeySequence(Qt::Key_F1), this, [this] { Help::Show(this, 0); });
+    help->addAction(u"使い方(&G)"_s, QKeySequence(Qt::Key_F1), this, [this] { m_context.ShowHelp(this, 0); });
     // The keys that the panel names also work while 場所, the road map or the guide is the active window.
     for (QAction* action : {m_site, m_city, m_roadMap, m_clock})
         action->setShortcutContext(Qt::ApplicationShortcut);

@@ -1,8 +1,6 @@
 #include "planetarium/StartUp.h"
 
 #include "host/dialog/Theme.h"
-#include "host/system/CommonFile.h"
-#include "host/system/Registry.h"
 #include "planetarium/CommandLine.h"
 #include "planetarium/ControlClasses.h"
 #include "planetarium/Guide.h"
@@ -26,9 +24,7 @@ CStartUp::CStartUp(QApplication& application, const CommandLine& line) : m_folde
         m_folders.TerrainIndex = *line.Terrain;
     if (line.User)
         m_folders.User = *line.User;
-    if (line.Settings)
-        CRegistry::UseFile(*line.Settings);
-    CCommonFile::SetModulePath(m_folders.Shipped);
+    m_context.emplace(m_folders.HostFiles(line.Settings.value_or(QString())));
     ControlClasses::Register(m_folders.Shipped);
-    Guide::Install(m_folders.Shipped + u"../docs/guide.ja.md"_s);
+    Guide::Install(*m_context, m_folders.Shipped + u"../docs/guide.ja.md"_s);
 }

@@ -4,6 +4,8 @@
 
 #include <QTranslator>
 
+#include <optional>
+
 class QApplication;
 struct CommandLine;
 
@@ -15,8 +17,10 @@ public:
     CStartUp(QApplication& application, const CommandLine& line);
 
     [[nodiscard]] const DataFolders& Folders() const { return m_folders; }
+    [[nodiscard]] CHostContext& Context() { return *m_context; }
 
 private:
     QTranslator m_japanese;
     DataFolders m_folders;
+    std::optional<CHostContext> m_context; ///< once the folders are known
 };

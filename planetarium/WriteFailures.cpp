@@ -1,7 +1,6 @@
 #include "planetarium/WriteFailures.h"
 
 #include "host/dialog/Prompts.h"
-#include "host/system/Registry.h"
 
 #include <QApplication>
 #include <QDir>
@@ -33,9 +32,9 @@ QString Reason(WriteFailure::Cause cause)
 }
 } // namespace
 
-CWriteFailures::CWriteFailures(QWidget& window) : m_window(window)
+CWriteFailures::CWriteFailures(QWidget& window, CSettingsFile& settings) : m_window(window), m_settings(settings)
 {
-    CRegistry::SetWriteListener([this](const QString& path, WriteFailure::Cause cause) {
+    m_settings.SetListener([this](const QString& path, WriteFailure::Cause cause) {
         Report(
             u"設定を保存できませんでした。"_s, path, cause,
             u"原因を取り除くと、次に設定が変わったときに保存されます。それまでに終了すると、変更した設定は失われます。"_s);
@@ -44,7 +43,7 @@ CWriteFailures::CWriteFailures(QWidget& window) : m_window(window)
 
 CWriteFailures::~CWriteFailures()
 {
-    CRegistry::SetWriteListener({});
+    m_settings.SetListener({});
 }
 
 void CWriteFailures::Report(const QString& what, const QString& path, WriteFailure::Cause cause,

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/system/WriteFailure.h"
+#include "host/system/SettingsFile.h"
 
 #include <QHash>
 #include <QObject>
@@ -15,8 +15,8 @@ class CWriteFailures : public QObject
     Q_OBJECT
 
 public:
-    /// Listens to the settings. The window, not owned, is the parent of the messages.
-    explicit CWriteFailures(QWidget& window);
+    /// Listens to the settings. The window is the parent of the messages; both must outlive this.
+    CWriteFailures(QWidget& window, CSettingsFile& settings);
     ~CWriteFailures() override;
 
     /// A file could not be written, or could be again (no cause). `what` begins the message and `consequence` ends it.
@@ -26,6 +26,7 @@ public:
 
 private:
     QWidget& m_window;
+    CSettingsFile& m_settings;
     QHash<QString, WriteFailure::Cause> m_told; ///< by path
     QStringList m_messages;
 };

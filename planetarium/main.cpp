@@ -1,4 +1,3 @@
-#include "host/system/Registry.h"
 #include "planetarium/CommandLine.h"
 #include "planetarium/MainWindow.h"
 #include "planetarium/StartUp.h"
@@ -32,11 +31,9 @@ int main(int argc, char** argv)
     const CommandLine line = CommandLine::Parse(QApplication::arguments());
     if (!line.Message.isEmpty())
         return Print(line);
-    const CStartUp start(application, line);
-    CMainWindow window(start.Folders(), line.IsDeveloper ? Audience::Developer : Audience::Astronomer);
+    CStartUp start(application, line);
+    CMainWindow window(start.Context(), start.Folders(), line.IsDeveloper ? Audience::Developer : Audience::Astronomer);
     window.show();
     window.Host().RunClock(true);
-    const int result = QApplication::exec();
-    CRegistry::Flush();
-    return result;
+    return QApplication::exec();
 }

@@ -1,16 +1,8 @@
 #include "host/dialog/HostMessage.h"
 
-#include <QCoreApplication>
-#include <QPointer>
+#include "host/system/HostContext.h"
 
-namespace
-{
-QPointer<QObject>& MainWindow()
-{
-    static QPointer<QObject> window;
-    return window;
-}
-} // namespace
+#include <QCoreApplication>
 
 QEvent::Type CHostMessage::EventType()
 {
@@ -18,14 +10,9 @@ QEvent::Type CHostMessage::EventType()
     return type;
 }
 
-void HostWindow::SetMain(QObject* window)
-{
-    MainWindow() = window;
-}
-
 QObject* HostWindow::Main()
 {
-    return MainWindow();
+    return CHostContext::Current().MainWindow;
 }
 
 void HostWindow::Send(QObject* receiver, int number, const QVariant& first, const QVariant& second)

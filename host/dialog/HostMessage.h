@@ -30,8 +30,7 @@ inline constexpr int MessageDialogClosed = 2024;  ///< posted to the dialog's pa
 inline constexpr int MessageModalLoop = 0x06BD;   ///< sent; 1 before a modal dialog runs, 0 after
 inline constexpr int MessageListProgress = 0x470; ///< sent; phase 0 with a text, 1 with a percentage, 2 with 0
 
-/// The host's main window, null for none; not owned.
-void SetMain(QObject* window);
+/// The main window of the host's context; null for none.
 [[nodiscard]] QObject* Main();
 
 /// Delivers a message before it returns; nothing happens without a receiver.

@@ -1,7 +1,7 @@
 #include "host/dialog/KivDialog.h"
 
 #include "host/dialog/HeldKey.h"
-#include "host/dialog/Help.h"
+#include "host/system/HostContext.h"
 #include "host/dialog/ScreenFit.h"
 #include "host/dialog/TemplateLoader.h"
 #include "host/dialog/ThemedControls.h"
@@ -156,7 +156,7 @@ void CKivDialog::ConnectMessages()
     connectButton(IdOk, &CKivDialog::OnOK);
     connectButton(IdCancel, &CKivDialog::OnCancel);
     if (auto* button = Item<QAbstractButton>(IdHelp))
-        connect(button, &QAbstractButton::clicked, this, [this] { Help::Show(this, m_templateNumber); });
+        connect(button, &QAbstractButton::clicked, this, [this] { CHostContext::Current().ShowHelp(this, m_templateNumber); });
 }
 
 void CKivDialog::RunHandler(const MessageEntry& entry, int argument)
@@ -299,7 +299,7 @@ void CKivDialog::keyPressEvent(QKeyEvent* event)
         return;
     switch (event->key()) {
     case Qt::Key_F1:
-        Help::Show(this, m_templateNumber);
+        CHostContext::Current().ShowHelp(this, m_templateNumber);
         return;
     case Qt::Key_Return:
     case Qt::Key_Enter:

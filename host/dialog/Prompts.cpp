@@ -1,5 +1,7 @@
 #include "host/dialog/Prompts.h"
 
+#include "host/system/HostContext.h"
+
 #include "host/dialog/HeldKey.h"
 
 #include <QFileDialog>
@@ -94,20 +96,11 @@ private:
     }
 };
 
-IPrompts*& Replacement()
-{
-    static IPrompts* prompts = nullptr;
-    return prompts;
-}
 } // namespace
 
 IPrompts& IPrompts::Current()
 {
     static CToolkitPrompts toolkit;
-    return Replacement() ? *Replacement() : toolkit;
-}
-
-void IPrompts::Use(IPrompts* prompts)
-{
-    Replacement() = prompts;
+    IPrompts* prompts = CHostContext::Current().Prompts;
+    return prompts ? *prompts : toolkit;
 }

@@ -37,8 +37,6 @@ public:
     /// Asks for a file to open; empty when the user cancels.
     virtual QString OpenFile(QWidget* parent) = 0;
 
-    /// The prompts in use: message boxes of the toolkit unless Use was called.
+    /// Those of the host's context, message boxes of the toolkit when it brings none.
     [[nodiscard]] static IPrompts& Current();
-    /// Puts other prompts in their place, null the toolkit's again. Not owned.
-    static void Use(IPrompts* prompts);
 };

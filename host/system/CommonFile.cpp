@@ -1,6 +1,7 @@
 #include "host/system/CommonFile.h"
 
-#include <QCoreApplication>
+#include "host/system/HostContext.h"
+
 #include <QCryptographicHash>
 #include <QDateTime>
 #include <QDir>
@@ -15,12 +16,6 @@ using namespace Qt::StringLiterals;
 namespace
 {
 constexpr qsizetype MaxShortPath = 260;
-
-QString& ModulePath()
-{
-    static QString path;
-    return path;
-}
 
 bool HasBlank(const QString& text)
 {
@@ -81,12 +76,7 @@ bool CCommonFile::DoesFileExist(const QString& path)
 
 QString CCommonFile::GetModulePath()
 {
-    return ModulePath().isEmpty() ? QCoreApplication::applicationDirPath() + u'/' : ModulePath();
-}
-
-void CCommonFile::SetModulePath(const QString& folder)
-{
-    ModulePath() = folder.isEmpty() || folder.endsWith(u'/') ? folder : folder + u'/';
+    return CHostContext::Current().ModuleFolder();
 }
 
 bool CCommonFile::IsFileNewerThan(const QString& first, const QString& second)

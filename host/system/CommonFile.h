@@ -9,12 +9,8 @@ public:
     /// Whether the path names an existing file (a folder is none).
     [[nodiscard]] static bool DoesFileExist(const QString& path);
 
-    /// The folder of the module and what is shipped with it, ending with a separator; the program's folder until
-    /// SetModulePath is called.
+    /// The folder of the module and what is shipped with it, ending with a separator, as the host's context has it.
     [[nodiscard]] static QString GetModulePath();
-
-    /// Sets the module's folder; a separator is added when there is none.
-    static void SetModulePath(const QString& folder);
 
     /// Whether the first file was changed later than the second. A missing first file is never newer; an existing
     /// one is newer than a missing second.

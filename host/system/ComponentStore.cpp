@@ -1,10 +1,11 @@
 #include "host/system/ComponentStore.h"
 
+#include "host/system/HostContext.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
-#include <QStandardPaths>
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 
@@ -28,11 +29,9 @@ const QString TypeAttribute = u"type"_s;
 // In the order of CComponentStore::ValueType.
 constexpr std::array<const char16_t*, 4> TypeNames{u"string", u"expandable", u"multi-string", u"number"};
 
-QString& FilePath()
+const QString& FilePath()
 {
-    static QString path =
-        QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + u"/planetarium-site/components.xml"_s;
-    return path;
+    return CHostContext::Current().ComponentsFile();
 }
 
 QString RootName(CComponentStore::Root root)
@@ -188,9 +187,4 @@ bool CComponentStore::Save() const
     m_top.WriteContent(xml);
     xml.writeEndDocument();
     return !xml.hasError() && file.commit();
-}
-
-void CComponentStore::UseFile(const QString& path)
-{
-    FilePath() = path;
 }

@@ -83,7 +83,7 @@ public:
         std::vector<std::pair<QString, Value>> m_values;
     };
 
-    /// The record as it is on disk now; empty when there is none.
+    /// The record as it is in the file of the host's context now; empty when there is none.
     CComponentStore();
 
     /// The key of that path, its parts parted by backslashes; null when it does not exist.
@@ -94,9 +94,6 @@ public:
 
     /// Replaces the file by this record. False when that fails; the file is then as it was.
     [[nodiscard]] bool Save() const;
-
-    /// The file of the record from now on, for the stores made afterwards.
-    static void UseFile(const QString& path);
 
 private:
     Key m_top;

@@ -1,4 +1,5 @@
 #include "core_test.h"
+#include "tests/TestHost.h"
 #include "host/system/ComponentStore.h"
 #include "roadmap/core/CormppCheck.h"
 #include "roadmap/core/MappleDataCheck.h"
@@ -21,11 +22,9 @@ class ComponentTest : public testing::Test
 protected:
     void SetUp() override
     {
-        CComponentStore::UseFile(m_folder.filePath(u"new/components.xml"_s));
+        m_machine.Use({m_machine.Settings(), m_machine.Path(u"new/components.xml"_s), QString()});
         WriteFile(There, "code");
     }
-
-    void TearDown() override { CComponentStore::UseFile(m_folder.filePath(u"gone"_s)); }
 
     static void Put(Root root, const QString& path, const QString& name, const CComponentStore::Value& value)
     {
@@ -39,9 +38,9 @@ protected:
         Put(Root::LocalMachine, MapplePath + u'\\' + key + u"\\Mapple\\App"_s, u"path"_s, {type, path});
     }
 
-    QTemporaryDir m_folder;
-    const QString There = m_folder.filePath(u"there.so"_s);
-    const QString Missing = m_folder.filePath(u"missing"_s);
+    CTestHost m_machine;
+    const QString There = m_machine.Path(u"there.so"_s);
+    const QString Missing = m_machine.Path(u"missing"_s);
 };
 
 /// The keys below a path, each with the length that was passed for it taken from the one before.
@@ -98,8 +97,8 @@ TEST_F(ComponentTest, KeysAreEnumeratedInTheirOrderWithTheLengthLeft)
 
 TEST_F(ComponentTest, StoreSurvivesDamagedFiles)
 {
-    const QString path = m_folder.filePath(u"damaged.xml"_s);
-    CComponentStore::UseFile(path);
+    const QString path = m_machine.Path(u"damaged.xml"_s);
+    m_machine.Use({m_machine.Settings(), path, QString()});
     const QByteArray head = R"(<components><key name="HKEY_LOCAL_MACHINE"><key name="a"><value>v</value></key>)";
     const auto hasValue = [] {
         const CComponentStore store;
@@ -126,7 +125,7 @@ TEST_F(ComponentTest, StoreSurvivesDamagedFiles)
         WriteFile(path, row.Bytes);
         EXPECT_EQ(hasValue(), row.HasValue) << row.Bytes.left(100).toStdString();
     }
-    CComponentStore::UseFile(m_folder.path());
+    m_machine.Use({m_machine.Settings(), m_machine.Folder.path(), QString()});
     CComponentStore folder;
     folder.SetValue(Root::Classes, u"a", QString(), {});
     EXPECT_FALSE(folder.Save());
@@ -146,11 +145,11 @@ TEST_F(ComponentTest, ControlIsInstalledWhenItsFileIsThere)
         CComponentStore::Value Server;
         int Installed;
     };
-    const QString detour = m_folder.path() + QString(130, u'x').replace(u"x"_s, u"/."_s) + u"/there.so"_s;
+    const QString detour = m_machine.Folder.path() + QString(130, u'x').replace(u"x"_s, u"/."_s) + u"/there.so"_s;
     for (const Row& row : {Row{{Type::String, There}, 1},
                            {{Type::Expandable, There}, 1},
                            {{Type::String, Missing}, 0},
-                           {{Type::String, m_folder.path()}, 0},
+                           {{Type::String, m_machine.Folder.path()}, 0},
                            {{Type::String, detour}, 0},
                            {{Type::String, QString()}, 0},
                            {{Type::Number, u"1"_s}, 0}}) {
@@ -217,6 +216,6 @@ TEST_F(ComponentTest, DataAreInstalledWhenAnyVersionExists)
     EXPECT_EQ(CMappleDataCheck::CheckMappleDataInstalled(), 0);
     PutVersion(u"version 13.0.100"_s, There);
     EXPECT_EQ(CMappleDataCheck::CheckMappleDataInstalled(), 0) << "a name longer than its predecessor is not read";
-    PutVersion(u"Version 10.0.3"_s, m_folder.path());
+    PutVersion(u"Version 10.0.3"_s, m_machine.Folder.path());
     EXPECT_EQ(CMappleDataCheck::CheckMappleDataInstalled(), 1) << "the newest is missing, an older one is there";
 }

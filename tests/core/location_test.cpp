@@ -1,4 +1,5 @@
 #include "core_test.h"
+#include "tests/TestHost.h"
 #include "host/observer/BodyTable.h"
 #include "host/system/Registry.h"
 #include "host/text/Number.h"
@@ -219,8 +220,7 @@ TEST(InitialPlace, AsksAndIsStoredAsTheEngineReadsIt)
     EXPECT_TRUE(InitialPlaceText(west).startsWith(
         u"西経   7度00分00.0秒\n南緯   7度00分00.0秒\n標高 0m\nタイムゾーン -00時間00分\n"_s));
 
-    QTemporaryDir folder;
-    CRegistry::UseFile(folder.filePath(u"s.ini"_s));
+    CTestHost machine;
     const auto location = ObsSettings::ReadInitialLocation();
     const auto zone = ObsSettings::ReadInitialTimeZone();
     EXPECT_EQ(EngineLines::Assign(location.Name, location.Value),
@@ -228,30 +228,25 @@ TEST(InitialPlace, AsksAndIsStoredAsTheEngineReadsIt)
     EXPECT_EQ(EngineLines::AssignAndShow(zone.Name, zone.Value), u"time.timezone = 9.000000; Show Sky"_s);
     ObsSettings::SaveInitialPlace(JoinLongitude(Fields(1, 74, 0, 21.6), 4), JoinLatitude(Fields(0, 40, 42, 46.1)), 10,
                                   -5);
-    CRegistry::Flush();
-    CRegistry::UseFile(folder.filePath(u"s.ini"_s));
+    machine.ReadAnew();
     EXPECT_EQ(ObsSettings::ReadInitialLocation().Value, u"location(-74.006000, 40.712806, 10.000000)"_s);
     EXPECT_EQ(ObsSettings::ReadInitialTimeZone().Value, u"-5.000000"_s);
-    CRegistry::UseFile(folder.filePath(u"other.ini"_s));
 }
 
 TEST(ObsSettings, KeepsLayersAndView)
 {
-    QTemporaryDir folder;
-    const QString path = folder.filePath(u"s.ini"_s);
+    CTestHost machine;
     const QString section = u"Dialog\\Obs"_s;
-    CRegistry::UseFile(path);
     EXPECT_EQ(ObsSettings::ReadLayers(section), (ObsSettings::Layers{1, 1, 1, 0, 0, 0, 0, 0}));
     EXPECT_EQ(ObsSettings::ReadViewAngle(section), 0);
     EXPECT_TRUE(ObsSettings::ReadAutoAltitude(section));
     EXPECT_EQ(ObsSettings::ReadEngineVariant(), 5);
     ObsSettings::Save(section, {0, 1, 0, 1, 0, 1, 0, 1}, 123, false);
-    CRegistry::Flush();
-    EXPECT_EQ(ReadFile(path),
+    machine.Context().Settings().Save();
+    EXPECT_EQ(ReadFile(machine.Settings()),
               "[Dialog]\nObs\\AutoAltitude=0\nObs\\FeatureAstro=1\nObs\\FeatureBuilding=0\nObs\\FeatureCity=0\n"
               "Obs\\FeatureCutcherry=1\nObs\\FeatureMount=0\nObs\\FeatureNaturalTerrain=1\nObs\\FeatureObs=0\n"
               "Obs\\FeatureOther=1\nObs\\ViewAngle=123\n");
     EXPECT_EQ(ObsSettings::ReadLayers(section), (ObsSettings::Layers{0, 1, 0, 1, 0, 1, 0, 1}));
     EXPECT_FALSE(ObsSettings::ReadAutoAltitude(section));
-    CRegistry::UseFile(folder.filePath(u"other.ini"_s));
 }

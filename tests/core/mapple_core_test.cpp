@@ -1,4 +1,5 @@
 #include "core_test.h"
+#include "tests/TestHost.h"
 #include "host/system/CurrentDirectory.h"
 #include "host/system/Registry.h"
 #include "host/text/Number.h"
@@ -81,8 +82,7 @@ TEST(SitePosition, IsReadFromAnEnginesAnswer)
 
 TEST(RoadMapSettings, HoldWhateverIsStoredWithinBounds)
 {
-    const QTemporaryDir folder;
-    CRegistry::UseFile(folder.filePath(u"settings.ini"_s));
+    const CTestHost machine;
     EXPECT_EQ(RoadMapSettings::ReadCreateWait(u"S"_s), 1000);
     EXPECT_EQ(RoadMapSettings::ReadZoomIndex(u"S"_s), 80);
     for (const auto& [stored, wait, zoom] :
@@ -92,7 +92,6 @@ TEST(RoadMapSettings, HoldWhateverIsStoredWithinBounds)
         EXPECT_EQ(RoadMapSettings::ReadCreateWait(u"S"_s), wait);
         EXPECT_EQ(RoadMapSettings::ReadZoomIndex(u"S"_s), zoom);
     }
-    CRegistry::UseFile(u"/dev/null"_s);
 }
 
 TEST(CurrentDirectory, ComesBackToTheFirstOne)

@@ -1,4 +1,5 @@
 #include "core_test.h"
+#include "tests/TestHost.h"
 #include "host/observer/CommonCoordFormat.h"
 #include "host/observer/KPDateObs.h"
 #include "host/system/CommonFile.h"
@@ -33,9 +34,8 @@ QString Text(const QString& section, const QString& name)
 
 TEST(Registry, KeepsValuesAndSurvivesNonsense)
 {
-    QTemporaryDir folder;
-    const QString path = folder.filePath(u"s.ini"_s);
-    CRegistry::UseFile(path);
+    CTestHost machine;
+    const auto use = [&machine](const QString& path) { machine.Use({path, QString(), QString()}); };
     EXPECT_EQ(Integer(u"Dialog\\Obs"_s, u"ViewAngle"_s), -77);
     EXPECT_EQ(Text(u"Default"_s, u"location"_s), u"default"_s);
     const QStringList texts{u"location(139.691772, 35.689236, 39.000000)"_s,
@@ -50,19 +50,18 @@ TEST(Registry, KeepsValuesAndSurvivesNonsense)
         CRegistry::Write(u"Dialog\\MappleFind"_s, u"T%1"_s.arg(i), texts[i]);
     for (const int value : {0, -1, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()})
         CRegistry::Write(u"Dialog\\Obs"_s, u"I%1"_s.arg(value), value, CRegistry::Count);
-    CRegistry::Flush();
-    CRegistry::UseFile(path);
+    machine.ReadAnew();
     for (int i = 0; i < texts.size(); ++i)
         EXPECT_EQ(Text(u"Dialog\\MappleFind"_s, u"T%1"_s.arg(i)), texts[i]);
     for (const int value : {0, -1, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()})
         EXPECT_EQ(Integer(u"Dialog\\Obs"_s, u"I%1"_s.arg(value)), value);
 
-    const QString written = folder.filePath(u"byhand.ini"_s);
+    const QString written = machine.Path(u"byhand.ini"_s);
     WriteFile(written,
               "[General]\nCorKiv=3\n[Default]\nlocation=location(1.5, 2, 3)\n"
               "[Dialog]\nObs\\A=nonsense\nObs\\B=99999999999\nObs\\C=2.5\nObs\\D=\nObs\\E=1, 2\nObs\\F=@Invalid()\n"
               "Obs\\G=@Variant(\\0\\0\\0\\x1)\nObs\\H=@Size(1 1)\n");
-    CRegistry::UseFile(written);
+    use(written);
     EXPECT_EQ(Integer(u"General"_s, u"CorKiv"_s), 3);
     EXPECT_EQ(Text(u"Default"_s, u"location"_s), u"location(1.5, 2, 3)"_s);
     for (const QString& name : {u"A"_s, u"B"_s, u"C"_s, u"D"_s, u"E"_s, u"F"_s, u"H"_s})
@@ -70,21 +69,19 @@ TEST(Registry, KeepsValuesAndSurvivesNonsense)
     for (const QString& name : {u"F"_s, u"H"_s})
         EXPECT_EQ(Text(u"Dialog\\Obs"_s, name), u"default"_s) << name.toStdString();
 
-    const QString garbage = folder.filePath(u"garbage.ini"_s);
+    const QString garbage = machine.Path(u"garbage.ini"_s);
     WriteFile(garbage, QByteArray(1, char(0)) + "\xFF[[[\n=\n]\n@@@(\n%zz\\x=\\x\n[a\nb");
-    CRegistry::UseFile(garbage);
+    use(garbage);
     EXPECT_EQ(Integer(u"Dialog\\Obs"_s, u"ViewAngle"_s), -77);
     CRegistry::Write(u"Dialog\\Obs"_s, u"ViewAngle"_s, 5, CRegistry::Count);
     EXPECT_EQ(Integer(u"Dialog\\Obs"_s, u"ViewAngle"_s), 5);
     // What another program wrote in the meantime is kept.
-    CRegistry::UseFile(path);
+    machine.ReadAnew();
     CRegistry::Write(u"Dialog\\Obs"_s, u"ViewAngle"_s, 5, CRegistry::Count);
-    WriteFile(path, "[Default]\nlocation=elsewhere\n");
-    CRegistry::UseFile(folder.filePath(u"other.ini"_s));
-    CRegistry::UseFile(path);
+    WriteFile(machine.Settings(), "[Default]\nlocation=elsewhere\n");
+    machine.ReadAnew();
     EXPECT_EQ(Integer(u"Dialog\\Obs"_s, u"ViewAngle"_s), 5);
     EXPECT_EQ(Text(u"Default"_s, u"location"_s), u"elsewhere"_s);
-    CRegistry::UseFile(folder.filePath(u"other.ini"_s));
 }
 
 TEST(CommonFile, ComparesAges)

@@ -36,8 +36,7 @@ QString Text(const CPlaceItem* folder)
 
 CCityFixture::CCityFixture()
 {
-    CRegistry::UseFile(u"/dev/null"_s);
-    HostWindow::SetMain(&MainWindow);
+    Machine.Context().MainWindow = &MainWindow;
     EngineScript.Register(QString::fromUtf16(ControlClass::SkyEngine));
     MapScript.Register(QString::fromUtf16(ControlClass::GlobeMap));
     MapScript.FeatureCount = 5;
@@ -58,48 +57,14 @@ CCityFixture::CCityFixture()
 CCityFixture::~CCityFixture()
 {
     Dialog.reset();
-    HostWindow::SetMain(nullptr);
-    for (const char16_t* name : {ControlClass::SkyEngine, ControlClass::GlobeMap})
-        CControlRegister::Instance().Unregister(QString::fromUtf16(name));
 }
 
 int CCityFixture::Run(const std::function<void()>& steps)
 {
-    QTimer::singleShot(0, Dialog.get(), [&] {
-        EXPECT_TRUE(QTest::qWaitForWindowActive(Dialog.get()));
+    return RunModal(*Dialog, [&] {
         Transcript.Take();
         steps();
-        if (Dialog->isVisible())
-            Dialog->reject();
     });
-    return Dialog->DoModal();
-}
-
-void CCityFixture::Key(Qt::Key key, Qt::KeyboardModifiers modifiers)
-{
-    if (!QApplication::focusWidget() && QApplication::activeModalWidget()) // after a child has closed
-        QApplication::activeModalWidget()->activateWindow();
-    EXPECT_TRUE(QTest::qWaitFor([] { return QApplication::focusWidget() != nullptr; }, 500));
-    ASSERT_NE(QApplication::focusWidget(), nullptr);
-    QTest::keyClick(QApplication::focusWidget(), key, modifiers);
-}
-
-void CCityFixture::Click(int id)
-{
-    QTest::mouseClick(Dialog->Item(id), Qt::LeftButton);
-}
-
-void CCityFixture::Type(int id, const char* text)
-{
-    auto* edit = Dialog->Item<QLineEdit>(id);
-    edit->setFocus();
-    edit->selectAll();
-    QTest::keyClicks(edit, QString::fromUtf8(text));
-}
-
-std::string CCityFixture::TextOf(int id) const
-{
-    return Dialog->Item<QLineEdit>(id)->text().toStdString();
 }
 
 std::string CCityFixture::Enabled() const

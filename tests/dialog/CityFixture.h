@@ -3,22 +3,17 @@
 #include "city/ControlIds.h"
 #include "city/DlgCity.h"
 #include "host/dialog/KivTreeCtrl.h"
-#include "tests/TestFile.h"
-#include "tests/dialog/Doubles.h"
+#include "tests/dialog/DialogDriver.h"
 
 #include <QApplication>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QTimer>
 
 #include <functional>
-#include <gtest/gtest.h>
 
 /// The city list on a small shipped list among doubles: tag E is its engine, M the globe map. The files lie in a
 /// temporary folder. The list, with the places' longitudes:
 ///   場所 > 日本 > 関東 > 東京 139.75, 横浜 139.5; 東北 > 仙台 140.5; 富士山 138.5
 ///        > 海外 > Paris 2.5, London -0.5
-class CCityFixture : public testing::Test
+class CCityFixture : public CDialogDriver
 {
 protected:
     CCityFixture();
@@ -43,11 +38,9 @@ protected:
         poll->start(1);
     }
 
-    /// Presses a key where the focus is.
-    static void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
-    void Click(int id);
-    void Type(int id, const char* text);
-    [[nodiscard]] std::string TextOf(int id) const;
+    void Click(int id) { QTest::mouseClick(Dialog->Item(id), Qt::LeftButton); }
+    void Type(int id, const char* text) { CDialogDriver::Type(*Dialog, id, text); }
+    [[nodiscard]] std::string TextOf(int id) const { return CDialogDriver::TextOf(*Dialog, id); }
     /// Enabled of the buttons edit, add, delete and save as initial, as letters.
     [[nodiscard]] std::string Enabled() const;
 
@@ -66,8 +59,6 @@ protected:
     [[nodiscard]] QByteArray ReadFile(const char* name) const { return ::ReadFile(PathOf(name)); }
     [[nodiscard]] QString PathOf(const char* name) const { return Folder.filePath(QString::fromUtf8(name)); }
 
-    QTemporaryDir Folder;
-    CExpectedPrompts Prompts;
     CTranscript Transcript;
     ControlScript EngineScript{QStringLiteral("E"), Transcript};
     ControlScript MapScript{QStringLiteral("M"), Transcript};

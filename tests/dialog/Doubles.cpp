@@ -65,7 +65,6 @@ void CRecordingControl::SetControlProperty(int property, const QVariant& value)
 
 CExpectedPrompts::~CExpectedPrompts()
 {
-    Use(nullptr);
     for (const Prompt& prompt : m_expected)
         ADD_FAILURE() << "never shown: " << prompt.Text.toStdString();
     EXPECT_TRUE(m_files.empty()) << "a file dialog never came";

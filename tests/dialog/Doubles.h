@@ -68,7 +68,7 @@ private:
 class CExpectedPrompts : public IPrompts
 {
 public:
-    CExpectedPrompts() { Use(this); }
+    CExpectedPrompts() = default;
     ~CExpectedPrompts() override;
 
     /// From now on any prompt may come and gets OK.

@@ -16,11 +16,8 @@ using namespace Qt::StringLiterals;
 
 CMappleFixture::CMappleFixture() : WorkingFolder(QDir::currentPath()), Map(u"R"_s, Transcript), Host(u"H"_s, Transcript)
 {
-    CRegistry::UseFile(Folder.filePath(u"settings.ini"_s));
     Store("Dialog\\Mapple", "CreateWait", u"0"_s);
     QDir(Folder.path()).mkdir(u"module"_s);
-    CCommonFile::SetModulePath(Folder.filePath(u"module"_s));
-    CComponentStore::UseFile(Folder.filePath(u"components.xml"_s));
     CComponentStore store;
     store.SetValue(CComponentStore::Root::LocalMachine, u"SOFTWARE\\Super Mapple\\version 12.0.3\\Mapple\\App",
                    u"path"_s, {CComponentStore::ValueType::String, Folder.path()});
@@ -39,28 +36,11 @@ CMappleFixture::~CMappleFixture()
 {
     Dialog.reset();
     EXPECT_EQ(QDir::currentPath(), WorkingFolder);
-    CCommonFile::SetModulePath({});
-    CComponentStore::UseFile(Folder.filePath(u"gone"_s));
-    for (const char16_t* name : {ControlClass::SkyEngine, ControlClass::RoadMap})
-        CControlRegister::Instance().Unregister(QString::fromUtf16(name));
-    CRegistry::UseFile(u"/dev/null"_s);
 }
 
 void CMappleFixture::RemoveData()
 {
-    CComponentStore::UseFile(Folder.filePath(u"nothing"_s));
-}
-
-void CMappleFixture::Store(const char* section, const char* name, const QString& value)
-{
-    CRegistry::Write(QString::fromLatin1(section), QString::fromLatin1(name), value);
-}
-
-std::string CMappleFixture::Stored(const char* section, const char* name)
-{
-    QString value;
-    CRegistry::Read(QString::fromLatin1(section), QString::fromLatin1(name), u"(none)"_s, &value);
-    return value.toStdString();
+    EXPECT_TRUE(QFile::remove(Machine.Path(u"components.xml"_s)));
 }
 
 void CMappleFixture::MakeDialog(bool withObserver)
@@ -102,14 +82,4 @@ void CMappleFixture::GiveResults(const QStringList& rows)
     }
     Results = std::make_unique<CRoadMapResults>(std::move(results));
     Map.Results[ControlNumber::RoadMap::GetSearchResult] = Results->Handle();
-}
-
-void CMappleFixture::Click(QWidget* item)
-{
-    QTest::mouseClick(item, Qt::LeftButton);
-}
-
-std::string CMappleFixture::SiteText()
-{
-    return Item<QLabel>(MappleId::TextSite)->text().toStdString();
 }

@@ -6,15 +6,11 @@
 #include "roadmap/ControlIds.h"
 #include "roadmap/DlgMapple.h"
 #include "roadmap/DlgMappleFind.h"
-#include "tests/dialog/Doubles.h"
-
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
+#include "tests/dialog/DialogDriver.h"
 
 /// The road-map dialogs among doubles: tag R is the road map, H the host's engine, O a change of the observer object
 /// (body, longitude, latitude, altitude). The map's data are installed, and the pause is switched off.
-class CMappleFixture : public ::testing::Test
+class CMappleFixture : public CDialogDriver
 {
 protected:
     CMappleFixture();
@@ -22,9 +18,6 @@ protected:
 
     /// Records that the map's data are not on this machine.
     void RemoveData();
-    /// Stores a setting as text, so that it may be of any size.
-    static void Store(const char* section, const char* name, const QString& value);
-    [[nodiscard]] static std::string Stored(const char* section, const char* name);
 
     void MakeDialog(bool withObserver = true);
     /// Creates the dialog, waits until it is on screen and forgets the transcript of that.
@@ -40,15 +33,12 @@ protected:
 
     template <typename Control = QWidget> Control* Item(int id) { return Dialog->Item<Control>(id); }
     template <typename Control = QWidget> Control* FindItem(int id) { return Find().Item<Control>(id); }
-    static void Click(QWidget* item);
-    [[nodiscard]] std::string SiteText();
+    [[nodiscard]] std::string SiteText() { return TextOf(*Dialog, MappleId::TextSite); }
 
-    QTemporaryDir Folder;
     QString WorkingFolder; ///< of the process, before anything is opened
     CTranscript Transcript;
     ControlScript Map;
     ControlScript Host;
-    CExpectedPrompts Prompts;
     QWidget MainWindow;
     CCorKiv HostEngine;
     CKPDateObs Observer;

@@ -1,18 +1,11 @@
 #include "tests/dialog/ObsFixture.h"
 
-#include "host/control/ControlRegister.h"
-#include "host/dialog/HostMessage.h"
 #include "host/dialog/ThemedControls.h"
-#include "host/system/CommonFile.h"
-#include "host/system/Registry.h"
 #include "host/text/Number.h"
 
-#include <QClipboard>
 #include <QDir>
-#include <QGuiApplication>
 #include <QTest>
 #include <QTimeZone>
-#include <QWheelEvent>
 
 using namespace Qt::StringLiterals;
 
@@ -20,11 +13,9 @@ CObsFixture::CObsFixture()
     : Embedded(u"E"_s, Transcript), Host(u"H"_s, Transcript), Map(u"M"_s, Transcript), MainWindow(u"main"_s, Messages),
       Parent(u"parent"_s, Messages), TerrainPath(Folder.filePath(u"earth.idx"_s))
 {
-    CRegistry::UseFile(Folder.filePath(u"settings.ini"_s));
     QDir(Folder.path()).mkdir(u"data"_s);
     QDir(Folder.path()).mkdir(u"module"_s);
-    CCommonFile::SetModulePath(Folder.filePath(u"module"_s));
-    HostWindow::SetMain(&MainWindow);
+    Machine.Context().MainWindow = &MainWindow;
     Host.Register(QString::fromUtf16(ControlClass::SkyEngine3));
     Embedded.Register(QString::fromUtf16(ControlClass::SkyEngine));
     Map.Register(QString::fromUtf16(ControlClass::GlobeMap));
@@ -45,11 +36,6 @@ CObsFixture::CObsFixture()
 CObsFixture::~CObsFixture()
 {
     Dialog.reset();
-    HostWindow::SetMain(nullptr);
-    CCommonFile::SetModulePath({});
-    for (const char16_t* name :
-         {ControlClass::SkyEngine, ControlClass::SkyEngine3, ControlClass::SkyEngine4, ControlClass::GlobeMap})
-        CControlRegister::Instance().Unregister(QString::fromUtf16(name));
 }
 
 void CObsFixture::Open(bool terrain)
@@ -66,25 +52,6 @@ void CObsFixture::StandOn(int body)
     Transcript.Take();
 }
 
-std::string CObsFixture::TextOf(int id) const
-{
-    QWidget* item = Dialog->Item(id);
-    if (const auto* edit = qobject_cast<QLineEdit*>(item))
-        return edit->text().toStdString();
-    if (const auto* label = qobject_cast<QLabel*>(item))
-        return label->text().toStdString();
-    if (const auto* group = qobject_cast<QGroupBox*>(item))
-        return group->title().toStdString();
-    const auto* button = qobject_cast<QAbstractButton*>(item);
-    return button ? button->text().toStdString() : std::string();
-}
-
-void CObsFixture::Click(int id)
-{
-    QWidget* item = Item(id);
-    QTest::mouseClick(item, Qt::LeftButton, {}, QPoint(8, item->height() / 2));
-}
-
 void CObsFixture::Type(int id, const char* text)
 {
     auto* edit = Item<CKivEdit>(id);
@@ -93,36 +60,6 @@ void CObsFixture::Type(int id, const char* text)
     QTest::keyClicks(edit, keys.chopped(1));
     Transcript.Take();
     QTest::keyClicks(edit, keys.last(1));
-}
-
-void CObsFixture::Paste(int id, const char* text)
-{
-    auto* edit = Item<CKivEdit>(id);
-    edit->selectAll();
-    QGuiApplication::clipboard()->setText(QString::fromUtf8(text));
-    QTest::keyClick(edit, Qt::Key_V, Qt::ControlModifier);
-}
-
-void CObsFixture::ClickSpin(int id, bool up)
-{
-    auto* spin = Item<CKivSpinButton>(id);
-    QWidget* arrow = spin->childAt(spin->width() / 2, up ? spin->height() / 4 : spin->height() * 3 / 4);
-    QTest::mouseClick(arrow, Qt::LeftButton);
-}
-
-void CObsFixture::Wheel(QPoint dialogPoint, int delta, Qt::KeyboardModifiers modifiers)
-{
-    QWidget* under = Dialog->childAt(dialogPoint);
-    QWidget* target = under ? under : Dialog.get();
-    QWheelEvent event(target->mapFrom(Dialog.get(), dialogPoint), Dialog->mapToGlobal(dialogPoint), {}, {0, delta},
-                      Qt::NoButton, modifiers, Qt::NoScrollPhase, false);
-    QSpontaneKeyEvent::setSpontaneous(&event); // the toolkit hands on to parents only what came from the user
-    qApp->notify(target, &event);
-}
-
-QPoint CObsFixture::MapMiddle()
-{
-    return Dialog->MapOfDialog().geometry().center();
 }
 
 std::string CObsFixture::Fields()
@@ -137,18 +74,4 @@ std::string CObsFixture::Fields()
             : radio(RadioSouth) ? " S "
                                 : " ? ") +
            TextOf(EditLatDeg) + ' ' + TextOf(EditLatMin) + ' ' + TextOf(EditLatSec);
-}
-
-int CObsFixture::Stored(const char* section, const char* name)
-{
-    int value = 0;
-    CRegistry::Read(QString::fromLatin1(section), QString::fromLatin1(name), -77, &value, CRegistry::Count);
-    return value;
-}
-
-std::string CObsFixture::StoredText(const char* section, const char* name)
-{
-    QString value;
-    CRegistry::Read(QString::fromLatin1(section), QString::fromLatin1(name), u"(none)"_s, &value);
-    return value.toStdString();
 }

@@ -5,15 +5,11 @@
 #include "host/observer/KPDateObs.h"
 #include "obs/ControlIds.h"
 #include "obs/DlgObs.h"
-#include "tests/dialog/Doubles.h"
-
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
+#include "tests/dialog/DialogDriver.h"
 
 /// The site dialog among doubles: tag E is the embedded engine, H the host's, M the globe map; O a change of the
 /// observer object, with longitude, latitude, altitude and time zone. Settings and data lie in a temporary folder.
-class CObsFixture : public ::testing::Test
+class CObsFixture : public CDialogDriver
 {
 protected:
     CObsFixture();
@@ -27,27 +23,25 @@ protected:
     void FollowObserver() { m_follows = true; }
 
     template <typename Control = QWidget> Control* Item(int id) { return Dialog->Item<Control>(id); }
-    [[nodiscard]] std::string TextOf(int id) const;
-    void Click(int id);
+    [[nodiscard]] std::string TextOf(int id) const { return CDialogDriver::TextOf(*Dialog, id); }
+    void Click(int id) { CDialogDriver::Click(Item(id)); }
     /// Types over what a box holds, key by key; the transcript begins before the last key.
     void Type(int id, const char* text);
-    /// Puts a text in place of what a box holds through the clipboard.
-    void Paste(int id, const char* text);
-    void ClickSpin(int id, bool up);
-    void Wheel(QPoint dialogPoint, int delta, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
-    [[nodiscard]] QPoint MapMiddle();
+    void Paste(int id, const char* text) { CDialogDriver::Paste(*Dialog, id, QString::fromUtf8(text)); }
+    void ClickSpin(int id, bool up) { CDialogDriver::ClickSpin(*Dialog, id, up); }
+    void Wheel(QPoint dialogPoint, int delta, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        CDialogDriver::Wheel(*Dialog, dialogPoint, delta, modifiers);
+    }
+    [[nodiscard]] QPoint MapMiddle() { return Dialog->MapOfDialog().geometry().center(); }
     /// Degrees, minutes, seconds, hemispheres: "E 139 41 30.4 N 35 41 21.2".
     [[nodiscard]] std::string Fields();
-    [[nodiscard]] static int Stored(const char* section, const char* name);
-    [[nodiscard]] static std::string StoredText(const char* section, const char* name);
 
-    QTemporaryDir Folder;
     CTranscript Transcript;
     ControlScript Embedded;
     ControlScript Host;
     ControlScript Map;
     QStringList Messages;
-    CExpectedPrompts Prompts;
     CMessageReceiver MainWindow;
     CMessageReceiver Parent;
     CCorKiv HostEngine;

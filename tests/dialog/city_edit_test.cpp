@@ -272,7 +272,7 @@ TEST_F(CityEdit, AsksInABoxThatWaitsForAKeyOfItsOwn)
 {
     Run([this] {
         Select("海外/London");
-        IPrompts::Use(nullptr); // the real ones
+        Machine.Context().Prompts = nullptr; // the real ones
         QTimer poll;
         poll.callOnTimeout([&poll] {
             auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
@@ -288,7 +288,7 @@ TEST_F(CityEdit, AsksInABoxThatWaitsForAKeyOfItsOwn)
         });
         poll.start(1);
         Key(Qt::Key_Delete);
-        IPrompts::Use(&Prompts);
+        Machine.Context().Prompts = &Prompts;
         EXPECT_EQ(TreeText(), "日本(関東(東京 横浜) 東北(仙台) 富士山) 海外(Paris)");
     });
 }

@@ -7,6 +7,7 @@
 #include "obs/ControlIds.h"
 #include "obs/DlgObs.h"
 #include "res/StringTable.h"
+#include "tests/dialog/DialogDriver.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -16,7 +17,6 @@
 #include <QDataStream>
 #include <QIODevice>
 #include <QLineEdit>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 
@@ -48,12 +48,11 @@ private:
     QStringList& m_lines;
 };
 
-class CommandTest : public testing::Test
+class CommandTest : public CDialogDriver
 {
 protected:
     CommandTest()
     {
-        CRegistry::UseFile(m_folder.filePath(u"settings.ini"_s));
         for (const char16_t* name : {ControlClass::SkyEngine, ControlClass::GlobeMap}) {
             CControlRegister::Instance().Register(QString::fromUtf16(name), [this](QWidget* parent) {
                 return std::make_unique<CEchoEngine>(parent, m_lines);
@@ -62,25 +61,15 @@ protected:
         EXPECT_TRUE(m_engine.Create(CCorKiv::DefaultVariant, &m_parent, QRect(), 1));
         m_lines.clear();
     }
-    ~CommandTest() override
-    {
-        for (const char16_t* name : {ControlClass::SkyEngine, ControlClass::GlobeMap})
-            CControlRegister::Instance().Unregister(QString::fromUtf16(name));
-        CRegistry::UseFile(u"/dev/null"_s);
-    }
-
     // Runs the window and, from inside its modal loop, the steps; they have to close it.
     template <typename Steps> int Run(Steps steps, const QString& title = QString())
     {
         CDlgCommand dialog(&m_engine, &m_parent);
         dialog.SetTitle(title);
-        QTimer::singleShot(0, &dialog, [&] {
-            EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
+        return RunModal(dialog, [&] {
             steps(dialog);
             EXPECT_FALSE(dialog.isVisible());
-            dialog.hide();
         });
-        return dialog.DoModal();
     }
 
     static QComboBox& Command(const CDlgCommand& dialog) { return *dialog.Item<QComboBox>(CommandId::ComboCommand); }
@@ -125,7 +114,7 @@ protected:
         CRegistry::Write(u"Dialog\\Command"_s, u"Command"_s, last);
     }
 
-    QTemporaryDir m_folder;
+    
     QWidget m_parent;
     QStringList m_lines;
     CCorKiv m_engine;
@@ -221,8 +210,7 @@ TEST_F(CommandTest, KeepsTheHistoryOnlyWhenAsked)
     });
     EXPECT_EQ(Stored(u"Enable"_s), u"1"_s);
     EXPECT_EQ(Stored(u"Command"_s), u"two, \"2\""_s);
-    CRegistry::Flush();
-    CRegistry::UseFile(m_folder.filePath(u"settings.ini"_s));
+    Machine.ReadAnew();
 
     const QString title = u"別の題"_s;
     Run(
@@ -269,7 +257,7 @@ TEST_F(CommandTest, BoundsWhatItKeepsAndShows)
 
 TEST_F(CommandTest, TheHiddenButtonOpensItOnTheEngineOfTheSiteDialog)
 {
-    CDlgObs site(&m_parent, m_folder.path() + u'/', 0);
+    CDlgObs site(&m_parent, Folder.path() + u'/', 0);
     site.DoModeless(nullptr, QString());
     auto* button = site.Item<QAbstractButton>(ObsId::ButtonCommand);
     ASSERT_NE(button, nullptr);

@@ -323,7 +323,7 @@ TEST_F(MappleFindTest, RemembersTheLastSearch)
     Edit().setText(u"駅, \"前\" = 1; \\n"_s);
     Click(FindItem(RadioLandMark));
     Dialog->close();
-    EXPECT_EQ(Stored("Dialog\\MappleFind", "Rule"), "1");
+    EXPECT_EQ(StoredText("Dialog\\MappleFind", "Rule"), "1");
     OpenFind();
     EXPECT_EQ(Edit().text(), u"駅, \"前\" = 1; \\n"_s);
     EXPECT_TRUE(FindItem<QAbstractButton>(RadioLandMark)->isChecked());

@@ -103,7 +103,7 @@ TEST_F(MappleTest, OpensWithoutDataAndWithoutAMap)
     EXPECT_EQ(SiteText(), TokyoText);
     PressKey(&Slider(), Qt::Key_Escape);
     EXPECT_FALSE(Dialog->IsWindow());
-    EXPECT_EQ(Stored("Dialog\\Mapple", "ZoomAngle"), "82");
+    EXPECT_EQ(StoredText("Dialog\\Mapple", "ZoomAngle"), "82");
 }
 
 TEST_F(MappleTest, TellsThatTheMapCannotBeMade)
@@ -117,7 +117,7 @@ TEST_F(MappleTest, TellsThatTheMapCannotBeMade)
     EXPECT_EQ(QDir::currentPath(), WorkingFolder);
     Dialog->UpdateSelectPosition();
     Dialog->OnBnClickedCenter();
-    EXPECT_EQ(Stored("Dialog\\Mapple", "ZoomAngle"), "17");
+    EXPECT_EQ(StoredText("Dialog\\Mapple", "ZoomAngle"), "17");
 
     Map.Refuses = false; // a second try, now that the component is there
     EXPECT_EQ(Dialog->Create(&HostEngine), 1);
@@ -259,7 +259,7 @@ TEST_F(MappleTest, RemembersTheZoomOneStepWider)
         EXPECT_EQ(Transcript.Take(), row.Scale) << row.Stored;
         EXPECT_EQ(Slider().value(), row.Slider) << row.Stored;
         Dialog->close();
-        EXPECT_EQ(Stored("Dialog\\Mapple", "ZoomAngle"), row.StoredAfter) << row.Stored;
+        EXPECT_EQ(StoredText("Dialog\\Mapple", "ZoomAngle"), row.StoredAfter) << row.Stored;
     }
 }
 
@@ -281,7 +281,7 @@ TEST_F(MappleTest, EveryWayOfClosingDestroysTheWindow)
         const QPointer<QWidget> map = Map.Control->Window();
         close();
         EXPECT_FALSE(find);
-        EXPECT_EQ(Stored("Dialog\\Mapple", "ZoomAngle"), std::to_string(++stored));
+        EXPECT_EQ(StoredText("Dialog\\Mapple", "ZoomAngle"), std::to_string(++stored));
         if (Dialog) {
             EXPECT_FALSE(Dialog->IsWindow() || Dialog->isVisible() || Dialog->MapOfDialog().IsCreated());
             Raise(RoadMap::EventMouseUp, {1.0, 2.0}); // the control is still there, but nobody listens
@@ -324,7 +324,8 @@ TEST_F(MappleTest, ClosesWithTheZoomKeyHeldDown)
     QTest::keyPress(&Slider(), Qt::Key_Down);
     PressKey(&Slider(), Qt::Key_Escape);
     EXPECT_FALSE(Dialog->IsWindow());
-    EXPECT_EQ(Stored("Dialog\\Mapple", "ZoomAngle"), std::to_string(zoom + 2)) << "moved by the key, and a step wider";
+    EXPECT_EQ(StoredText("Dialog\\Mapple", "ZoomAngle"), std::to_string(zoom + 2))
+        << "moved by the key, and a step wider";
     EXPECT_EQ(Transcript.Take(), "");
 }
 

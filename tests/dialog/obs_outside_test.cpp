@@ -71,7 +71,7 @@ TEST_F(ObsOutside, AListTooLongForTheTablesLeavesTheUsersAndOpensAllTheSame)
     for (const auto& [shipped, warning] : lists) {
         PutLists(shipped, old);
         CProgressReceiver host;
-        HostWindow::SetMain(&host);
+        Machine.Context().MainWindow = &host;
         CDlgObs dialog(&Parent, Folder.path() + u"/data/"_s, 0);
         dialog.SetKPDateObs(&Observer);
         Prompts.Expect(warning, IPrompts::Icon::Exclamation);
@@ -91,7 +91,7 @@ TEST_F(ObsOutside, ANewerShippedListIsTakenOverWithoutAWord)
     ASSERT_GT(shipped.size(), 100'000);
     PutLists(shipped, "@Old\r\n#\r\n");
     CProgressReceiver host;
-    HostWindow::SetMain(&host);
+    Machine.Context().MainWindow = &host;
     Open();
     host.ExpectOneLoad();
     EXPECT_TRUE(ReadFile(UserList) == shipped) << "the files differ";
@@ -110,8 +110,7 @@ TEST_F(ObsOutside, SettingsOfAnySize)
     CRegistry::Write(u"Dialog\\Obs"_s, u"FeatureOther"_s, std::numeric_limits<int>::max(), CRegistry::Flag);
     for (const auto& [angle, position] : angles) {
         CRegistry::Write(u"Dialog\\Obs"_s, u"ViewAngle"_s, angle);
-        CRegistry::Flush();
-        CRegistry::UseFile(Folder.filePath(u"settings.ini"_s)); // read anew from the disk
+        Machine.ReadAnew();
         Dialog = std::make_unique<CDlgObs>(&Parent, Folder.path() + u"/data/"_s, 0);
         Dialog->SetKPDateObs(&Observer);
         Open();

@@ -3,16 +3,11 @@
 #include "city/DlgCityMoveTo.h"
 #include "city/EdtCty.h"
 #include "city/EdtFld.h"
-#include "host/control/ControlRegister.h"
 #include "host/dialog/TemplateLoader.h"
 #include "host/dialog/ThemedControls.h"
-#include "host/system/Registry.h"
-#include "tests/dialog/Doubles.h"
+#include "tests/dialog/DialogDriver.h"
 
-#include <QClipboard>
-#include <QGuiApplication>
 #include <QTest>
-#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -20,53 +15,18 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-class PlaceEditor : public testing::Test
+class PlaceEditor : public CDialogDriver
 {
 protected:
     PlaceEditor()
     {
-        CRegistry::UseFile(u"/dev/null"_s);
         m_script.Register(QString::fromUtf16(ControlClass::GlobeMap));
         m_script.FeatureCount = 3;
         m_script.FeatureNames = {u"観測地"_s, u"市区町村"_s, u"都市"_s};
         EXPECT_TRUE(m_map.Create(&m_parent, QRect(), 1));
     }
-    ~PlaceEditor() override { CControlRegister::Instance().Unregister(QString::fromUtf16(ControlClass::GlobeMap)); }
 
-    /// Runs a dialog and the steps inside its modal loop; a dialog that the steps leave open is cancelled.
-    template <typename Dialog, typename Steps> static int Run(Dialog& dialog, Steps steps)
-    {
-        QTimer::singleShot(0, &dialog, [&] {
-            EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
-            steps();
-            if (dialog.isVisible())
-                dialog.reject();
-        });
-        return dialog.DoModal();
-    }
-
-    static void Type(const CKivDialog& dialog, int id, const char* text)
-    {
-        auto* edit = dialog.Item<QLineEdit>(id);
-        edit->setFocus();
-        edit->selectAll();
-        QTest::keyClicks(edit, QString::fromUtf8(text));
-    }
-    static void Paste(const CKivDialog& dialog, int id, const QString& text)
-    {
-        QGuiApplication::clipboard()->setText(text);
-        auto* edit = dialog.Item<QLineEdit>(id);
-        edit->setFocus();
-        edit->selectAll();
-        QTest::keyClick(edit, Qt::Key_V, Qt::ControlModifier);
-    }
     static void Enter(QWidget& dialog) { QTest::keyClick(dialog.focusWidget(), Qt::Key_Return); }
-    static std::string TextOf(const CKivDialog& dialog, int id)
-    {
-        return dialog.Item<QLineEdit>(id)->text().toStdString();
-    }
-
-    CExpectedPrompts m_prompts;
     CTranscript m_transcript;
     ControlScript m_script{u"M"_s, m_transcript};
     QWidget m_parent;
@@ -155,11 +115,11 @@ TEST_F(PlaceEditor, ChecksWhileTheUserTypes)
     };
     CEdtCty editor(&m_parent);
     editor.Coordinates = Somewhere();
-    Run(editor, [&] {
+    RunModal(editor, [&] {
         EXPECT_EQ(TextOf(editor, EditLat3), " 5.5");
         for (const Entry& entry : entries) {
             if (entry.Prompt)
-                m_prompts.Expect(entry.Prompt, IPrompts::Icon::Information);
+                Prompts.Expect(entry.Prompt, IPrompts::Icon::Information);
             Type(editor, entry.Id, entry.Typed);
             EXPECT_EQ(TextOf(editor, entry.Id), entry.Text) << entry.Id << ' ' << entry.Typed;
         }
@@ -177,7 +137,7 @@ TEST_F(PlaceEditor, SaysAllThatIsWrongAtOnceAndStaysOpen)
     editor.MapControl = &m_map;
     editor.Coordinates = Somewhere();
     editor.Kind = 2;
-    const int result = Run(editor, [&] {
+    const int result = RunModal(editor, [&] {
         using namespace CoordinateId;
         EXPECT_EQ(editor.Item<QComboBox>(EditCityId::ComboKind)->currentText(), u"都市"_s);
         Paste(editor, EditCityId::EditName, u" 　 "_s);
@@ -186,11 +146,11 @@ TEST_F(PlaceEditor, SaysAllThatIsWrongAtOnceAndStaysOpen)
         Type(editor, EditLat1, "90");
         Type(editor, EditTzHour, "14");
         Type(editor, EditTzMin, "1");
-        m_prompts.Expect("都市名を入力してください。\n"
-                         "経度には 0.0 から 180.0 までの値を入力してください\n"
-                         "緯度には 0.0 から 90.0 までの値を入力してください\n"
-                         "タイムゾーンには 0 から 14 までの値を入力してください\n",
-                         IPrompts::Icon::None);
+        Prompts.Expect("都市名を入力してください。\n"
+                       "経度には 0.0 から 180.0 までの値を入力してください\n"
+                       "緯度には 0.0 から 90.0 までの値を入力してください\n"
+                       "タイムゾーンには 0 から 14 までの値を入力してください\n",
+                       IPrompts::Icon::None);
         Enter(editor);
         EXPECT_TRUE(editor.isVisible());
         EXPECT_EQ(TextOf(editor, EditCityId::EditName), "");
@@ -200,10 +160,10 @@ TEST_F(PlaceEditor, SaysAllThatIsWrongAtOnceAndStaysOpen)
         Type(editor, EditLat1, "89");
         Type(editor, EditTzMin, "0");
         Paste(editor, EditCityId::EditName, u"#a,b"_s);
-        m_prompts.Expect("経度の秒には 0 から 59.9 までの値を入力してください\n"
-                         "地名には半角のコンマ「,」を使えません。全角の「，」などを使ってください。\n"
-                         "地名の先頭には半角の「@」と「#」を使えません。\n",
-                         IPrompts::Icon::None);
+        Prompts.Expect("経度の秒には 0 から 59.9 までの値を入力してください\n"
+                       "地名には半角のコンマ「,」を使えません。全角の「，」などを使ってください。\n"
+                       "地名の先頭には半角の「@」と「#」を使えません。\n",
+                       IPrompts::Icon::None);
         Enter(editor);
         EXPECT_TRUE(editor.isVisible());
 
@@ -226,7 +186,7 @@ TEST_F(PlaceEditor, HasNoKindsWithoutAMapAndNoneForAnUnknownOne)
         editor.Name = u"x"_s;
         editor.Coordinates = Somewhere();
         editor.Kind = map ? 99 : 0;
-        EXPECT_EQ(Run(editor, [&] { Enter(editor); }), QDialog::Accepted);
+        EXPECT_EQ(RunModal(editor, [&] { Enter(editor); }), QDialog::Accepted);
         EXPECT_EQ(editor.Kind, -1);
         EXPECT_EQ(editor.Coordinates, Somewhere());
     }
@@ -234,7 +194,7 @@ TEST_F(PlaceEditor, HasNoKindsWithoutAMapAndNoneForAnUnknownOne)
     CEdtCty editor(&m_parent);
     editor.SetCorMapPtr(&m_map);
     editor.Kind = 1;
-    EXPECT_EQ(Run(editor, [&] { QTest::keyClick(&editor, Qt::Key_Escape); }), QDialog::Rejected);
+    EXPECT_EQ(RunModal(editor, [&] { QTest::keyClick(&editor, Qt::Key_Escape); }), QDialog::Rejected);
     EXPECT_EQ(editor.Kind, 1);
 }
 
@@ -242,15 +202,15 @@ TEST_F(PlaceEditor, NamesAFolder)
 {
     CEdtFld editor(&m_parent);
     editor.Name = u"元の名前"_s;
-    const int result = Run(editor, [&] {
+    const int result = RunModal(editor, [&] {
         EXPECT_EQ(TextOf(editor, EditFolderId::EditName), "元の名前");
         EXPECT_EQ(editor.focusWidget(), editor.Item(EditFolderId::EditName));
         Paste(editor, EditFolderId::EditName, u" 　 "_s);
-        m_prompts.Expect("フォルダ名を入力してください。\n", IPrompts::Icon::None);
+        Prompts.Expect("フォルダ名を入力してください。\n", IPrompts::Icon::None);
         Enter(editor);
         EXPECT_EQ(TextOf(editor, EditFolderId::EditName), "");
         Paste(editor, EditFolderId::EditName, u"a\nb"_s);
-        m_prompts.Expect("フォルダ名には改行やタブなどの制御文字を使えません。\n", IPrompts::Icon::None);
+        Prompts.Expect("フォルダ名には改行やタブなどの制御文字を使えません。\n", IPrompts::Icon::None);
         Enter(editor);
         Paste(editor, EditFolderId::EditName, u" \u301C\u2212 abc　"_s); // as many input methods give them
         Enter(editor);
@@ -263,7 +223,7 @@ TEST_F(PlaceEditor, AsksWhatToAddAndWhereToMove)
 {
     CAddCty add(&m_parent);
     add.AddKind = CAddCty::AddPlace;
-    EXPECT_EQ(Run(add,
+    EXPECT_EQ(RunModal(add,
                   [&] {
                       EXPECT_EQ(add.focusWidget(), add.Item(AddCityId::RadioCity));
                       QTest::keyClick(add.focusWidget(), Qt::Key_Down);
@@ -273,7 +233,7 @@ TEST_F(PlaceEditor, AsksWhatToAddAndWhereToMove)
     EXPECT_EQ(add.AddKind, CAddCty::AddFolder);
 
     CDlgCityMoveTo move(u"50% & %s"_s, &m_parent);
-    EXPECT_EQ(Run(move,
+    EXPECT_EQ(RunModal(move,
                   [&] {
                       auto* after = move.Item<QAbstractButton>(MoveToId::RadioAfter);
                       auto* into = move.Item<QAbstractButton>(MoveToId::RadioInto);

@@ -3,8 +3,7 @@
 #include "controls/road_map/ScaleBar.h"
 #include "host/control/ControlNumbers.h"
 #include "host/text/Number.h"
-#include "tests/TestFile.h"
-#include "tests/dialog/Doubles.h"
+#include "tests/dialog/DialogDriver.h"
 
 #include <QElapsedTimer>
 #include <QFileInfo>
@@ -82,17 +81,16 @@ public:
     std::vector<std::pair<int, QVariantList>> Events;
 };
 
-class RoadMapTest : public testing::Test
+class RoadMapTest : public CDialogDriver
 {
 protected:
     RoadMapTest()
     {
-        WriteFile(m_folder.filePath(u"roadmap/addresses.csv"_s), Addresses);
-        WriteFile(m_folder.filePath(u"roadmap/facilities.csv"_s), Facilities);
+        WriteFile(Folder.filePath(u"roadmap/addresses.csv"_s), Addresses);
+        WriteFile(Folder.filePath(u"roadmap/facilities.csv"_s), Facilities);
     }
 
-    QTemporaryDir m_folder;
-    CMapStage m_stage{m_folder.path() + u'/'};
+    CMapStage m_stage{Folder.path() + u'/'};
 };
 } // namespace
 
@@ -183,7 +181,7 @@ TEST_F(RoadMapTest, DragAndKeysMoveTheMapAndPickTheMiddle)
 TEST_F(RoadMapTest, KeepsItsMiddleInTheMiddleOfWhatIsNotCovered)
 {
     QWidget window;
-    auto* map = new CRoadMap(&window, m_folder.path() + u'/');
+    auto* map = new CRoadMap(&window, Folder.path() + u'/');
     auto* strip = new QWidget(&window);
     strip->setAutoFillBackground(true);
     window.resize(401, 301);
@@ -237,9 +235,9 @@ TEST_F(RoadMapTest, AFileThatCannotBeReadIsToldWithItsReason)
 {
     m_stage.Show(139.5, 35.6, 300000);
     const QImage before = m_stage.Picture();
-    const QString large = m_folder.filePath(u"large.gpx"_s);
-    const QString closed = m_folder.filePath(u"closed.gpx"_s);
-    const QString empty = m_folder.filePath(u"empty.gpx"_s);
+    const QString large = Folder.filePath(u"large.gpx"_s);
+    const QString closed = Folder.filePath(u"closed.gpx"_s);
+    const QString empty = Folder.filePath(u"empty.gpx"_s);
     WriteFile(large, "<gpx>");
     ASSERT_TRUE(QFile::resize(large, (16 << 20) + 1));
     WriteFile(closed, "<gpx>");
@@ -250,21 +248,21 @@ TEST_F(RoadMapTest, AFileThatCannotBeReadIsToldWithItsReason)
         QString Path;
         const char* Reason;
     };
-    std::vector<Case> cases{{m_folder.filePath(u"missing.gpx"_s), "ファイルが見つかりません。"},
-                            {m_folder.path(), "フォルダや装置は読み込めません。"},
+    std::vector<Case> cases{{Folder.filePath(u"missing.gpx"_s), "ファイルが見つかりません。"},
+                            {Folder.path(), "フォルダや装置は読み込めません。"},
                             {u"/dev/zero"_s, "フォルダや装置は読み込めません。"},
                             {large, "ファイルが 16 MB を超えています。"},
-                            {m_folder.filePath(u"roadmap/addresses.csv"_s), "GPX 形式ではないか、壊れています。"},
+                            {Folder.filePath(u"roadmap/addresses.csv"_s), "GPX 形式ではないか、壊れています。"},
                             {empty, "地点・ルート・軌跡がありません。"}};
     if (!QFileInfo(closed).isReadable()) // the superuser may read everything
         cases.push_back({closed, "ファイルを開けません。読み取りの権限を確認してください。"});
     for (const auto& [path, reason] : cases) {
-        CExpectedPrompts prompts;
         m_stage.Map.Invoke(Method::OpenFile, {path}); // answers before the box is there
         const QByteArray text = "「" + QFileInfo(path).fileName().toUtf8() + "」を読み込めませんでした。\n" + reason +
                                 "\n\n読み込めるのは、地点・ルート・軌跡を含む GPX ファイル（16 MB まで）です。";
-        prompts.Expect(text.constData(), IPrompts::Icon::Exclamation);
+        Prompts.Expect(text.constData(), IPrompts::Icon::Exclamation);
         QCoreApplication::processEvents();
+        EXPECT_TRUE(Prompts.AreDone());
     }
     EXPECT_EQ(m_stage.Picture(), before);
 }
@@ -324,7 +322,7 @@ TEST_F(RoadMapTest, LaterSearchCancelsTheEarlierOne)
     EXPECT_EQ(CRoadMapResults::Find(old), nullptr);
     qint64 last = 0;
     {
-        CMapStage other(m_folder.path() + u'/');
+        CMapStage other(Folder.path() + u'/');
         other.Find(false, u"三鷹"_s);
         last = other.Map.Invoke(Method::GetSearchResult, {}).toLongLong();
         EXPECT_NE(CRoadMapResults::Find(last), nullptr);
@@ -341,8 +339,8 @@ TEST_F(RoadMapTest, DamagedDataLeaveAMap)
         for (const QString& name : {u"roadmap/addresses.csv"_s, u"roadmap/facilities.csv"_s, u"roadmap/coast.kol"_s,
                                     u"roadmap/coastwide.kol"_s, u"roadmap/relief.png"_s, u"roadmap/rivers.kol"_s,
                                     u"roadmap/prefectures.kol"_s, u"earth/coast10.kol"_s})
-            WriteFile(m_folder.filePath(name), bytes);
-        CMapStage stage(m_folder.path() + u'/');
+            WriteFile(Folder.filePath(name), bytes);
+        CMapStage stage(Folder.path() + u'/');
         EXPECT_FALSE(stage.Map.Invoke(Method::Search, {false, u"東"_s}).toBool()) << "there is nothing to search in";
         stage.Show(139, 36, 100000);
         EXPECT_FALSE(stage.Picture().isNull());
@@ -367,7 +365,7 @@ TEST_F(RoadMapTest, MarksOfAFileAreShown)
     ASSERT_EQ(marks.Ways.size(), 2U);
     EXPECT_EQ(marks.Ways[0].size(), 2U);
 
-    const QString path = m_folder.filePath(u"marks.gpx"_s);
+    const QString path = Folder.filePath(u"marks.gpx"_s);
     WriteFile(path, gpx);
     m_stage.Show(139.25, 35.5, 300000);
     const QImage before = m_stage.Picture();

@@ -1,11 +1,7 @@
 #include "tests/story/StoryFixture.h"
 
 #include "city/ControlIds.h"
-#include "host/control/ControlRegister.h"
-#include "host/dialog/HostMessage.h"
 #include "host/dialog/ThemedControls.h"
-#include "host/system/CommonFile.h"
-#include "host/system/ComponentStore.h"
 #include "host/system/Registry.h"
 #include "planetarium/ControlClasses.h"
 
@@ -15,7 +11,6 @@
 #include <QTest>
 #include <QTimer>
 #include <QTreeView>
-#include <QWheelEvent>
 
 using namespace Qt::StringLiterals;
 
@@ -23,27 +18,20 @@ CStory::CStory()
 {
     Folders.UseShipped(QStringLiteral(KIV_SOURCE_DATA));
     Folders.User = Folder.path() + u"/user/"_s;
-    CRegistry::UseFile(Folder.filePath(u"settings.ini"_s));
+    Machine.Use(Folders.HostFiles(Machine.Settings()));
     CRegistry::Write(u"Dialog\\Mapple"_s, u"CreateWait"_s, 0, CRegistry::Count);
-    CCommonFile::SetModulePath(Folders.Shipped);
     ControlClasses::Register(Folders.Shipped);
 }
 
 CStory::~CStory()
 {
     Quit();
-    HostWindow::SetMain(nullptr);
-    CCommonFile::SetModulePath({});
-    CComponentStore::UseFile(Folder.filePath(u"gone"_s));
-    CRegistry::UseFile(u"/dev/null"_s);
-    for (const char16_t* name : {ControlClass::SkyEngine, ControlClass::SkyEngine3, ControlClass::SkyEngine4,
-                                 ControlClass::GlobeMap, ControlClass::RoadMap})
-        CControlRegister::Instance().Unregister(QString::fromUtf16(name));
 }
 
 void CStory::Start(Audience audience)
 {
-    m_window = std::make_unique<CMainWindow>(Folders, audience);
+    Machine.Use(Folders.HostFiles(Machine.Settings()));
+    m_window = std::make_unique<CMainWindow>(Machine.Context(), Folders, audience);
     m_window->show();
     EXPECT_TRUE(QTest::qWaitForWindowExposed(m_window.get()));
 }
@@ -62,17 +50,6 @@ void CStory::OpenSite()
     Host().OpenSiteDialog();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&Site()));
     Settle();
-}
-
-std::string CStory::TextOf(int id)
-{
-    QWidget* item = Item(id);
-    if (const auto* edit = qobject_cast<QLineEdit*>(item))
-        return edit->text().toStdString();
-    if (const auto* label = qobject_cast<QLabel*>(item))
-        return label->text().toStdString();
-    const auto* button = qobject_cast<QAbstractButton*>(item);
-    return button ? button->text().toStdString() : std::string();
 }
 
 bool CStory::IsChecked(int id)
@@ -115,9 +92,7 @@ void CStory::Paste(const QString& text)
 
 void CStory::Click(int id)
 {
-    QWidget* item = Item(id);
-    ASSERT_NE(item, nullptr);
-    QTest::mouseClick(item, Qt::LeftButton, {}, QPoint(8, item->height() / 2));
+    CDialogDriver::Click(Item(id));
     Settle();
 }
 
@@ -129,22 +104,13 @@ void CStory::ClickAt(QWidget& widget, const QPointF& at)
 
 void CStory::ClickSpin(int id, bool up)
 {
-    auto* spin = Item<CKivSpinButton>(id);
-    ASSERT_NE(spin, nullptr);
-    QTest::mouseClick(spin->childAt(spin->width() / 2, up ? spin->height() / 4 : spin->height() * 3 / 4),
-                      Qt::LeftButton);
+    CDialogDriver::ClickSpin(Site(), id, up);
     Settle();
 }
 
 void CStory::Wheel(QWidget& widget, int delta, Qt::KeyboardModifiers modifiers)
 {
-    const QPoint middle = widget.rect().center();
-    QWidget* under = widget.childAt(middle);
-    QWidget* target = under ? under : &widget;
-    QWheelEvent event(target->mapFrom(&widget, middle), widget.mapToGlobal(middle), {}, {0, delta}, Qt::NoButton,
-                      modifiers, Qt::NoScrollPhase, false);
-    QSpontaneKeyEvent::setSpontaneous(&event); // the toolkit hands on to parents only what came from the user
-    qApp->notify(target, &event);
+    CDialogDriver::Wheel(widget, widget.rect().center(), delta, modifiers);
     Settle();
 }
 
@@ -196,10 +162,4 @@ void CStory::PickCity(const QString& name, const std::function<void(CKivDialog&)
     });
     Click(ObsId::ButtonCity);
     EXPECT_EQ(m_awaited, 0) << "a dialog never came";
-}
-
-void CStory::Settle()
-{
-    for (int round = 0; round < 3; ++round)
-        QApplication::processEvents();
 }

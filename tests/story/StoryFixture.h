@@ -4,17 +4,14 @@
 #include "host/observer/KPDateObs.h"
 #include "obs/ControlIds.h"
 #include "planetarium/MainWindow.h"
-#include "tests/dialog/Doubles.h"
-
-#include <QTemporaryDir>
+#include "tests/dialog/DialogDriver.h"
 
 #include <functional>
-#include <gtest/gtest.h>
 
 /// The program as its user has it: the real host with its engine, maps, terrain and files, its windows shown
 /// offscreen, keys and mouse as events to whatever has the focus or lies under the pointer. Settings and the user's
 /// files are in a temporary folder; only prompts are doubled.
-class CStory : public ::testing::Test
+class CStory : public CDialogDriver
 {
 protected:
     CStory();
@@ -36,7 +33,7 @@ protected:
     template <typename Control = QWidget> Control* Item(int id) { return Site().Item<Control>(id); }
 
     /// Text of a box, a label or a button of the site dialog.
-    [[nodiscard]] std::string TextOf(int id);
+    [[nodiscard]] std::string TextOf(int id) { return CDialogDriver::TextOf(Site(), id); }
     [[nodiscard]] bool IsChecked(int id);
     /// Gives a box the focus as a click into it does, and selects what it holds.
     void Enter(int id);
@@ -49,7 +46,7 @@ protected:
     void Click(int id);
     static void ClickAt(QWidget& widget, const QPointF& at);
     void ClickSpin(int id, bool up);
-    /// The wheel over the middle of a widget, in eighths of a degree.
+    /// The wheel over the middle of a widget.
     static void Wheel(QWidget& widget, int delta, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     /// Chooses a body in the list of the site dialog.
     void ChooseBody(int body);
@@ -58,12 +55,8 @@ protected:
     void InNext(const std::function<void(CKivDialog&)>& steps, int templateNumber = 0);
     /// The city list by its button, with the place of this name selected before the steps and OK after them.
     void PickCity(const QString& name, const std::function<void(CKivDialog&)>& steps = {});
-    /// Lets the windows settle: queued calls, layout, painting.
-    static void Settle();
 
-    QTemporaryDir Folder;
     DataFolders Folders;
-    CExpectedPrompts Prompts;
 
 private:
     int m_awaited = 0; ///< modal dialogs

@@ -5,10 +5,9 @@
 #include "host/system/ComponentStore.h"
 #include "host/system/Registry.h"
 #include "planetarium/Host.h"
-#include "tests/dialog/Doubles.h"
+#include "tests/dialog/DialogDriver.h"
 
 #include <QDir>
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -16,28 +15,18 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-class HostRoadMapTest : public ::testing::Test
+class HostRoadMapTest : public CDialogDriver
 {
 protected:
     HostRoadMapTest() : m_map(u"R"_s, m_transcript), m_engine(u"H"_s, m_transcript)
     {
-        CRegistry::UseFile(m_folder.filePath(u"settings.ini"_s));
         CRegistry::Write(u"Dialog\\Mapple"_s, u"CreateWait"_s, 0, CRegistry::Count);
-        m_folders.User = m_folder.path() + u'/';
+        m_folders.User = Folder.path() + u'/';
         m_folders.Shipped = m_folders.User;
         m_map.Register(QString::fromUtf16(ControlClass::RoadMap));
         m_engine.Register(QString::fromUtf16(ControlClass::SkyEngine));
         m_host = std::make_unique<CHost>(&m_mainWindow, m_folders);
     }
-    ~HostRoadMapTest() override
-    {
-        m_host.reset();
-        CComponentStore::UseFile(m_folder.filePath(u"gone"_s));
-        for (const char16_t* name : {ControlClass::SkyEngine, ControlClass::RoadMap})
-            CControlRegister::Instance().Unregister(QString::fromUtf16(name));
-        CRegistry::UseFile(u"/dev/null"_s);
-    }
-
     // The lines that the road map got.
     std::string Heard()
     {
@@ -53,7 +42,6 @@ protected:
         m_map.Control->Raise(ControlNumber::RoadMap::EventMouseUp, {latitude, longitude});
     }
 
-    QTemporaryDir m_folder;
     DataFolders m_folders;
     CTranscript m_transcript;
     ControlScript m_map;
@@ -65,7 +53,6 @@ protected:
 
 TEST_F(HostRoadMapTest, IsOfferedWhereItIsInstalled)
 {
-    CComponentStore::UseFile(m_folder.filePath(u"nothing"_s));
     EXPECT_FALSE(CHost::HasRoadMap());
     m_host->OpenRoadMap(true);
     EXPECT_EQ(m_host->RoadMap(), nullptr);
@@ -79,7 +66,7 @@ TEST_F(HostRoadMapTest, IsOfferedWhereItIsInstalled)
 TEST_F(HostRoadMapTest, FollowsTheObserverAndLeadsIt)
 {
     constexpr int mars = 5;
-    QDir(m_folder.path()).mkdir(u"roadmap"_s);
+    QDir(Folder.path()).mkdir(u"roadmap"_s);
     m_folders.InstallRoadMap();
     m_host->OpenRoadMap(true);
     Heard();
@@ -104,7 +91,7 @@ TEST_F(HostRoadMapTest, FollowsTheObserverAndLeadsIt)
 TEST_F(HostRoadMapTest, LeadsTheObserverThroughTheEngine)
 {
     constexpr int mars = 5;
-    QDir(m_folder.path()).mkdir(u"roadmap"_s);
+    QDir(Folder.path()).mkdir(u"roadmap"_s);
     m_folders.InstallRoadMap();
     m_host->OpenRoadMap(false);
     m_host->SetBody(mars);

@@ -6,6 +6,7 @@
 #include "roadmap/core/CormppCheck.h"
 #include "roadmap/core/MappleDataCheck.h"
 #include "tests/TestFile.h"
+#include "tests/TestHost.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -49,10 +50,9 @@ TEST(Install, PutsTheNewestPlaceListWhereItCan)
 
 TEST(Install, OffersTheRoadMapWhileItsDataAreThere)
 {
-    const QTemporaryDir folder;
+    CTestHost machine;
     DataFolders folders;
     folders.UseShipped(QStringLiteral(KIV_SOURCE_DATA));
-    folders.User = folder.filePath(u"user/"_s);
     folders.InstallRoadMap();
     EXPECT_EQ(CCormppCheck::CheckCorMppInstalled(), 1);
     EXPECT_EQ(CMappleDataCheck::CheckMappleDataInstalled(), 1);
@@ -63,10 +63,10 @@ TEST(Install, OffersTheRoadMapWhileItsDataAreThere)
     map.SetScale(1000000);
     EXPECT_TRUE(map.Search(true, u"天文台"_s));
 
-    folders.Shipped = folder.filePath(u"elsewhere/"_s);
+    folders.Shipped = machine.Path(u"elsewhere/"_s);
     folders.InstallRoadMap();
     EXPECT_EQ(CMappleDataCheck::CheckMappleDataInstalled(), 0) << "the data are gone";
-    folders.User = u"/proc/"_s;
-    folders.InstallRoadMap();
+    machine.Use({machine.Settings(), u"/proc/components.xml"_s, QString()});
+    EXPECT_EQ(folders.InstallRoadMap(), u"/proc/components.xml"_s);
     EXPECT_EQ(CCormppCheck::CheckCorMppInstalled(), 0);
 }

@@ -1,7 +1,6 @@
 // The main window, the guide and the command line, as a user meets them.
 
 #include "city/ControlIds.h"
-#include "host/dialog/Help.h"
 #include "host/dialog/ScreenFit.h"
 #include "host/observer/BodyTable.h"
 #include "planetarium/Guide.h"
@@ -214,8 +213,7 @@ TEST_F(PlanetariumStory, AnInstantIsEnteredInTheTimeThatIsShown)
 class GuideStory : public PlanetariumStory
 {
 protected:
-    GuideStory() { Guide::Install(QStringLiteral(KIV_SOURCE_DATA) + u"../docs/guide.ja.md"_s); }
-    ~GuideStory() override { Help::SetProvider({}); }
+    GuideStory() { Guide::Install(Machine.Context(), QStringLiteral(KIV_SOURCE_DATA) + u"../docs/guide.ja.md"_s); }
 
     static CGuideWindow* Shown()
     {
@@ -273,7 +271,7 @@ TEST_F(GuideStory, OpensAtTheDialogsPageHasContentsAndASearchAndEscClosesIt)
 
 TEST_F(GuideStory, SaysThatItsFileIsMissing)
 {
-    Guide::Install(Folder.filePath(u"guide.ja.md"_s));
+    Guide::Install(Machine.Context(), Folder.filePath(u"guide.ja.md"_s));
     Start();
     Prompts.Expect(("使い方のファイル（guide.ja.md）が見つかりません。\n「" + Folder.path().toStdString() +
                     "」にあるかどうか、確認してください。")

@@ -67,7 +67,7 @@ TEST_F(WriteFailureStory, AnInitialPlaceThatCannotBeStoredSaysSoAtOnceAndIsStore
     Start();
     OpenSite();
     QTest::qWait(1200); // what the start has to keep
-    CRegistry::Flush();
+    Machine.Context().Settings().Save();
     const QByteArray before = SettingsFile();
     EXPECT_TRUE(before.contains("Site4"));
     {

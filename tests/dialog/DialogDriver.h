@@ -1,0 +1,55 @@
+#pragma once
+
+#include "host/dialog/KivDialog.h"
+#include "tests/TestFile.h"
+#include "tests/TestHost.h"
+#include "tests/dialog/Doubles.h"
+
+#include <QTest>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+/// What every test of a window needs: the host's side in a temporary folder, prompts that are expected, and what a
+/// user does to a dialog.
+class CDialogDriver : public testing::Test
+{
+protected:
+    CDialogDriver() { Machine.Context().Prompts = &Prompts; }
+
+    /// Text of a box, a label, a group or a button; empty for anything else.
+    [[nodiscard]] static std::string TextOf(const CKivDialog& dialog, int id);
+    static void Click(QWidget* item);
+    /// Types over what a box holds.
+    static void Type(const CKivDialog& dialog, int id, const char* text);
+    /// Puts a text in place of what a box holds through the clipboard.
+    static void Paste(const CKivDialog& dialog, int id, const QString& text);
+    /// Presses a key where the focus is.
+    static void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    static void ClickSpin(const CKivDialog& dialog, int id, bool up);
+    /// The wheel over a point of a window, in eighths of a degree.
+    static void Wheel(QWidget& window, QPoint point, int delta, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    /// Lets the windows settle: queued calls, layout, painting.
+    static void Settle();
+
+    /// Runs a dialog and the steps inside its modal loop; a dialog that the steps leave open is cancelled.
+    template <typename Dialog, typename Steps> static int RunModal(Dialog& dialog, Steps steps)
+    {
+        QTimer::singleShot(0, &dialog, [&] {
+            EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
+            steps();
+            if (dialog.isVisible())
+                dialog.reject();
+        });
+        return dialog.DoModal();
+    }
+
+    /// Settings; "(none)" and -77 for an absent one.
+    [[nodiscard]] static std::string StoredText(const char* section, const char* name);
+    [[nodiscard]] static int Stored(const char* section, const char* name);
+    static void Store(const char* section, const char* name, const QString& value);
+
+    CTestHost Machine;
+    const QTemporaryDir& Folder = Machine.Folder;
+    CExpectedPrompts Prompts;
+};

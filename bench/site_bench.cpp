@@ -497,8 +497,7 @@ public:
 
 private:
     QTemporaryDir m_folder;
-    CHostContext m_context{
-        {m_folder.filePath(u"settings.ini"_s), m_folder.filePath(u"components.xml"_s), QString()}};
+    CHostContext m_context{{m_folder.filePath(u"settings.ini"_s), m_folder.filePath(u"components.xml"_s), QString()}};
     CDlgMapple m_dialog{nullptr};
 };
 

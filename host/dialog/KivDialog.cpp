@@ -1,10 +1,10 @@
 #include "host/dialog/KivDialog.h"
 
 #include "host/dialog/HeldKey.h"
-#include "host/system/HostContext.h"
 #include "host/dialog/ScreenFit.h"
 #include "host/dialog/TemplateLoader.h"
 #include "host/dialog/ThemedControls.h"
+#include "host/system/HostContext.h"
 #include "host/system/InvalidArgument.h"
 
 #include <QApplication>
@@ -156,7 +156,8 @@ void CKivDialog::ConnectMessages()
     connectButton(IdOk, &CKivDialog::OnOK);
     connectButton(IdCancel, &CKivDialog::OnCancel);
     if (auto* button = Item<QAbstractButton>(IdHelp))
-        connect(button, &QAbstractButton::clicked, this, [this] { CHostContext::Current().ShowHelp(this, m_templateNumber); });
+        connect(button, &QAbstractButton::clicked, this,
+                [this] { CHostContext::Current().ShowHelp(this, m_templateNumber); });
 }
 
 void CKivDialog::RunHandler(const MessageEntry& entry, int argument)

@@ -1,8 +1,7 @@
 #include "host/dialog/Prompts.h"
 
-#include "host/system/HostContext.h"
-
 #include "host/dialog/HeldKey.h"
+#include "host/system/HostContext.h"
 
 #include <QFileDialog>
 #include <QGuiApplication>

@@ -1,8 +1,8 @@
 #include "core_test.h"
-#include "tests/TestHost.h"
 #include "host/system/ComponentStore.h"
 #include "roadmap/core/CormppCheck.h"
 #include "roadmap/core/MappleDataCheck.h"
+#include "tests/TestHost.h"
 
 #include <QTemporaryDir>
 

@@ -1,5 +1,4 @@
 #include "core_test.h"
-#include "tests/TestHost.h"
 #include "host/observer/BodyTable.h"
 #include "host/system/Registry.h"
 #include "host/text/Number.h"
@@ -10,6 +9,7 @@
 #include "obs/core/Magnification.h"
 #include "obs/core/ObsSettings.h"
 #include "obs/core/SiteLocation.h"
+#include "tests/TestHost.h"
 
 #include <QTemporaryDir>
 

@@ -142,8 +142,7 @@ TEST(PlaceOverlay, EachEditComesBackWhateverEntriesAreThere)
          u"value y/D P 1"},
         {u"{\"action\":\"odd\",\"next\":[{\"action\":\"delete\"}],\"original_name\":\"y\"}", u"value y/D P 1"},
         // The shipped list took a rename over.
-        {u"path x(update Old>A=S), update Abroad>y",
-         u"value x/A P 1; undo; value x/A Q 1; folder y B"},
+        {u"path x(update Old>A=S), update Abroad>y", u"value x/A P 1; undo; value x/A Q 1; folder y B"},
         // Undone edits leave nothing behind that the next ones meet.
         {u"", u"add y/D X; add y/X Y; delete y/X; delete y; undo; value y/Y Y2 1; undo; undo; value y/Y Y3 1"},
     };

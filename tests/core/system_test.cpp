@@ -1,9 +1,9 @@
 #include "core_test.h"
-#include "tests/TestHost.h"
 #include "host/observer/CommonCoordFormat.h"
 #include "host/observer/KPDateObs.h"
 #include "host/system/CommonFile.h"
 #include "host/system/Registry.h"
+#include "tests/TestHost.h"
 
 #include <QDir>
 #include <QTemporaryDir>

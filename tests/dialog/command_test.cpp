@@ -114,7 +114,6 @@ protected:
         CRegistry::Write(u"Dialog\\Command"_s, u"Command"_s, last);
     }
 
-    
     QWidget m_parent;
     QStringList m_lines;
     CCorKiv m_engine;

@@ -1,7 +1,7 @@
 #include "tools/AddressMaker.h"
 
-#include "host/text/CodePage932.h"
 #include "host/text/Number.h"
+#include "host/text/PlaceListFormat.h"
 
 #include <QFile>
 #include <QHash>
@@ -18,7 +18,7 @@ namespace
 {
 constexpr double MunicipalityReach = 0.15; // degrees from its office within which a town is looked for
 constexpr int TownRank = 3;
-const QString Japan = u"@日本"_s;
+const QString Japan = u"日本"_s;
 
 QByteArray Line(const QString& address, const QString& name, int rank, qint64 population, double latitude,
                 double longitude)
@@ -52,14 +52,6 @@ CAddressMaker::CAddressMaker(const QString& packages, const QString& list)
 
 void CAddressMaker::ReadList(const QString& path)
 {
-    enum Column
-    {
-        Name = 0,
-        Longitude = 1,
-        Latitude = 2,
-        Kind = 7,
-        ColumnCount = 8
-    };
     constexpr int CityKind = 2;
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
@@ -68,22 +60,19 @@ void CAddressMaker::ReadList(const QString& path)
     bool isInJapan = false;
     QString prefecture;
     for (const QByteArray& bytes : file.readAll().split('\n')) {
-        const QString line = CodePage932::Decode(bytes).trimmed();
-        if (line.startsWith(u"@@")) {
-            prefecture = line.mid(2);
-        } else if (line.startsWith(u'@')) {
-            isInJapan = line == Japan || (isInJapan && line == u"@");
+        const QByteArrayView line = QByteArrayView(bytes).trimmed();
+        const qsizetype marks = PlaceListFormat::CountMarks(line);
+        if (marks == 1) {
+            isInJapan = PlaceListFormat::DecodeName(line.sliced(1)) == Japan;
+        } else if (marks == 2) {
+            prefecture = PlaceListFormat::DecodeName(line.sliced(2));
         }
-        const QStringList fields = line.split(u',');
-        if (!isInJapan || fields.size() < ColumnCount) {
+        PlaceValues place;
+        if (!isInJapan || !PlaceListFormat::ParsePlace(line, place)) {
             continue;
         }
-        const QString name = fields[Name].trimmed();
-        const int rank = Number::LeadingInt(fields[Kind]) == CityKind   ? 0
-                         : name.endsWith(u'市') || name.endsWith(u'区') ? 1
-                                                                        : 2;
-        m_municipalities.push_back({prefecture, name, rank, Number::LeadingDouble(fields[Longitude]),
-                                    Number::LeadingDouble(fields[Latitude])});
+        const int rank = place.Kind == CityKind ? 0 : place.Name.endsWith(u'市') || place.Name.endsWith(u'区') ? 1 : 2;
+        m_municipalities.push_back({prefecture, place.Name, rank, place.Longitude, place.Latitude});
     }
 }
 

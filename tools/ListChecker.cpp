@@ -2,12 +2,10 @@
 
 #include "host/text/CodePage932.h"
 #include "host/text/Number.h"
+#include "host/text/PlaceListFormat.h"
 #include "tools/CsvTable.h"
 
-#include <QRegularExpression>
-
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 using namespace Qt::StringLiterals;
@@ -16,18 +14,7 @@ namespace
 {
 constexpr int MostPlaces = 10000;
 constexpr int MostFolders = 2000; // the root included
-constexpr int NameWidth = 40;
 constexpr int LastKind = 7;
-
-/// Everything after the name, as the format prints it: widths, letters and blanks.
-const QRegularExpression& ValuePattern()
-{
-    static const QRegularExpression pattern(
-        u"^,(?<lon>(?=.{11}[EW],) *\\d{1,3}\\.\\d{7})(?<ew>[EW]),(?<lat>(?=.{10}[NS],) *\\d{1,2}\\.\\d{7})(?<ns>[NS]),"
-        "(?<alt>(?=.{7},) *-?\\d+),(?<zone>[+-]\\d\\d\\.\\d\\d), (?<auto>[01]),(?<edited> \\d|\\d\\d),"
-        "(?<kind> \\d|\\d\\d)$"_s);
-    return pattern;
-}
 } // namespace
 
 CListChecker::CListChecker(const QString& tables)
@@ -81,7 +68,7 @@ std::vector<ListFault> CListChecker::Check(const QByteArray& bytes)
         } else {
             line.chop(1);
         }
-        isHeader = isHeader && line.startsWith('#');
+        isHeader = isHeader && line.startsWith(PlaceListFormat::CloseMark);
         if (!isHeader) {
             CheckLine(line);
         }
@@ -102,15 +89,15 @@ void CListChecker::CheckLine(QByteArrayView line)
 {
     if (line.isEmpty()) {
         Fault(u"empty line"_s);
-    } else if (line == "#") {
+    } else if (line == QByteArrayView(&PlaceListFormat::CloseMark, 1)) {
         if (m_open.size() == 1) {
             Fault(u"closes a folder that is not open"_s);
         } else {
             m_open.pop_back();
         }
-    } else if (line.startsWith('#')) {
+    } else if (line.startsWith(PlaceListFormat::CloseMark)) {
         Fault(u"more than the closing sign on a closing line"_s);
-    } else if (line.startsWith('@')) {
+    } else if (line.startsWith(PlaceListFormat::FolderMark)) {
         CheckFolder(line);
     } else {
         CheckPlace(line);
@@ -140,10 +127,7 @@ QString CListChecker::CheckName(QByteArrayView bytes)
 void CListChecker::CheckFolder(QByteArrayView line)
 {
     ++m_folderCount;
-    qsizetype level = 0;
-    while (level < line.size() && line[level] == '@') {
-        ++level;
-    }
+    const qsizetype level = PlaceListFormat::CountMarks(line);
     if (level != static_cast<qsizetype>(m_open.size())) {
         Fault(u"folder of level %1 inside level %2"_s.arg(level).arg(m_open.size() - 1));
     }
@@ -157,32 +141,26 @@ void CListChecker::CheckPlace(QByteArrayView line)
     if (m_open.size() == 1) {
         Fault(u"the place is in no folder"_s);
     }
-    if (line.size() < NameWidth) {
-        Fault(u"the line is too short"_s);
+    PlaceValues place;
+    if (!PlaceListFormat::ParsePlace(line, place)) {
+        Fault(u"the line is no place"_s);
         return;
     }
-    QByteArrayView nameBytes = line.first(NameWidth);
-    while (nameBytes.endsWith(' ')) {
-        nameBytes.chop(1);
-    }
-    const QString name = CheckName(nameBytes);
-    const QRegularExpressionMatch values = ValuePattern().match(QString::fromLatin1(line.sliced(NameWidth)));
-    if (!values.hasMatch()) {
+    const QString name = CheckName(line.first(line.indexOf(',')).trimmed());
+    QByteArray printed;
+    PlaceListFormat::AppendPlace(printed, place.Name, place);
+    if (printed != line.toByteArray() + "\r\n") {
         Fault(u"the fields after the name are not as the format prints them"_s);
-        return;
     }
-    const auto number = [&values](QStringView field) { return Number::LeadingDouble(values.captured(field)); };
-    const double longitude = number(u"lon") * (values.captured(u"ew") == u"W" ? -1.0 : 1.0);
-    const double latitude = number(u"lat") * (values.captured(u"ns") == u"S" ? -1.0 : 1.0);
-    CheckPosition(longitude, latitude);
-    if (const double altitude = number(u"alt"); altitude < -500.0 || altitude > 9000.0) {
+    CheckPosition(place.Longitude, place.Latitude);
+    if (place.Altitude < -500.0 || place.Altitude > 9000.0) {
         Fault(u"no such height on the Earth"_s);
     }
-    CheckZone(number(u"zone"), longitude, latitude, name);
-    if (number(u"edited") != 0.0) {
+    CheckZone(place.TimeZone, place.Longitude, place.Latitude, name);
+    if (place.IsUserEdited != 0) {
         Fault(u"a shipped place is not edited by the user"_s);
     }
-    if (number(u"kind") > LastKind) {
+    if (place.Kind > LastKind || place.Kind < 0) {
         Fault(u"unknown kind"_s);
     }
 }

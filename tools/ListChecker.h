@@ -15,7 +15,8 @@ struct ListFault
     QString Reason;
 };
 
-/// Checks a place list byte by byte, on its own: it shares no code with the readers and writers of the list.
+/// Checks a place list line by line: each must be what the writer makes of its values, and the values must be true of
+/// the Earth.
 class CListChecker
 {
 public:

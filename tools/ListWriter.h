@@ -1,19 +1,6 @@
 #pragma once
 
-#include <QByteArray>
-#include <QString>
-
-/// A place as the list file shows it.
-struct ListPlace
-{
-    QString Name;
-    double Longitude = 0.0; ///< degrees, east positive
-    double Latitude = 0.0;  ///< degrees, north positive
-    int Altitude = 0;       ///< metres
-    double TimeZone = 0.0;  ///< hours east of UTC, standard time
-    bool IsAutoAltitude = false;
-    int Kind = 0; ///< index of the globe map's landmark layer
-};
+#include "host/text/PlaceListFormat.h"
 
 /// Builds the bytes of a list file: code page 932, CR LF.
 class CListWriter
@@ -22,7 +9,7 @@ public:
     void Comment(const QString& text);
     void OpenFolder(const QString& name);
     void CloseFolder();
-    void Place(const ListPlace& place);
+    void Place(const PlaceValues& place);
 
     [[nodiscard]] const QByteArray& Bytes() const { return m_bytes; }
     [[nodiscard]] int PlaceCount() const { return m_placeCount; }

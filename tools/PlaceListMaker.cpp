@@ -84,9 +84,9 @@ CPlaceListMaker::Candidate CPlaceListMaker::MakeCandidate(const GeoPlace& place,
     candidate.Place = {.Name = name,
                        .Longitude = place.Longitude,
                        .Latitude = place.Latitude,
-                       .Altitude = altitude,
+                       .Altitude = static_cast<double>(altitude),
                        .TimeZone = StandardOffset(place.ZoneName),
-                       .IsAutoAltitude = true,
+                       .IsAutoAltitude = 1,
                        .Kind = kind};
     candidate.Population = place.Population;
     candidate.Id = place.Id;
@@ -222,9 +222,9 @@ void CPlaceListMaker::CollectTables()
             candidate.Place = {.Name = row[1],
                                .Longitude = Number::LeadingDouble(row[3]),
                                .Latitude = Number::LeadingDouble(row[2]),
-                               .Altitude = Number::LeadingInt(row[4]),
+                               .Altitude = static_cast<double>(Number::LeadingInt(row[4])),
                                .TimeZone = StandardOffset(row[5]),
-                               .IsAutoAltitude = false,
+                               .IsAutoAltitude = 0,
                                .Kind = table.Kind};
             groups.back().second.push_back(candidate);
         }

@@ -26,7 +26,7 @@ public:
 private:
     struct Candidate
     {
-        ListPlace Place;
+        PlaceValues Place;
         QString Division; ///< Japanese name of the first-level division, may be empty
         qint64 Population = 0;
         int Rank = 0; ///< order in the folder before population counts

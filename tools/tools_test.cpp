@@ -61,7 +61,7 @@ TEST(ListChecker, FindsEachFault)
         {"+09.00", "+09.10", "4: no such time zone"},
         {" 1, 0, 1\r", " 1, 0, 8\r", "4: unknown kind"},
         {" 1, 0, 1\r", " 1, 1, 1\r", "4: a shipped place is not edited by the user"},
-        {" 1, 0, 1\r", " 1, 0\r", "4: the fields after the name are not as the format prints them"},
+        {" 1, 0, 1\r", " 1, 0\r", "4: the line is no place"},
         {" 1, 0, 1\r\n", " 1, 0, 1\n", "4: the line does not end in CR LF"},
         {" 1, 0, 1\r\n", " 1, 0, 1\r\n\r\n", "5: empty line"},
         {" 1, 0, 1\r\n", " 1, 0, 1\r\n" + twice, "5: the folder has the name twice: 三鷹市"},

@@ -13,7 +13,7 @@ namespace
 QString ValuesText(const QString& data)
 {
     CCityList place;
-    PlaceFormat::ParseDataString(data, place);
+    PlaceData::Parse(data, place);
     return (place.Longitude < 0 ? u"西経"_s : u"東経"_s) + Number::Format("%.4f", std::fabs(place.Longitude)) +
            (place.Latitude < 0 ? u"度 南緯"_s : u"度 北緯"_s) + Number::Format("%.4f", std::fabs(place.Latitude)) +
            Number::Format("度 標高 %.0fm タイムゾーン %+.2f 時間", place.Altitude, place.TimeZone);

@@ -105,18 +105,18 @@ std::unique_ptr<CPlaceList::CContents> CPlaceList::Reload()
 void CPlaceList::GetCityString(const CPlaceItem* item, QString& out) const
 {
     QByteArray line;
-    PlaceFormat::AppendListLine(line, item->Text(), Place(item->Data()));
+    PlaceListFormat::AppendPlace(line, item->Text(), Place(item->Data()));
     out = CodePage932::Decode(line);
 }
 
 QString CPlaceList::GetLocationData(int placeIndex) const
 {
-    return PlaceFormat::DataString(Place(placeIndex));
+    return PlaceData::Format(Place(placeIndex));
 }
 
 void CPlaceList::SetLocationData(int placeIndex, const QString& data)
 {
-    PlaceFormat::ParseDataString(data, Place(placeIndex));
+    PlaceData::Parse(data, Place(placeIndex));
 }
 
 bool CPlaceList::RefreshUserObs()
@@ -142,25 +142,23 @@ QByteArray CPlaceList::UserListBytes() const
     const CPlaceItem* item = m_tree.Root();
     while (item) {
         if (item->IsFolder()) {
-            if (depth > 0) {
-                bytes.append(depth, '@');
-                bytes.append(CodePage932::Encode(item->Text())).append("\r\n");
-            }
+            if (depth > 0)
+                PlaceListFormat::AppendFolder(bytes, depth, item->Text());
             if (item->FirstChild()) {
                 item = item->FirstChild();
                 ++depth;
                 continue;
             }
             if (depth > 0)
-                bytes.append("#\r\n");
+                PlaceListFormat::AppendClose(bytes);
         } else
-            PlaceFormat::AppendListLine(bytes, item->Text(), Place(item->Data()));
+            PlaceListFormat::AppendPlace(bytes, item->Text(), Place(item->Data()));
 
         while (item && !item->Next()) {
             item = item->Parent();
             --depth;
             if (item && depth > 0)
-                bytes.append("#\r\n");
+                PlaceListFormat::AppendClose(bytes);
         }
         if (item)
             item = item->Next();

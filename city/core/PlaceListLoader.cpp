@@ -10,9 +10,6 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-constexpr char FolderMark = '@';
-constexpr char CloseMark = '#';
-
 /// The line without white space in front, the ideographic space (0x8140) included.
 QByteArrayView WithoutLeadingBlanks(QByteArrayView line)
 {
@@ -82,7 +79,7 @@ private:
         qint64 start = m_file.Position();
         qsizetype sampleLength = 0;
         while (m_file.ReadLine(line)) {
-            if (!line.startsWith(CloseMark)) {
+            if (!line.startsWith(PlaceListFormat::CloseMark)) {
                 sampleLength = CodePage932::Decode(line).size();
                 break;
             }
@@ -98,9 +95,9 @@ private:
     void TakeLine(const QByteArray& line)
     {
         const QByteArrayView text = WithoutLeadingBlanks(line);
-        if (text.startsWith(FolderMark))
-            AddFolder(text);
-        else if (text.startsWith(CloseMark))
+        if (const qsizetype marks = PlaceListFormat::CountMarks(text); marks > 0)
+            AddFolder(marks, text.sliced(marks));
+        else if (text.startsWith(PlaceListFormat::CloseMark))
             m_level = std::max(m_level - 1, 0);
         else
             AddPlace(text);
@@ -114,14 +111,11 @@ private:
         }
     }
 
-    void AddFolder(QByteArrayView text)
+    void AddFolder(qsizetype marks, QByteArrayView nameBytes)
     {
-        qsizetype marks = 0;
-        while (marks < text.size() && text[marks] == FolderMark)
-            ++marks;
         const int level = static_cast<int>(std::min<qsizetype>(marks, std::numeric_limits<int>::max()));
         CTagList& folder = m_list.NextFolder();
-        const QString name = WithoutTrailingBlanks(PlaceFormat::DecodeName(text.sliced(marks)));
+        const QString name = WithoutTrailingBlanks(PlaceListFormat::DecodeName(nameBytes));
         CPlaceItem* item = m_list.m_tree.Append(LastUpTo(level - 1).Item, name, CPlaceItem::FolderData);
         folder = {item, level, name};
         m_levels[level] = {item, m_list.m_tables.FolderCount};
@@ -132,7 +126,7 @@ private:
     void AddPlace(QByteArrayView text)
     {
         CCityList place;
-        if (!PlaceFormat::ParseListLine(text, place))
+        if (!PlaceListFormat::ParsePlace(text, place))
             return;
         CCityList& record = m_list.NextPlace();
         place.TagIndex = LastUpTo(m_level).Index;

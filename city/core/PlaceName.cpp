@@ -1,6 +1,7 @@
 #include "city/core/PlaceName.h"
 
 #include "host/text/CodePage932.h"
+#include "host/text/PlaceListFormat.h"
 
 #include <algorithm>
 #include <array>
@@ -52,7 +53,7 @@ QString PlaceName::Complaints(const QString& name, const QString& caption)
     QString complaints;
     if (name.contains(u','))
         complaints += caption + u"には半角のコンマ「,」を使えません。全角の「，」などを使ってください。\n"_s;
-    if (name.startsWith(u'@') || name.startsWith(u'#'))
+    if (PlaceListFormat::BeginsWithMark(name))
         complaints += caption + u"の先頭には半角の「@」と「#」を使えません。\n"_s;
     if (std::any_of(name.begin(), name.end(), IsControl))
         complaints += caption + u"には改行やタブなどの制御文字を使えません。\n"_s;

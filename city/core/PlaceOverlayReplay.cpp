@@ -73,7 +73,7 @@ CPlaceItem* CPlaceOverlay::AddTreeViewFromContextData(CPlaceItem* parent, const 
     if (values.IsFolder)
         return m_list.Tree().InsertAfter(parent, after, name, CPlaceItem::FolderData);
     CCityList place;
-    PlaceFormat::ParseDataString(values.Data, place);
+    PlaceData::Parse(values.Data, place);
     return m_list.Tree().InsertAfter(parent, after, name, m_list.AddPlaceRecord(place));
 }
 

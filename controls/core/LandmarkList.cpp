@@ -1,7 +1,6 @@
 #include "controls/core/LandmarkList.h"
 
-#include "host/text/CodePage932.h"
-#include "host/text/Number.h"
+#include "host/text/PlaceListFormat.h"
 
 #include <QFile>
 
@@ -15,8 +14,6 @@ namespace
 {
 constexpr qint64 LargestFile = 16LL << 20;
 constexpr std::size_t MostPlaces = 20000;
-constexpr qsizetype LongestName = 40;
-constexpr qsizetype FieldCount = 8;
 
 // How far a kind stands back behind the cities: a place further down the list of a weightier kind is shown with the
 // first ones of a lighter kind.
@@ -25,42 +22,17 @@ constexpr std::array<double, LandmarkKind::Count> KindWeight = {0.5, 6, 0, 3, 3.
 // How much a folder's length counts beside a place's rank in it.
 constexpr double FolderWeight = 0.5;
 
-std::optional<double> Angle(QByteArrayView field, char negative, double limit)
-{
-    if (field.size() < 2)
-        return std::nullopt;
-    const char letter = field.back();
-    const double value = Number::LeadingDouble(field.chopped(1));
-    if (!std::isfinite(value) || std::abs(value) > limit)
-        return std::nullopt;
-    return (letter | 0x20) == (negative | 0x20) ? -value : value;
-}
-
 std::optional<Landmark> ParseLine(QByteArrayView line)
 {
-    std::array<QByteArrayView, FieldCount> fields;
-    for (qsizetype index = 0; index < FieldCount; ++index) {
-        const qsizetype comma = line.indexOf(',');
-        if (comma < 0 && index + 1 < FieldCount)
-            return std::nullopt;
-        fields[static_cast<std::size_t>(index)] = (comma < 0 ? line : line.first(comma)).trimmed();
-        line = comma < 0 ? QByteArrayView() : line.sliced(comma + 1);
-    }
-    const auto longitude = Angle(fields[1], 'W', 360);
-    const auto latitude = Angle(fields[2], 'S', 90);
-    if (!longitude || !latitude || fields[0].isEmpty() || fields[7].isEmpty())
+    PlaceValues values;
+    if (!PlaceListFormat::ParsePlace(line, values) || values.Name.isEmpty() || std::abs(values.Longitude) > 360 ||
+        std::abs(values.Latitude) > 90)
         return std::nullopt;
     Landmark place;
-    place.Name = CodePage932::Decode(fields[0].first(std::min(fields[0].size(), LongestName))).trimmed();
-    // A name cut in the middle of a character ends with its first byte.
-    while (place.Name.endsWith(QChar(QChar::ReplacementCharacter)))
-        place.Name.chop(1);
-    if (place.Name.isEmpty())
-        return std::nullopt;
-    place.Position = {WrapLongitude(*longitude), *latitude};
+    place.Name = values.Name;
+    place.Position = {WrapLongitude(values.Longitude), values.Latitude};
     place.Direction = ToVector(place.Position);
-    const int kind = Number::LeadingInt(fields[7]);
-    place.Kind = kind >= 0 && kind < LandmarkKind::Count ? kind : LandmarkKind::Other;
+    place.Kind = values.Kind >= 0 && values.Kind < LandmarkKind::Count ? values.Kind : LandmarkKind::Other;
     return place;
 }
 } // namespace
@@ -89,9 +61,9 @@ std::vector<Landmark> LandmarkList::Parse(QByteArrayView bytes)
         const QByteArrayView line = (end < 0 ? bytes : bytes.first(end)).trimmed();
         bytes = end < 0 ? QByteArrayView() : bytes.sliced(end + 1);
         // Folders list their places from the greatest down, so a place counts by its rank in its own folder.
-        if (!line.isEmpty() && line.front() == '@')
+        if (!line.isEmpty() && line.front() == PlaceListFormat::FolderMark)
             closeFolder();
-        if (line.isEmpty() || line.front() == '#' || line.front() == '@')
+        if (line.isEmpty() || line.front() == PlaceListFormat::CloseMark || line.front() == PlaceListFormat::FolderMark)
             continue;
         std::optional<Landmark> place = ParseLine(line);
         if (!place)

@@ -18,7 +18,7 @@ namespace
 QByteArray ListLine(const QString& name, const CCityList& place)
 {
     QByteArray line;
-    PlaceFormat::AppendListLine(line, name, place);
+    PlaceListFormat::AppendPlace(line, name, place);
     return line;
 }
 
@@ -183,7 +183,7 @@ TEST(PlaceList, ReadsFieldsLeniently)
         // clang-format on
         CCityList place;
         place.Name = u"kept"_s;
-        EXPECT_EQ(PlaceFormat::ParseListLine(row.Line, place), !row.Record.startsWith(u"kept"_s));
+        EXPECT_EQ(PlaceListFormat::ParsePlace(row.Line, place), !row.Record.startsWith(u"kept"_s));
         EXPECT_TRUE(RecordText(place) == row.Record)
             << row.Line.left(60).constData() << RecordText(place).left(60).toStdString();
     }

@@ -18,9 +18,6 @@ using Notice = CKivDialog::Notice;
 
 namespace
 {
-/// Guards the automatic-altitude radio; shared by all dialogs and left set once terrain data turned out to be missing.
-bool AltitudeModeBusy = false;
-
 /// The controls of each box, and the one whose caret is restored after it: latitude minutes restore the caret of the
 /// longitude minutes, on purpose.
 struct BoxControls
@@ -220,12 +217,12 @@ void CSiteEntry::CheckManualAltitude()
 
 void CSiteEntry::OnRdAltAuto()
 {
-    if (AltitudeModeBusy) {
+    if (m_module.AltitudeModeBusy) {
         if (TerrainMissing != 0)
             CheckManualAltitude();
         return;
     }
-    AltitudeModeBusy = true;
+    m_module.AltitudeModeBusy = true;
     if (m_model.LandscapeIndexFile.isEmpty()) {
         CheckManualAltitude();
         m_model.Fields.AltitudeMode = 1;
@@ -241,5 +238,5 @@ void CSiteEntry::OnRdAltAuto()
     }
     TellAltitudeMode();
     UpdateValue();
-    AltitudeModeBusy = false;
+    m_module.AltitudeModeBusy = false;
 }

@@ -2,6 +2,7 @@
 
 #include "host/dialog/KivDialog.h"
 #include "obs/core/EntryRules.h"
+#include "obs/core/ObsModule.h"
 
 class CSiteModel;
 
@@ -37,5 +38,6 @@ private:
     CKivDialog& m_dialog;
     CSiteModel& m_model;
     std::function<void()> m_updateStatus;
+    CObsModule& m_module = CObsModule::Instance();
     int TerrainMissing = 0; ///< 1 once the message that terrain data are missing was shown
 };

@@ -1,0 +1,7 @@
+#include "obs/core/ObsModule.h"
+
+CObsModule& CObsModule::Instance()
+{
+    static CObsModule module;
+    return module;
+}

@@ -9,8 +9,6 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 
-#include <random>
-
 using namespace Qt::StringLiterals;
 
 namespace
@@ -327,35 +325,5 @@ TEST(PlaceList, AListCutAnywhereIsReadToItsLastWholeLine)
         const QByteArray saved = f.Saved();
         // Whatever the cut leaves of its own line, the lines before it are there unchanged.
         EXPECT_TRUE(saved.startsWith(Example.first(Example.first(cut).lastIndexOf('\n') + 1))) << cut;
-        CListInFolder again;
-        again.Load(saved);
-        EXPECT_EQ(again.Saved(), saved) << cut;
-        EXPECT_EQ(again.TreeText(), f.TreeText()) << cut;
-    }
-}
-
-TEST(PlaceList, SurvivesNoise)
-{
-    std::mt19937 random(1);
-    constexpr char alphabet[] = "@#,\r\n\n \x81\x93\xFA\xE0"
-                                "1E.W-+e\t@@##\0";
-    for (int round = 0; round < 60; ++round) {
-        QByteArray bytes(3000, '\0');
-        for (char& byte : bytes)
-            byte = round % 2 ? static_cast<char>(random()) : alphabet[random() % (sizeof(alphabet) - 1)];
-        CListInFolder f;
-        try {
-            f.Load(bytes);
-        } catch (const CInvalidArgument&) {
-            EXPECT_FALSE(f.List.IsComplete());
-        }
-        const QByteArray saved = f.Saved();
-        EXPECT_EQ(saved == "(refused)", !f.List.IsComplete());
-        CListInFolder once; // what was cut or could not be decoded settles with the first reading
-        once.Load(saved);
-        CListInFolder twice;
-        twice.Load(once.Saved());
-        EXPECT_TRUE(twice.Saved() == once.Saved()) << "round " << round;
-        EXPECT_EQ(twice.TreeText(), once.TreeText()) << "round " << round;
     }
 }

@@ -111,21 +111,6 @@ TEST_F(ObsEntry, TypingFollowsTheRulesOfEachBox)
     }
 }
 
-TEST_F(ObsEntry, AHeldSpinStopsAtItsEnds)
-{
-    Open();
-    for (const auto& [start, arrow, shown] : {std::tuple(88.0, 0, "90"), std::tuple(1.0, 1, "0")}) {
-        Observer.UpdateObsByUI(10.5, start, 39.0);
-        Dialog->InitLocation(1);
-        auto* button = Item(ObsId::SpinLatDeg)->findChildren<QAbstractButton*>().at(arrow);
-        QTest::mousePress(button, Qt::LeftButton);
-        QTest::qWait(900); // the button repeats some times past the end
-        QTest::mouseRelease(button, Qt::LeftButton);
-        EXPECT_EQ(TextOf(ObsId::EditLatDeg), shown);
-        EXPECT_EQ(std::fabs(Observer.GetLatitude()), arrow == 0 ? 90.0 : 0.0);
-    }
-}
-
 TEST_F(ObsEntry, CaretStaysWhereTheUserTypes)
 {
     struct Case

@@ -44,14 +44,35 @@ CCityFixture::CCityFixture()
     EXPECT_TRUE(Engine.Create(CCorKiv::DefaultVariant, &MainWindow, QRect(), 1));
     EXPECT_TRUE(Map.Create(&MainWindow, QRect(), 2));
     WriteFile("kivpel.obs", CodePage932::Encode(List));
-    Dialog = std::make_unique<CDlgCity>(&Engine, &MainWindow);
-    Dialog->Paths = CPlacePaths::InFolder(Folder.path() + u'/');
-    Dialog->SetCorMapPtr(&Map);
+    Renew();
     Dialog->Coordinates.LongitudeHemisphere = Dialog->Coordinates.LatitudeHemisphere = 0;
     Dialog->Coordinates.TimeZoneSign = 0;
     Dialog->Coordinates.LongitudeDegrees = 10;
     Dialog->Coordinates.LatitudeDegrees = 20;
     Transcript.Take();
+}
+
+void CCityFixture::Renew()
+{
+    Dialog = std::make_unique<CDlgCity>(&Engine, &MainWindow);
+    Dialog->Paths = CPlacePaths::InFolder(Folder.path() + u'/');
+    Dialog->SetCorMapPtr(&Map);
+}
+
+void CCityFixture::PutDeletion(const char* folder) const
+{
+    const QString deletion = uR"({"action":"delete","next":"","original_name":"%1"})"_s;
+    const QString below = uR"({"action":"path","type":"node","original_name":"場所","next":[%1]})"_s;
+    const QString element = *folder ? below.arg(deletion.arg(QString::fromUtf8(folder))) : deletion.arg(u"場所"_s);
+    WriteFile("kivpel_user_obs.json", CodePage932::Encode(u'[' + element + u']'));
+}
+
+void CCityFixture::Keys(const char* keys)
+{
+    for (const QString& key : QString::fromUtf8(keys).split(u' ')) {
+        const QKeyCombination combination = QKeySequence(key)[0];
+        Key(combination.key(), combination.keyboardModifiers());
+    }
 }
 
 CCityFixture::~CCityFixture()

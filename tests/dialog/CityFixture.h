@@ -41,6 +41,17 @@ protected:
     void Click(int id) { QTest::mouseClick(Dialog->Item(id), Qt::LeftButton); }
     void Type(int id, const char* text) { CDialogDriver::Type(*Dialog, id, text); }
     [[nodiscard]] std::string TextOf(int id) const { return CDialogDriver::TextOf(*Dialog, id); }
+    /// Presses keys one after the other where the focus is: "Alt+Up F2 Ctrl+Z".
+    static void Keys(const char* keys);
+    /// Expects a question whether to do what cannot be undone outside.
+    void Asks(const char* text, IPrompts::Answer answer = IPrompts::Answer::Ok)
+    {
+        Prompts.Expect(text, IPrompts::Icon::Warning, IPrompts::Buttons::OkCancel, answer);
+    }
+    /// A fresh dialog on the same files.
+    void Renew();
+    /// Puts an overlay that deletes a folder below the root, or the root itself.
+    void PutDeletion(const char* folder) const;
     /// Enabled of the buttons edit, add, delete and save as initial, as letters.
     [[nodiscard]] std::string Enabled() const;
 

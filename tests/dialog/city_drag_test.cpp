@@ -56,8 +56,7 @@ TEST_F(CityDrag, MovesByTheRules)
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(std::string(c.From) + " -> " + c.To);
-        Dialog = std::make_unique<CDlgCity>(&Engine, &MainWindow);
-        Dialog->Paths = CPlacePaths::InFolder(Folder.path() + u'/');
+        Renew();
         Run([&] {
             if (c.Radio >= 0)
                 Choose(c.Radio);
@@ -111,44 +110,37 @@ TEST_F(CityDrag, TakesTheSelectionAlongWithWhatIsMoved)
 
 TEST_F(CityDrag, MovesWithoutAMouse)
 {
-    Run([this] {
-        Select("日本/富士山");
-        Key(Qt::Key_Up, Qt::AltModifier);
-        EXPECT_EQ(TreeText(), "日本(関東(東京 横浜) 富士山 東北(仙台)) 海外(Paris London)");
-        Key(Qt::Key_Right, Qt::AltModifier);
-        EXPECT_EQ(TreeText(), "日本(関東(富士山 東京 横浜) 東北(仙台)) 海外(Paris London)");
-        Key(Qt::Key_Up, Qt::AltModifier); // first already
-        Key(Qt::Key_Right, Qt::AltModifier);
-        Key(Qt::Key_Down, Qt::AltModifier);
-        EXPECT_EQ(TreeText(), "日本(関東(東京 富士山 横浜) 東北(仙台)) 海外(Paris London)");
-        Key(Qt::Key_Left, Qt::AltModifier);
-        EXPECT_EQ(TreeText(), "日本(関東(東京 横浜) 富士山 東北(仙台)) 海外(Paris London)");
-        Key(Qt::Key_Left, Qt::AltModifier);
-        Key(Qt::Key_Left, Qt::AltModifier); // not beside the root
-        EXPECT_EQ(TreeText(), "日本(関東(東京 横浜) 東北(仙台)) 富士山 海外(Paris London)");
-        EXPECT_EQ(Selected(), "富士山");
-
-        Select("日本/東北");
-        Key(Qt::Key_X, Qt::ControlModifier);
-        Select("海外");
-        Choose(MoveToId::RadioInto);
-        Key(Qt::Key_V, Qt::ControlModifier);
-        EXPECT_EQ(TreeText(), "日本(関東(東京 横浜)) 富士山 海外(東北(仙台) Paris London)");
-        Key(Qt::Key_V, Qt::ControlModifier); // once only
-        Select("海外");
-        Key(Qt::Key_X, Qt::ControlModifier);
-        Select("海外/東北");
-        Key(Qt::Key_V, Qt::ControlModifier); // not into itself
-        Select("海外/Paris");
-        Key(Qt::Key_X, Qt::ControlModifier);
-        Key(Qt::Key_Escape); // no longer cut
-        Select("日本");
-        Key(Qt::Key_V, Qt::ControlModifier);
-        EXPECT_EQ(TreeText(), "日本(関東(東京 横浜)) 富士山 海外(東北(仙台) Paris London)");
-        EXPECT_TRUE(Dialog->isVisible());
-        for (int i = 0; i < 7; ++i)
-            Key(Qt::Key_Z, Qt::ControlModifier);
-        EXPECT_EQ(TreeText(), Shipped);
+    struct Step
+    {
+        const char* Select; ///< null: what is selected
+        const char* Keys;
+        const char* Tree;
+    };
+    constexpr char last[] = "日本(関東(東京 横浜)) 富士山 海外(東北(仙台) Paris London)";
+    const Step steps[]{{"日本/富士山", "Alt+Up", "日本(関東(東京 横浜) 富士山 東北(仙台)) 海外(Paris London)"},
+                       {nullptr, "Alt+Right", "日本(関東(富士山 東京 横浜) 東北(仙台)) 海外(Paris London)"},
+                       {nullptr, "Alt+Up Alt+Right", "日本(関東(富士山 東京 横浜) 東北(仙台)) 海外(Paris London)"},
+                       {nullptr, "Alt+Down", "日本(関東(東京 富士山 横浜) 東北(仙台)) 海外(Paris London)"},
+                       {nullptr, "Alt+Left", "日本(関東(東京 横浜) 富士山 東北(仙台)) 海外(Paris London)"},
+                       {nullptr, "Alt+Left Alt+Left",
+                        "日本(関東(東京 横浜) 東北(仙台)) 富士山 海外(Paris London)"}, // not beside the root
+                       {"日本/東北", "Ctrl+X", "日本(関東(東京 横浜) 東北(仙台)) 富士山 海外(Paris London)"},
+                       {"海外", "Ctrl+V", last},
+                       {nullptr, "Ctrl+V", last}, // once only
+                       {"海外", "Ctrl+X", last},
+                       {"海外/東北", "Ctrl+V", last}, // not into itself
+                       {"海外/Paris", "Ctrl+X Esc", last},
+                       {"日本", "Ctrl+V", last}, // no longer cut
+                       {nullptr, "Ctrl+Z Ctrl+Z Ctrl+Z Ctrl+Z Ctrl+Z Ctrl+Z Ctrl+Z", Shipped}};
+    Run([&] {
+        Choose(MoveToId::RadioInto); // asked once, for the folder that is pasted on a folder
+        for (const Step& step : steps) {
+            if (step.Select)
+                Select(step.Select);
+            Keys(step.Keys);
+            EXPECT_EQ(TreeText(), step.Tree) << step.Keys;
+            EXPECT_TRUE(Dialog->isVisible());
+        }
     });
 }
 } // namespace

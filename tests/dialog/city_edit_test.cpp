@@ -102,9 +102,7 @@ TEST_F(CityEdit, AddsPlacesAndFoldersWhereTheSelectionSays)
         u"渋谷                                    ,140.7500000E,35.5000000N,     25,+09.00, 0, 1, 3\r\n"_s))
         << UserList().toStdString();
 
-    // The next dialog shows the same tree.
-    Dialog = std::make_unique<CDlgCity>(&Engine, &MainWindow);
-    Dialog->Paths = CPlacePaths::InFolder(Folder.path() + u'/');
+    Renew();
     Run([this] {
         EXPECT_EQ(TreeText(), "新しい国(港) 日本(関東(東京 渋谷 横浜) 東北(仙台) 富士山) 海外(Paris London)");
     });
@@ -152,9 +150,7 @@ TEST_F(CityEdit, FollowsTheTerrainAfterAMoveAlone)
           Case{CoordinateId::EditAlt, "6", "      6,+09.00, 0, 1, 2"},
           Case{CoordinateId::EditTzHour, "8", "      5,+08.00, 0, 1, 2"}, Case{0, "", "      5,+09.00, 0, 1, 2"}}) {
         QFile::remove(PathOf("kivpel_user_obs.json"));
-        Dialog = std::make_unique<CDlgCity>(&Engine, &MainWindow);
-        Dialog->Paths = CPlacePaths::InFolder(Folder.path() + u'/');
-        Dialog->SetCorMapPtr(&Map);
+        Renew();
         Run([&] {
             Select("日本/関東/横浜");
             EditPlace([&](CEdtCty& editor) {
@@ -171,49 +167,33 @@ TEST_F(CityEdit, FollowsTheTerrainAfterAMoveAlone)
     }
 }
 
-TEST_F(CityEdit, RecordsAFolderThatKeepsItsName)
-{
-    Run([this] {
-        Select("海外");
-        InNext<CEdtFld>([](CEdtFld& editor) {
-            EXPECT_EQ(editor.Name, u"海外"_s);
-            Enter();
-        });
-        Click(CityId::ButtonEdit);
-        Click(CityId::ButtonOk);
-    });
-    EXPECT_TRUE(Overlay().contains(u"\"latest_name\":\"海外\""_s)) << Overlay().toStdString();
-}
-
 TEST_F(CityEdit, DeletesAfterAQuestion)
 {
     Run([this] {
         Select("日本/関東");
-        constexpr char folder[] = "\"関東\"フォルダとこのフォルダに含まれるすべての情報を消去します。";
-        Prompts.Expect(folder, IPrompts::Icon::Warning, IPrompts::Buttons::OkCancel, IPrompts::Answer::Cancel);
-        Key(Qt::Key_Delete);
-        Prompts.Expect(folder, IPrompts::Icon::Warning, IPrompts::Buttons::OkCancel);
-        Key(Qt::Key_Delete);
+        for (const IPrompts::Answer answer : {IPrompts::Answer::Cancel, IPrompts::Answer::Ok}) {
+            EXPECT_EQ(Selected(), "関東");
+            Asks("\"関東\"フォルダとこのフォルダに含まれるすべての情報を消去します。", answer);
+            Key(Qt::Key_Delete);
+        }
         EXPECT_EQ(Selected(), "東北");
         EXPECT_EQ(Enabled(), "ead-");
         Select("海外/London");
-        Prompts.Expect("\"London\"を削除します", IPrompts::Icon::Warning, IPrompts::Buttons::OkCancel);
+        Asks("\"London\"を削除します");
         Key(Qt::Key_Delete);
         EXPECT_EQ(Selected(), "Paris"); // and its values
         EXPECT_EQ(TextOf(CoordinateId::EditLong1), "2");
-        Prompts.Expect("\"Paris\"を削除します", IPrompts::Icon::Warning, IPrompts::Buttons::OkCancel);
+        Asks("\"Paris\"を削除します");
         Key(Qt::Key_Delete);
         EXPECT_EQ(Selected(), "海外");
         EXPECT_EQ(TreeText(), "日本(東北(仙台) 富士山) 海外");
 
-        Key(Qt::Key_Z, Qt::ControlModifier);
+        Keys("Ctrl+Z");
         EXPECT_EQ(Selected(), "Paris");
-        Key(Qt::Key_Z, Qt::ControlModifier);
-        Key(Qt::Key_Z, Qt::ControlModifier);
+        Keys("Ctrl+Z Ctrl+Z");
         EXPECT_EQ(Selected(), "関東");
         EXPECT_EQ(TreeText(), "日本(関東(東京 横浜) 東北(仙台) 富士山) 海外(Paris London)");
-        Key(Qt::Key_Z, Qt::ControlModifier); // nothing is left to undo
-        Key(Qt::Key_Y, Qt::ControlModifier);
+        Keys("Ctrl+Z Ctrl+Y"); // nothing is left to undo
         EXPECT_EQ(TreeText(), "日本(東北(仙台) 富士山) 海外(Paris London)");
         Click(CityId::ButtonOk);
     });
@@ -224,15 +204,13 @@ TEST_F(CityEdit, DeletesAfterAQuestion)
 TEST_F(CityEdit, ResetsToTheShippedListAndLosesTheEdits)
 {
     constexpr char question[] = "都市名データを初期化します。\r\nこれまで編集したデータは全て失われます。";
-    WriteFile("kivpel_user_obs.json",
-              CodePage932::Encode(u"[{\"original_name\":\"場所\",\"action\":\"path\",\"type\":\"node\",\"next\":["
-                                  u"{\"original_name\":\"海外\",\"action\":\"delete\",\"next\":\"\"}]}]"));
+    PutDeletion("海外");
     QFile::setPermissions(PathOf("kivpel.obs"), QFileDevice::ReadOwner | QFileDevice::ReadUser);
     Run([this, question] {
-        Prompts.Expect(question, IPrompts::Icon::Warning, IPrompts::Buttons::OkCancel, IPrompts::Answer::Cancel);
+        Asks(question, IPrompts::Answer::Cancel);
         Click(CityId::ButtonReset);
         Select("日本/富士山");
-        Prompts.Expect(question, IPrompts::Icon::Warning, IPrompts::Buttons::OkCancel);
+        Asks(question);
         Click(CityId::ButtonReset);
         EXPECT_EQ(TreeText(), "日本(関東(東京 横浜) 東北(仙台) 富士山) 海外(Paris London)");
         EXPECT_EQ(Selected(), "");
@@ -240,31 +218,31 @@ TEST_F(CityEdit, ResetsToTheShippedListAndLosesTheEdits)
         // With nothing selected there is nothing to edit or delete, and the root to add to.
         Click(CityId::ButtonEdit);
         Click(CityId::ButtonDel);
-        for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_Left, Qt::Key_Right})
-            QTest::keyClick(Dialog->Item(CityId::Tree), key, Qt::AltModifier);
         Dialog->Item(CityId::Tree)->setFocus();
+        Keys("Alt+Up Alt+Down Alt+Left Alt+Right");
         AddFolder("新規の国");
         EXPECT_EQ(TreeText(), "新規の国 日本(関東(東京 横浜) 東北(仙台) 富士山) 海外(Paris London)");
-        Key(Qt::Key_Z, Qt::ControlModifier);
+        Keys("Ctrl+Z");
         Click(CityId::ButtonOk);
     });
     EXPECT_TRUE(UserList().contains(u"Paris"_s));
     EXPECT_FALSE(Overlay().contains(u"海外"_s)) << Overlay().toStdString();
-}
 
-TEST_F(CityEdit, AddsNothingToATreeWithoutARoot)
-{
-    WriteFile("kivpel_user_obs.json",
-              CodePage932::Encode(u"[{\"original_name\":\"場所\",\"action\":\"delete\",\"next\":\"\"}]"));
-    Run([this] {
-        Prompts.Expect("都市名データを初期化します。\r\nこれまで編集したデータは全て失われます。",
-                       IPrompts::Icon::Warning, IPrompts::Buttons::OkCancel);
+    PutDeletion("");
+    Renew();
+    Run([this, question] {
+        Asks(question);
         Click(CityId::ButtonReset);
         Dialog->Item(CityId::Tree)->setFocus();
-        Key(Qt::Key_Z, Qt::ControlModifier);
+        Keys("Ctrl+Z");
         EXPECT_EQ(Enabled(), "ead-");
-        Click(CityId::ButtonAdd);
+        Click(CityId::ButtonAdd); // to a tree without a root
         EXPECT_EQ(Dialog->Item<CKivTreeCtrl>(CityId::Tree)->model()->rowCount(), 0);
+        QFile::remove(PathOf("kivpel.obs"));
+        Asks(question);
+        Prompts.Expect("地名の一覧のファイル（kivpel.obs）を読み込めないため、初期化できません。",
+                       IPrompts::Icon::Exclamation);
+        Click(CityId::ButtonReset);
     });
 }
 
@@ -293,27 +271,16 @@ TEST_F(CityEdit, AsksInABoxThatWaitsForAKeyOfItsOwn)
     });
 }
 
-TEST_F(CityEdit, SaysWhenThereIsNothingToResetTo)
-{
-    Run([this] {
-        QFile::remove(PathOf("kivpel.obs"));
-        Prompts.Expect("都市名データを初期化します。\r\nこれまで編集したデータは全て失われます。",
-                       IPrompts::Icon::Warning, IPrompts::Buttons::OkCancel);
-        Prompts.Expect("地名の一覧のファイル（kivpel.obs）を読み込めないため、初期化できません。",
-                       IPrompts::Icon::Exclamation);
-        Click(CityId::ButtonReset);
-        EXPECT_EQ(TreeText(), "日本(関東(東京 横浜) 東北(仙台) 富士山) 海外(Paris London)");
-        EXPECT_EQ(Selected(), "場所");
-    });
-}
-
-TEST_F(CityEdit, ReportsAFullTable)
+TEST_F(CityEdit, ShowsWhatThereIsOfAListThatIsTooLongAndAddsNothing)
 {
     QByteArray list = "#PLACE LIST\r\n@A\r\n";
-    for (int i = 0; i < CPlaceList::PlaceTableSize; ++i)
+    for (int i = 0; i <= CPlaceList::PlaceTableSize; ++i)
         list += "P" + QByteArray::number(i) + ",1E,2N,3,+09.00, 0, 0, 2\r\n";
     WriteFile("kivpel.obs", list + "#\r\n");
+    Prompts.Expect("地名の数が上限（10,000 件）を超えているため、超えた分は読み込めません。",
+                   IPrompts::Icon::Exclamation);
     Run([this] {
+        EXPECT_EQ(Messages.last(), u"main 1136 2 0"_s);
         Select("A");
         Prompts.Expect("地名の数が上限（10,000 件）に達したため、追加できません。\n"
                        "不要な地名を「編集」で書き換えてください。",

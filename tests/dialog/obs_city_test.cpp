@@ -92,10 +92,13 @@ TEST_F(ObsCity, TurnsAutomaticAltitudeOffForAPlaceWithItsOwn)
     EXPECT_TRUE(Item<QAbstractButton>(ObsId::RadioAltAuto)->isChecked());
     InCityList([this](CDlgCity& dialog) {
         SelectSite(dialog);
-        Prompts.Expect("西経  10度30分 0.0秒\n南緯  20度30分 0.0秒\n標高 123m\nタイムゾーン - 8時間 0分"
-                       "\n\nを初期値として設定します。",
-                       IPrompts::Icon::Information, IPrompts::Buttons::OkCancel);
-        dialog.Item<QAbstractButton>(CityId::ButtonSetInit)->click();
+        for (const IPrompts::Answer answer : {IPrompts::Answer::Cancel, IPrompts::Answer::Ok}) {
+            EXPECT_EQ(dialog.IsInitialSet, 0);
+            Prompts.Expect("西経  10度30分 0.0秒\n南緯  20度30分 0.0秒\n標高 123m\nタイムゾーン - 8時間 0分"
+                           "\n\nを初期値として設定します。",
+                           IPrompts::Icon::Information, IPrompts::Buttons::OkCancel, answer);
+            dialog.Item<QAbstractButton>(CityId::ButtonSetInit)->click();
+        }
         EXPECT_EQ(StoredText("Default", "location"), "(none)"); // not before the list ends with OK
         dialog.Item<QAbstractButton>(CityId::ButtonOk)->click();
     });
@@ -104,6 +107,7 @@ TEST_F(ObsCity, TurnsAutomaticAltitudeOffForAPlaceWithItsOwn)
     EXPECT_TRUE(Item(ObsId::EditAlt)->isEnabled());
     EXPECT_EQ(Observer.GetHeight(), 123.0);
     EXPECT_EQ(StoredText("Default", "location"), "location(-10.500000, -20.500000, 123.000000)");
+    EXPECT_EQ(StoredText("Default", "time.timezone"), "-8.000000");
 }
 
 TEST_F(ObsCity, AppliesNothingAfterCancel)

@@ -3,7 +3,6 @@
 #include "city/DlgCityMoveTo.h"
 #include "city/EdtCty.h"
 #include "city/EdtFld.h"
-#include "host/dialog/TemplateLoader.h"
 #include "host/dialog/ThemedControls.h"
 #include "tests/dialog/DialogDriver.h"
 
@@ -50,42 +49,6 @@ constexpr char LongSec[] = "経度の秒には 0 から 59.9 までの値を入�
 constexpr char LatDeg[] = "緯度の度には 0 から 90 までの値を入力してください。";
 constexpr char Alt[] = "標高には -9999 から 999999 までの値を入力してください。";
 constexpr char TzHour[] = "タイムゾーンの時には 0 から 14 までの値を入力してください。";
-
-TEST_F(PlaceEditor, HasTemplatesThatCanBeReadAndWorkedByKeyboard)
-{
-    const std::tuple<int, QString, QString> templates[]{
-        {CityId::Template, u"都市名"_s,
-         u"場所(&P)：|経度(&O)：|緯度(&A)：|標高(&V)：|タイムゾーン(&T)：|東経|西経|北緯|南緯|+|-|OK|キャンセル|ヘルプ("
-         u"&H)|"
-         u"編集(&E)...|追加(&N)...|削除(&D)|初期化(&R)|初期値として保存(&I)"_s},
-        {AddCityId::Template, u"場所の追加"_s, u"都市を追加する|フォルダを追加する|OK|キャンセル|ヘルプ(&H)"_s},
-        {EditCityId::Template, u"場所の編集"_s,
-         u"地名(&N)：|経度(&O)：|緯度(&A)：|標高(&E)：|タイムゾーン(&T)：|種類(&Y)：|OK|キャンセル|ヘルプ(&H)"_s},
-        {EditFolderId::Template, u"フォルダの編集"_s, u"フォルダ名(&F)：|OK|キャンセル|ヘルプ(&H)"_s},
-        {MoveToId::Template, u"移動先の選択"_s, u"移動先を指定してください：|OK|キャンセル"_s},
-    };
-    for (const auto& [number, title, labels] : templates) {
-        SCOPED_TRACE(number);
-        const std::unique_ptr<QWidget> content(TemplateLoader::Load(number, nullptr));
-        ASSERT_NE(content, nullptr);
-        EXPECT_EQ(content->windowTitle(), title);
-        QStringList texts;
-        QString mnemonics;
-        for (const QWidget* child : content->findChildren<QWidget*>()) {
-            const QString text = child->property("text").toString();
-            texts += text;
-            if (const qsizetype mark = text.indexOf(u'&'); mark >= 0) {
-                EXPECT_FALSE(mnemonics.contains(text.at(mark + 1))) << text.toStdString();
-                mnemonics += text.at(mark + 1);
-            }
-            const bool isControl = child->property("controlId").isValid() && child->focusPolicy() != Qt::NoFocus;
-            EXPECT_FALSE(isControl && text.isEmpty() && child->accessibleName().isEmpty())
-                << child->objectName().toStdString();
-        }
-        for (const QString& label : labels.split(u'|'))
-            EXPECT_TRUE(texts.contains(label)) << label.toStdString();
-    }
-}
 
 TEST_F(PlaceEditor, ChecksWhileTheUserTypes)
 {

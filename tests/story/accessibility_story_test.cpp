@@ -37,6 +37,15 @@ protected:
             names.insert(name);
         });
         EXPECT_GT(count, 2);
+        QString mnemonics;
+        for (const QWidget* child : window.findChildren<QWidget*>()) {
+            const QString text = child->property("text").toString() + child->property("title").toString();
+            const qsizetype mark = text.indexOf(u'&');
+            if (!child->isVisible() || mark < 0)
+                continue;
+            EXPECT_FALSE(mnemonics.contains(text.at(mark + 1))) << text.toStdString();
+            mnemonics += text.at(mark + 1);
+        }
     }
 
     static QString Told(QWidget& widget, QAccessible::Text kind)

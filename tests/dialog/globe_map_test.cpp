@@ -227,7 +227,7 @@ TEST_F(GlobeMapTest, ListLinesAreReadWithTolerance)
     const QByteArray bytes =
         "# header, with, many, commas, and, so, on, 3\r\n@Folder, 1E, 2N, 3, 4, 5, 6, 7\n" +
         PlaceLine(u"港見台", "139.7500000E,35.6250000N,      0,+09.50, 1, 1, 3") +
-        PlaceLine(u"South", "118.0575000w,33.2500000s,   1742,-08.00, 1, 1,12") +
+        PlaceLine(u"South", "118.0575000W,33.2500000s,   1742,-08.00, 1, 1,12") +
         PlaceLine(u"short", "1.0E,2.0N,0,+00.00, 0, 0") + PlaceLine(u"far", "400.0E,2.0N,0,+00.00, 0, 0, 0") +
         PlaceLine(u"", "1.0E,2.0N,0,+00.00, 0, 0, 0") + PlaceLine(u"below", "1.0E,91.0N,0,+00.00, 0, 0, 0") +
         "#\r\n\r\n,,,,,,,,,\n" + QByteArray(39, 'x') + "\x8A" + ",1E,2N,0,0,0,0,-1";

@@ -8,6 +8,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QWheelEvent>
 
 using namespace Qt::StringLiterals;
@@ -55,6 +56,16 @@ void CDialogDriver::Key(Qt::Key key, Qt::KeyboardModifiers modifiers)
     EXPECT_TRUE(QTest::qWaitFor([] { return QApplication::focusWidget() != nullptr; }, 500));
     ASSERT_NE(QApplication::focusWidget(), nullptr);
     QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+}
+
+void CDialogDriver::Drag(QWidget& widget, QPoint start, QPoint end)
+{
+    QTest::mousePress(&widget, Qt::LeftButton, {}, start);
+    for (const QPoint point : {(start + end) / 2, end}) {
+        QMouseEvent move(QEvent::MouseMove, point, widget.mapToGlobal(point), Qt::NoButton, Qt::LeftButton, {});
+        QApplication::sendEvent(&widget, &move);
+    }
+    QTest::mouseRelease(&widget, Qt::LeftButton, {}, end);
 }
 
 void CDialogDriver::ClickSpin(const CKivDialog& dialog, int id, bool up)

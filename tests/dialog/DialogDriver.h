@@ -26,6 +26,8 @@ protected:
     static void Paste(const CKivDialog& dialog, int id, const QString& text);
     /// Presses a key where the focus is.
     static void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    /// Drags with the left button held.
+    static void Drag(QWidget& widget, QPoint start, QPoint end);
     static void ClickSpin(const CKivDialog& dialog, int id, bool up);
     /// The wheel over a point of a window, in eighths of a degree.
     static void Wheel(QWidget& window, QPoint point, int delta, Qt::KeyboardModifiers modifiers = Qt::NoModifier);

@@ -11,6 +11,9 @@
 #include <functional>
 #include <vector>
 
+/// Events that a control raised, by number.
+using ControlEvents = std::vector<std::pair<int, QVariantList>>;
+
 /// What happened at the dialog's seams, line by line in the order of time.
 class CTranscript
 {

@@ -15,6 +15,8 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
+constexpr int Mars = 5;
+
 class HostRoadMapTest : public CDialogDriver
 {
 protected:
@@ -36,6 +38,13 @@ protected:
                 heard += line;
         }
         return heard.join(u'\n').toStdString();
+    }
+    void OpenRoadMap(bool withObserver)
+    {
+        QDir(Folder.path()).mkdir(u"roadmap"_s);
+        m_folders.InstallRoadMap();
+        m_host->OpenRoadMap(withObserver);
+        Heard();
     }
     void Click(double latitude, double longitude)
     {
@@ -65,14 +74,10 @@ TEST_F(HostRoadMapTest, IsOfferedWhereItIsInstalled)
 
 TEST_F(HostRoadMapTest, FollowsTheObserverAndLeadsIt)
 {
-    constexpr int mars = 5;
-    QDir(Folder.path()).mkdir(u"roadmap"_s);
-    m_folders.InstallRoadMap();
-    m_host->OpenRoadMap(true);
-    Heard();
+    OpenRoadMap(true);
     m_host->MoveObserver(140.0, 36.0, 5.0);
     EXPECT_EQ(Heard(), "R 1(true, 504000000.000000, 129600000.000000)");
-    m_host->SetBody(mars);
+    m_host->SetBody(Mars);
     Heard();
     m_engine.Answers[u"? Location.Altitude"_s] = u"1234.5"_s;
     Click(35.5, 139.75);
@@ -90,11 +95,8 @@ TEST_F(HostRoadMapTest, FollowsTheObserverAndLeadsIt)
 
 TEST_F(HostRoadMapTest, LeadsTheObserverThroughTheEngine)
 {
-    constexpr int mars = 5;
-    QDir(Folder.path()).mkdir(u"roadmap"_s);
-    m_folders.InstallRoadMap();
-    m_host->OpenRoadMap(false);
-    m_host->SetBody(mars);
+    OpenRoadMap(false);
+    m_host->SetBody(Mars);
     Heard();
     m_engine.Answers[u"? Location.Longitude"_s] = u"139.75"_s;
     m_engine.Answers[u"? Location.Latitude"_s] = u"35.5"_s;

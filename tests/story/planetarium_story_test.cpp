@@ -1,7 +1,6 @@
 // The main window, the guide and the command line, as a user meets them.
 
 #include "city/ControlIds.h"
-#include "host/dialog/ScreenFit.h"
 #include "host/observer/BodyTable.h"
 #include "planetarium/Guide.h"
 #include "planetarium/GuideWindow.h"
@@ -104,18 +103,6 @@ TEST_F(PlanetariumStory, TheKeysThatThePanelNamesWorkInTheSiteDialogToo)
     Press(Qt::Key_T, Qt::ControlModifier);
 }
 
-TEST_F(PlanetariumStory, TheSiteDialogComesUpBesideThePanel)
-{
-    const QRect screen(0, 0, 1920, 1080);
-    const QSize size(870, 600);
-    EXPECT_EQ(ScreenFit::Beside({0, 50, 1000, 700}, {600, 99}, size, screen), QPoint(1000, 50)) << "to the right";
-    EXPECT_EQ(ScreenFit::Beside({920, 500, 1000, 700}, {1500, 549}, size, screen), QPoint(50, 480))
-        << "to the left, on screen";
-    EXPECT_EQ(ScreenFit::Beside({300, 50, 1060, 660}, {900, 99}, size, {0, 0, 1600, 1000}), QPoint(30, 99))
-        << "over the sky";
-    EXPECT_EQ(ScreenFit::Beside({0, 0, 800, 600}, {500, 49}, size, {0, 0, 800, 600}), QPoint(0, 0)) << "no room at all";
-}
-
 TEST_F(PlanetariumStory, DeveloperCallsAndTheLogAreForDevelopers)
 {
     Start();
@@ -169,26 +156,20 @@ TEST_F(PlanetariumStory, TheClockRunsQuietlyAndCanBeHeld)
     QObject::connect(&Host().Engine(), &CCorKiv::CommandSent, &Window(), [&eclipseQueries](const QString& line) {
         eclipseQueries += line == u"? Solar.Planet.Earth.SolarEclipse.Path.Visible"_s ? 1 : 0;
     });
-    const auto boxes = Window().centralWidget()->findChildren<QCheckBox*>();
-    ASSERT_EQ(boxes.size(), 1);
-    QCheckBox* box = boxes.constFirst();
+    auto* box = Window().centralWidget()->findChild<QCheckBox*>();
     EXPECT_FALSE(box->isChecked());
     QElapsedTimer real;
     real.start();
     box->click();
     EXPECT_TRUE(Host().IsClockRunning());
-    QTest::qWait(2300);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return Says(u"2032年01月01日  00:00:01"_s); }));
     EXPECT_EQ(TextOf(ObsId::EditLngSec), "12.") << "what is being typed is left alone";
-    EXPECT_TRUE(Says(u"2032年01月01日  00:00:01"_s));
-    EXPECT_NE(Host().Engine().Command(u"? Time"_s), QString());
     box->click();
     const auto gone = begin.msecsTo(Observer().GetInstant());
     EXPECT_NEAR(static_cast<double>(gone), static_cast<double>(real.elapsed()), 100.0);
     EXPECT_FALSE(Window().LogText().contains(u"Time = UT"_s)) << "the clock would bury all else";
     EXPECT_EQ(eclipseQueries, 1) << "at the new day, not at every second";
     EXPECT_FALSE(Host().IsClockRunning());
-    QTest::qWait(1200);
-    EXPECT_EQ(begin.msecsTo(Observer().GetInstant()), gone);
 }
 
 TEST_F(PlanetariumStory, AnInstantIsEnteredInTheTimeThatIsShown)

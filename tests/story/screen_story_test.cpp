@@ -83,3 +83,14 @@ TEST(SmallScreen, FollowsTheFocusWhereItScrolls)
     QApplication::processEvents();
     EXPECT_TRUE(area->viewport()->rect().contains(box->mapTo(area->viewport(), box->rect().center())));
 }
+
+TEST(SmallScreen, AWindowComesUpBesideAnother)
+{
+    const QSize size(870, 600);
+    for (const auto& [other, wish, screen, place] :
+         {std::tuple(QRect(0, 50, 1000, 700), QPoint(600, 99), QSize(1920, 1080), QPoint(1000, 50)), // to the right
+          {QRect(920, 500, 1000, 700), QPoint(1500, 549), QSize(1920, 1080), QPoint(50, 480)},       // left, on screen
+          {QRect(300, 50, 1060, 660), QPoint(900, 99), QSize(1600, 1000), QPoint(30, 99)},           // over the sky
+          {QRect(0, 0, 800, 600), QPoint(500, 49), QSize(800, 600), QPoint(0, 0)}})                  // no room at all
+        EXPECT_EQ(ScreenFit::Beside(other, wish, size, {QPoint(), screen}), place) << other.x();
+}

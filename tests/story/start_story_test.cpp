@@ -4,6 +4,7 @@
 #include "host/observer/BodyTable.h"
 #include "host/system/Registry.h"
 #include "host/text/Number.h"
+#include "tests/TestFile.h"
 #include "tests/story/StoryFixture.h"
 
 #include <QAbstractButton>
@@ -34,30 +35,18 @@ protected:
                               Observer().GetUserTz(), Observer().GetTimeSys())
             .toStdString();
     }
-    QByteArray SettingsFile() const
-    {
-        QFile file(Folder.filePath(u"settings.ini"_s));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
+    QByteArray SettingsFile() const { return ReadFile(Machine.Settings()); }
 };
 
 constexpr auto Tokyo = "body 4: 139.6918 35.6892 39, zone 9.00, system 0";
 
-TEST_F(StartStory, AFirstRunStartsInTokyoAndShowsIt)
+TEST_F(StartStory, AFirstRunStartsInTokyoAndLaterOnesAtTheInitialPlace)
 {
     Start();
     EXPECT_EQ(Where(), Tokyo);
     OpenSite();
     EXPECT_EQ(TextOf(ObsId::EditLngDeg) + ' ' + TextOf(ObsId::EditLngMin) + ' ' + TextOf(ObsId::EditLngSec),
               "139 41 30.4");
-    EXPECT_TRUE(IsChecked(ObsId::RadioNorth));
-    EXPECT_EQ(TextOf(ObsId::EditLatDeg), "35");
-}
-
-TEST_F(StartStory, AFirstRunStartsAtTheInitialPlace)
-{
-    Start();
-    OpenSite();
     PickCity(u"ニューヨーク"_s);
     Prompts.AnswerAll();
     Click(ObsId::ButtonSetInit);
@@ -186,18 +175,14 @@ TEST_F(StartStory, APlaceAddedInTheFirstRunShowsOnTheGlobe)
         InNext([](CKivDialog& choice) { choice.accept(); }, AddCityId::Template);
         InNext(
             [](CKivDialog& editor) {
-                const auto write = [&editor](int id, const char* text) {
-                    auto* edit = editor.Item<QLineEdit>(id);
-                    edit->selectAll();
-                    QTest::keyClicks(edit, QString::fromUtf8(text));
-                };
-                write(EditCityId::EditName, "SEA");
-                write(CoordinateId::EditLong1, "150");
-                write(CoordinateId::EditLong2, "12");
-                write(CoordinateId::EditLong3, "0");
-                write(CoordinateId::EditLat1, "20");
-                write(CoordinateId::EditLat2, "0");
-                write(CoordinateId::EditLat3, "0");
+                for (const auto& [id, text] : {std::pair{EditCityId::EditName, "SEA"},
+                                               {CoordinateId::EditLong1, "150"},
+                                               {CoordinateId::EditLong2, "12"},
+                                               {CoordinateId::EditLong3, "0"},
+                                               {CoordinateId::EditLat1, "20"},
+                                               {CoordinateId::EditLat2, "0"},
+                                               {CoordinateId::EditLat3, "0"}})
+                    CDialogDriver::Type(editor, id, text);
                 editor.accept();
             },
             EditCityId::Template);

@@ -2,6 +2,7 @@
 
 #include "host/system/Registry.h"
 #include "roadmap/core/CormppCheck.h"
+#include "tests/TestFile.h"
 #include "tests/story/StoryFixture.h"
 
 #include <QAction>
@@ -43,10 +44,10 @@ private:
 class WriteFailureStory : public CStory
 {
 protected:
-    QByteArray SettingsFile() const
+    QByteArray SettingsFile() const { return ReadFile(Machine.Settings()); }
+    bool IsStored(const char* text)
     {
-        QFile file(Folder.filePath(u"settings.ini"_s));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        return QTest::qWaitFor([&] { return SettingsFile().contains(text); });
     }
     void ExpectFailure(const QString& what, const QString& path, const char* cause, const char* consequence)
     {
@@ -66,10 +67,9 @@ TEST_F(WriteFailureStory, AnInitialPlaceThatCannotBeStoredSaysSoAtOnceAndIsStore
 {
     Start();
     OpenSite();
-    QTest::qWait(1200); // what the start has to keep
+    EXPECT_TRUE(IsStored("Site4")) << "what the start has to keep";
     Machine.Context().Settings().Save();
     const QByteArray before = SettingsFile();
-    EXPECT_TRUE(before.contains("Site4"));
     {
         const CFullDisk disk;
         Prompts.Expect("東経 139度41分30.4秒\n北緯  35度41分21.2秒\n標高 37m\nタイムゾーン +09時間00分\n\n"
@@ -78,18 +78,17 @@ TEST_F(WriteFailureStory, AnInitialPlaceThatCannotBeStoredSaysSoAtOnceAndIsStore
         ExpectSettingsFailure("書き込みの途中で失敗しました。");
         Click(ObsId::ButtonSetInit);
         EXPECT_EQ(SettingsFile(), before) << "the old file is whole";
-        Host().MoveObserver(10.0, 20.0, 30.0);
-        QTest::qWait(1200); // the same cause is reported once
+        Click(ObsId::CheckFeatureFirst);
+        Press(Qt::Key_Escape); // the same cause is reported once
         EXPECT_EQ(SettingsFile(), before);
     }
     Host().MoveObserver(11.0, 21.0, 31.0);
-    QTest::qWait(1200);
+    EXPECT_TRUE(IsStored("11.00000000, 21.00000000"));
     EXPECT_TRUE(SettingsFile().contains("[Default]")) << "the earlier change, too";
-    EXPECT_TRUE(SettingsFile().contains("11.00000000, 21.00000000")) << SettingsFile().toStdString();
     const CFullDisk disk;
     ExpectSettingsFailure("書き込みの途中で失敗しました。");
     Host().MoveObserver(12.0, 22.0, 32.0);
-    QTest::qWait(1200);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return Prompts.AreDone(); })) << "another one is reported anew";
     Prompts.AnswerAll();
 }
 

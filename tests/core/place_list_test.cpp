@@ -1,12 +1,9 @@
-#include "FillingFile.h"
 #include "PlaceFixture.h"
 #include "city/core/PlaceList.h"
 #include "core_test.h"
 #include "host/text/CodePage932.h"
 #include "host/text/Number.h"
 
-#include <QDir>
-#include <QFileInfo>
 #include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
@@ -273,16 +270,13 @@ TEST(PlaceList, StopsAtFullTables)
 {
     for (const bool isFolders : {true, false}) {
         CListInFolder f;
-        WriteFile(f.List.UserListFilePath, "old");
         const QByteArray file =
             isFolders ? QByteArray("@f\n").repeated(3000) : "@A\n" + (QByteArray("p") + ValueFields).repeated(20000);
         EXPECT_THROW(f.Load(file), CInvalidArgument);
         EXPECT_EQ(f.List.FolderCount(), isFolders ? 2000 : 2);
         EXPECT_EQ(f.List.PlaceCount(), isFolders ? 0 : 10000);
         EXPECT_EQ(f.TreeText().count(u'\n'), isFolders ? 2000 : 10002);
-        EXPECT_FALSE(f.List.IsComplete());
         EXPECT_EQ(f.Saved(), "(refused)");
-        EXPECT_EQ(ReadFile(f.List.UserListFilePath), "old");
     }
 }
 
@@ -295,24 +289,6 @@ TEST(PlaceList, ASecondLoadAppendsRecordsAndKeepsOneHeader)
     EXPECT_EQ(f.List.FolderCount(), 4);
     EXPECT_EQ(f.Saved(), Example);
     f.List.UserListFilePath += u"/x"_s;
-    EXPECT_EQ(f.Saved(), "(refused)");
-}
-
-TEST(PlaceList, AFullDiskLeavesTheUserList)
-{
-    CListInFolder f;
-    f.Load(Example);
-    const QDir folder = QFileInfo(f.List.UserListFilePath).dir();
-    WriteFile(f.List.UserListFilePath, "old");
-    for (qint64 room = 0; room < Example.size(); ++room) {
-        f.List.SetSaveFileFactory([room](const QString& path) { return std::make_unique<CFillingFile>(path, room); });
-        EXPECT_EQ(f.Saved(), "(refused)") << room;
-        EXPECT_EQ(ReadFile(f.List.UserListFilePath), "old") << room;
-        EXPECT_EQ(folder.entryList(QDir::Files | QDir::Hidden).size(), 2) << "nothing is left beside the two, " << room;
-    }
-    f.List.SetSaveFileFactory([](const QString& path) { return std::make_unique<CFillingFile>(path, Example.size()); });
-    EXPECT_EQ(f.Saved(), Example);
-    f.List.SetSaveFileFactory([](const QString&) { return std::unique_ptr<QSaveFile>(); });
     EXPECT_EQ(f.Saved(), "(refused)");
 }
 

@@ -50,16 +50,9 @@ TEST(PlaceTree, FindsTheFirstOfEqualNamesAfterAnyEdit)
         }
         ASSERT_EQ(tree.SearchNodeItem(holder, name), NaiveSearch(tree, holder, name)) << "step " << step;
     }
-    for (CPlaceItem* holder : holders) {
-        const CPlaceItem* previous = nullptr;
-        for (const CPlaceItem* item = holder ? holder->FirstChild() : tree.Root(); item; item = item->Next()) {
-            ASSERT_EQ(item->Previous(), previous);
-            ASSERT_EQ(item->Parent(), holder);
-            previous = item;
-        }
-        if (holder) {
-            EXPECT_EQ(holder->LastChild(), previous);
-        }
+    for (const CPlaceItem* item = tree.Root(); item; item = item->Following()) {
+        EXPECT_TRUE(!item->Next() || (item->Next()->Previous() == item && item->Next()->Parent() == item->Parent()));
+        EXPECT_TRUE(item->Next() || !item->Parent() || item->Parent()->LastChild() == item);
     }
     EXPECT_EQ(tree.SearchNodeItem(nullptr, u"none"_s), nullptr);
     tree.Clear();

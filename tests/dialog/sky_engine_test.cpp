@@ -162,15 +162,15 @@ TEST(SkyEngine, TakesTheAltitudeFromTheTerrainWhileAutomatic)
     WriteFile(folder.filePath(u"japan.dem"_s), Heights({1000, -2000, 3000, -32768}));
     WriteFile(folder.filePath(u"short.dem"_s), Heights({1, 2, 3}));
     WriteFile(index, "KTI1\nworld.dem -180 -90 180 90 4 2\njapan.dem 130 30 132 32 2 2\n"
-                     "short.dem 0 0 1 1 2 2\nshort.dem 0 0 1 1 1000000 1000000\n"
-                     "missing.dem 0 0 1 1 1 1\n../world.dem 0 0 1 1 4 2\nrubbish\n");
+                     "short.dem -46 -1 -44 1 2 2\nshort.dem 0 0 1 1 1000000 1000000\n"
+                     "missing.dem 0 0 1 1 1 1\n./japan.dem 10 10 12 12 2 2\nrubbish\n");
     CSkyEngine engine(nullptr, QString());
     engine.Command(u"Solar.Planet.Earth.Landscape.IndexFile = \""_s + index +
                    u"\"; Location.Altitude.AutoGet = TRUE"_s);
 
-    const std::tuple<double, double, double> places[] = {{-45, 0, 100},     {315, 0, 100},      {0, 10, 150},
-                                                         {180, 0, 150},     {-180, -80, 150},   {130.5, 31.5, 1000},
-                                                         {131, 31.5, -500}, {131.5, 30.5, 300}, {130.5, 31, 2000}};
+    const std::tuple<double, double, double> places[] = {
+        {-45, 0, 100},    {315, 0, 100},       {0, 10, 150},      {11, 11, 162},      {180, 0, 150},
+        {-180, -80, 150}, {130.5, 31.5, 1000}, {131, 31.5, -500}, {131.5, 30.5, 300}, {130.5, 31, 2000}};
     for (const auto& [longitude, latitude, altitude] : places) {
         engine.Command(
             Number::Format("Location.Longitude = %.8f; Location.Latitude = %.8f; Calc Stellar", longitude, latitude));

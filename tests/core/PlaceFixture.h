@@ -2,13 +2,6 @@
 
 #include "city/core/PlaceDocument.h"
 #include "core_test.h"
-#include "host/text/CodePage932.h"
-
-#include <QDir>
-#include <QTemporaryDir>
-
-#include <functional>
-#include <memory>
 
 /// The tree, one item a line, indented by level and described by the function.
 template <typename Describe> QString TreeText(const CPlaceTree& tree, const Describe& describe)

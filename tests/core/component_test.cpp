@@ -4,10 +4,6 @@
 #include "roadmap/core/MappleDataCheck.h"
 #include "tests/TestHost.h"
 
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
-
 using namespace Qt::StringLiterals;
 using Root = CComponentStore::Root;
 using Type = CComponentStore::ValueType;

@@ -1,11 +1,19 @@
 #pragma once
 
+#include "host/text/CodePage932.h"
+#include "host/text/Number.h"
 #include "tests/TestFile.h"
 
+#include <QDir>
+#include <QFile>
 #include <QString>
+#include <QTemporaryDir>
 
+#include <cmath>
+#include <functional>
 #include <gtest/gtest.h>
 #include <limits>
+#include <memory>
 #include <ostream>
 
 inline constexpr double Nan = std::numeric_limits<double>::quiet_NaN();

@@ -1,6 +1,5 @@
 #include "core_test.h"
 #include "host/observer/BodyTable.h"
-#include "host/text/Number.h"
 #include "obs/core/EclipseColor.h"
 #include "obs/core/EngineLines.h"
 #include "obs/core/EntryRules.h"

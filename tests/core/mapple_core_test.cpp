@@ -1,14 +1,10 @@
 #include "core_test.h"
 #include "host/system/CurrentDirectory.h"
 #include "host/system/Registry.h"
-#include "host/text/Number.h"
 #include "roadmap/core/RoadMapSettings.h"
 #include "roadmap/core/ScaleTable.h"
 #include "roadmap/core/SitePosition.h"
 #include "tests/TestHost.h"
-
-#include <QDir>
-#include <QTemporaryDir>
 
 #include <map>
 

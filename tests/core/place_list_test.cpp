@@ -1,10 +1,6 @@
 #include "PlaceFixture.h"
 #include "city/core/PlaceList.h"
 #include "core_test.h"
-#include "host/text/CodePage932.h"
-#include "host/text/Number.h"
-
-#include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
 

@@ -5,13 +5,7 @@
 #include "host/system/Registry.h"
 #include "tests/TestHost.h"
 
-#include <QDir>
-#include <QTemporaryDir>
 #include <QTimeZone>
-
-#include <cmath>
-#include <gtest/gtest.h>
-#include <limits>
 
 using namespace Qt::StringLiterals;
 

@@ -1,16 +1,9 @@
 #include "FillingFile.h"
 #include "core_test.h"
-#include "host/text/CodePage932.h"
 #include "host/text/KivFile.h"
-#include "host/text/Number.h"
-
-#include <QDir>
-#include <QTemporaryDir>
 
 #include <clocale>
 #include <csignal>
-#include <gtest/gtest.h>
-#include <limits>
 #include <random>
 #include <sys/resource.h>
 

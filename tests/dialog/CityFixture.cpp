@@ -2,13 +2,7 @@
 
 #include "host/control/ControlRegister.h"
 #include "host/dialog/HostMessage.h"
-#include "host/dialog/ThemedControls.h"
-#include "host/system/Registry.h"
-#include "host/text/CodePage932.h"
 
-#include <QAbstractButton>
-#include <QLineEdit>
-#include <QTest>
 #include <QWindow>
 
 using namespace Qt::StringLiterals;

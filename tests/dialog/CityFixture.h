@@ -5,10 +5,6 @@
 #include "host/dialog/KivTreeCtrl.h"
 #include "tests/dialog/DialogDriver.h"
 
-#include <QApplication>
-
-#include <functional>
-
 /// The city list on a small shipped list among doubles: tag E is its engine, M the globe map. The files lie in a
 /// temporary folder. The list, with the places' longitudes:
 ///   場所 > 日本 > 関東 > 東京 139.75, 横浜 139.5; 東北 > 仙台 140.5; 富士山 138.5

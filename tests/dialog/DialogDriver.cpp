@@ -1,13 +1,7 @@
 #include "tests/dialog/DialogDriver.h"
 
-#include "host/dialog/ThemedControls.h"
-#include "host/system/Registry.h"
-
-#include <QApplication>
 #include <QClipboard>
 #include <QGroupBox>
-#include <QLabel>
-#include <QLineEdit>
 #include <QMouseEvent>
 #include <QWheelEvent>
 

@@ -1,17 +1,31 @@
 #pragma once
 
+#include "host/control/ControlNumbers.h"
 #include "host/dialog/KivDialog.h"
+#include "host/dialog/ThemedControls.h"
+#include "host/system/Registry.h"
+#include "host/text/CodePage932.h"
+#include "host/text/Number.h"
 #include "tests/TestFile.h"
 #include "tests/TestHost.h"
 #include "tests/dialog/Doubles.h"
 
+#include <QAbstractButton>
+#include <QApplication>
+#include <QComboBox>
+#include <QDir>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 
+#include <cmath>
+#include <functional>
 #include <gtest/gtest.h>
 
-/// What every test of a window needs: the host's side in a temporary folder, prompts that are expected, and what a
-/// user does to a dialog.
+/// What every test of a window needs, with the headers that most of them use: the host's side in a temporary folder,
+/// prompts that are expected, and what a user does to a dialog.
 class CDialogDriver : public testing::Test
 {
 protected:

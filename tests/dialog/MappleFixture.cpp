@@ -1,16 +1,8 @@
 #include "tests/dialog/MappleFixture.h"
 
-#include "host/control/ControlNumbers.h"
 #include "host/control/ControlRegister.h"
 #include "host/system/CommonFile.h"
 #include "host/system/ComponentStore.h"
-#include "host/system/Registry.h"
-#include "host/text/Number.h"
-
-#include <QApplication>
-#include <QDir>
-#include <QLabel>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -1,10 +1,5 @@
 #include "tests/dialog/ObsFixture.h"
 
-#include "host/dialog/ThemedControls.h"
-#include "host/text/Number.h"
-
-#include <QDir>
-#include <QTest>
 #include <QTimeZone>
 
 using namespace Qt::StringLiterals;

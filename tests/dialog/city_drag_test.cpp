@@ -1,8 +1,5 @@
 #include "city/DlgCityMoveTo.h"
-#include "host/text/CodePage932.h"
 #include "tests/dialog/CityFixture.h"
-
-#include <QAbstractButton>
 
 using namespace Qt::StringLiterals;
 

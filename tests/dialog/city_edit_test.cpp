@@ -1,13 +1,9 @@
 #include "city/AddCty.h"
 #include "city/EdtCty.h"
 #include "city/EdtFld.h"
-#include "host/text/CodePage932.h"
 #include "tests/dialog/CityFixture.h"
 
-#include <QAbstractButton>
-#include <QComboBox>
 #include <QFile>
-#include <QLineEdit>
 #include <QMessageBox>
 
 using namespace Qt::StringLiterals;

@@ -2,8 +2,6 @@
 #include "tests/dialog/CityFixture.h"
 
 #include <QInputMethodEvent>
-#include <QLabel>
-#include <QLineEdit>
 
 using namespace Qt::StringLiterals;
 

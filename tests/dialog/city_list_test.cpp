@@ -1,10 +1,7 @@
 #include "city/AddCty.h"
 #include "city/EdtCty.h"
-#include "host/text/CodePage932.h"
 #include "tests/dialog/CityFixture.h"
 
-#include <QAbstractButton>
-#include <QDir>
 #include <QFile>
 #include <QScrollBar>
 

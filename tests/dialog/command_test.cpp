@@ -1,23 +1,13 @@
-#include "host/control/ControlNumbers.h"
 #include "host/dialog/CommandHistory.h"
 #include "host/dialog/CommandIds.h"
 #include "host/dialog/DlgCommand.h"
-#include "host/system/Registry.h"
 #include "obs/ControlIds.h"
 #include "obs/DlgObs.h"
 #include "tests/dialog/DialogDriver.h"
 
-#include <QAbstractButton>
 #include <QAbstractItemView>
-#include <QApplication>
 #include <QClipboard>
-#include <QComboBox>
 #include <QDataStream>
-#include <QLineEdit>
-#include <QTest>
-#include <QTimer>
-
-#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 

@@ -1,20 +1,14 @@
 #include "controls/core/EclipsePath.h"
 #include "controls/globe_map/GlobeMap.h"
 #include "controls/sphere/RowCrew.h"
-#include "host/control/ControlNumbers.h"
-#include "host/text/CodePage932.h"
-#include "host/text/Number.h"
 #include "tests/core/core_test.h"
 #include "tests/dialog/DialogDriver.h"
 
 #include <QDataStream>
-#include <QTest>
 
 #include <algorithm>
 #include <array>
 #include <atomic>
-#include <cmath>
-#include <gtest/gtest.h>
 #include <tuple>
 #include <utility>
 #include <vector>

@@ -1,16 +1,11 @@
 // The search window: what it sends to the map, lists, selects and focuses, and how it survives a map that misbehaves.
 
-#include "host/control/ControlNumbers.h"
-#include "host/dialog/ThemedControls.h"
 #include "host/system/CommonFile.h"
 #include "tests/dialog/MappleFixture.h"
 
 #include <QAbstractItemModelTester>
-#include <QApplication>
-#include <QDir>
 #include <QHeaderView>
 #include <QPointer>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace MappleFindId;

@@ -1,17 +1,11 @@
 // The road-map dialog: opening, picked sites, zoom, buttons, closing, and whatever may go wrong with its map.
 
-#include "host/control/ControlNumbers.h"
 #include "host/dialog/HostMessage.h"
-#include "host/dialog/ThemedControls.h"
 #include "host/system/CommonFile.h"
-#include "host/text/Number.h"
 #include "tests/dialog/MappleFixture.h"
 
-#include <QApplication>
-#include <QDir>
 #include <QElapsedTimer>
 #include <QPointer>
-#include <QTest>
 #include <QWheelEvent>
 
 #include <limits>

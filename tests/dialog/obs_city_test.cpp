@@ -1,14 +1,7 @@
 #include "city/ControlIds.h"
 #include "city/DlgCity.h"
 #include "host/dialog/KivTreeCtrl.h"
-#include "host/text/CodePage932.h"
-#include "tests/TestFile.h"
 #include "tests/dialog/ObsFixture.h"
-
-#include <QAbstractButton>
-#include <QApplication>
-#include <QTest>
-#include <QTimer>
 
 using namespace Qt::StringLiterals;
 

@@ -1,11 +1,5 @@
-#include "host/dialog/ThemedControls.h"
-#include "host/text/Number.h"
 #include "tests/dialog/ObsFixture.h"
 
-#include <QAbstractButton>
-#include <QTest>
-
-#include <cmath>
 #include <cstdlib>
 
 using namespace Qt::StringLiterals;

@@ -1,11 +1,6 @@
-#include "host/control/ControlNumbers.h"
-#include "host/dialog/ThemedControls.h"
-#include "host/system/Registry.h"
-#include "tests/TestFile.h"
 #include "tests/dialog/ObsFixture.h"
 
 #include <QFile>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -1,10 +1,5 @@
-#include "host/control/ControlNumbers.h"
-#include "host/dialog/ThemedControls.h"
 #include "tests/dialog/ObsFixture.h"
 
-#include <QTest>
-
-#include <cmath>
 #include <limits>
 
 using namespace Qt::StringLiterals;

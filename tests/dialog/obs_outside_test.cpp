@@ -1,9 +1,5 @@
-#include "host/dialog/ThemedControls.h"
-#include "host/system/Registry.h"
 #include "tests/core/core_test.h"
 #include "tests/dialog/ObsFixture.h"
-
-#include <QAbstractButton>
 
 #include <limits>
 

@@ -1,9 +1,4 @@
-#include "host/system/Registry.h"
 #include "tests/dialog/ObsFixture.h"
-
-#include <QAbstractButton>
-#include <QComboBox>
-#include <QTest>
 
 #include <utility>
 

@@ -3,12 +3,7 @@
 #include "city/DlgCityMoveTo.h"
 #include "city/EdtCty.h"
 #include "city/EdtFld.h"
-#include "host/dialog/ThemedControls.h"
 #include "tests/dialog/DialogDriver.h"
-
-#include <QTest>
-
-#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 

@@ -1,19 +1,13 @@
 #include "controls/core/MarksFile.h"
 #include "controls/road_map/RoadMap.h"
 #include "controls/road_map/ScaleBar.h"
-#include "host/control/ControlNumbers.h"
-#include "host/text/Number.h"
 #include "tests/core/core_test.h"
 #include "tests/dialog/DialogDriver.h"
 
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QSet>
-#include <QTemporaryDir>
-#include <QTest>
 
-#include <cmath>
-#include <gtest/gtest.h>
 #include <numbers>
 #include <tuple>
 #include <utility>

@@ -1,16 +1,9 @@
 #include "controls/core/EngineBody.h"
 #include "controls/sky_engine/SkyEngine.h"
-#include "host/control/ControlNumbers.h"
-#include "host/text/Number.h"
 #include "tests/dialog/DialogDriver.h"
 
-#include <QApplication>
 #include <QPointingDevice>
-#include <QTemporaryDir>
-#include <QTest>
 
-#include <cmath>
-#include <gtest/gtest.h>
 #include <tuple>
 
 using namespace Qt::StringLiterals;

@@ -9,9 +9,6 @@
 #include "roadmap/ControlIds.h"
 #include "roadmap/DlgMapple.h"
 
-#include <QAbstractButton>
-#include <QTest>
-#include <QTimer>
 #include <QTreeView>
 
 using namespace Qt::StringLiterals;

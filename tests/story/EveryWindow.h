@@ -2,8 +2,6 @@
 
 #include "tests/story/StoryFixture.h"
 
-#include <functional>
-
 /// The program with each of its windows shown in turn.
 class CEveryWindow : public CStory
 {

@@ -1,15 +1,10 @@
 #include "tests/story/StoryFixture.h"
 
 #include "city/ControlIds.h"
-#include "host/dialog/ThemedControls.h"
-#include "host/system/Registry.h"
 #include "planetarium/ControlClasses.h"
 
 #include <QClipboard>
-#include <QDir>
 #include <QGuiApplication>
-#include <QTest>
-#include <QTimer>
 #include <QTreeView>
 
 using namespace Qt::StringLiterals;

@@ -6,8 +6,6 @@
 #include "planetarium/MainWindow.h"
 #include "tests/dialog/DialogDriver.h"
 
-#include <functional>
-
 /// The program as its user has it: the real host with its engine, maps, terrain and files, its windows shown
 /// offscreen, keys and mouse as events to whatever has the focus or lies under the pointer. Settings and the user's
 /// files are in a temporary folder; only prompts are doubled.

@@ -3,7 +3,6 @@
 
 #include <QAccessible>
 #include <QSet>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 

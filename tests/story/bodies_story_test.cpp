@@ -1,13 +1,9 @@
 // Bodies, automatic altitude and zones with the real host answering.
 
 #include "city/ControlIds.h"
-#include "host/dialog/ThemedControls.h"
 #include "host/observer/BodyTable.h"
-#include "host/text/Number.h"
 #include "obs/core/SiteLocation.h"
 #include "tests/story/StoryFixture.h"
-
-#include <QApplication>
 
 using namespace Qt::StringLiterals;
 

@@ -2,11 +2,6 @@
 #include "host/dialog/DlgCommand.h"
 #include "tests/story/StoryFixture.h"
 
-#include <QComboBox>
-#include <QLineEdit>
-#include <QTest>
-#include <QTimer>
-
 using namespace Qt::StringLiterals;
 
 /// The console on the host's own engine, with the observer behind it.

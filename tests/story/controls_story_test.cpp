@@ -1,9 +1,6 @@
 // Wheel and keys of the site dialog's controls.
 
-#include "host/dialog/ThemedControls.h"
 #include "tests/story/StoryFixture.h"
-
-#include <QApplication>
 
 namespace
 {

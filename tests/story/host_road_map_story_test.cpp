@@ -1,15 +1,9 @@
 // The planetarium's road map: when it is offered, and how it and the observer follow each other.
 
-#include "host/control/ControlNumbers.h"
 #include "host/control/ControlRegister.h"
 #include "host/system/ComponentStore.h"
-#include "host/system/Registry.h"
 #include "planetarium/Host.h"
 #include "tests/dialog/DialogDriver.h"
-
-#include <QDir>
-
-#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 

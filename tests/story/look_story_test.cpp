@@ -2,11 +2,6 @@
 #include "host/dialog/Theme.h"
 #include "tests/story/EveryWindow.h"
 
-#include <QAbstractButton>
-#include <QApplication>
-#include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
 #include <QStyleFactory>
 #include <QStyleOptionButton>
 

@@ -6,23 +6,17 @@
 #include "planetarium/GuideWindow.h"
 #include "tests/story/StoryFixture.h"
 
-#include <QAbstractButton>
-#include <QApplication>
 #include <QCheckBox>
 #include <QDateTimeEdit>
 #include <QElapsedTimer>
-#include <QLabel>
-#include <QLineEdit>
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QProcess>
 #include <QPushButton>
 #include <QScrollBar>
-#include <QTest>
 #include <QTextBlock>
 #include <QTextBrowser>
-#include <QTimer>
 #include <QTreeWidget>
 
 using namespace Qt::StringLiterals;

@@ -4,9 +4,6 @@
 #include "host/dialog/TemplateLoader.h"
 #include "tests/story/StoryFixture.h"
 
-#include <QAbstractButton>
-#include <QApplication>
-#include <QLabel>
 #include <QLayout>
 #include <QScrollArea>
 

@@ -2,17 +2,11 @@
 
 #include "city/ControlIds.h"
 #include "host/observer/BodyTable.h"
-#include "host/system/Registry.h"
-#include "host/text/Number.h"
-#include "tests/TestFile.h"
 #include "tests/story/StoryFixture.h"
 
-#include <QAbstractButton>
 #include <QAction>
 #include <QFile>
-#include <QLineEdit>
 #include <QScreen>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -1,15 +1,9 @@
 // What a user types into the site dialog comes out as typed, with the host, its engine and the terrain answering.
 
-#include "host/dialog/ThemedControls.h"
 #include "obs/core/SiteLocation.h"
 #include "tests/story/StoryFixture.h"
 
-#include <QApplication>
 #include <QInputMethodEvent>
-#include <QLineEdit>
-#include <QTest>
-
-#include <cmath>
 
 using namespace Qt::StringLiterals;
 

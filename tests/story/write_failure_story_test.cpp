@@ -1,14 +1,10 @@
 // Settings and lists that cannot be written: the user hears of it, and nothing that was there is lost.
 
-#include "host/system/Registry.h"
 #include "roadmap/core/CormppCheck.h"
-#include "tests/TestFile.h"
 #include "tests/story/StoryFixture.h"
 
 #include <QAction>
-#include <QDir>
 #include <QFile>
-#include <QTest>
 
 #include <csignal>
 #include <sys/resource.h>

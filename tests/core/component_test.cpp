@@ -1,12 +1,12 @@
 #include "core_test.h"
 #include "host/system/ComponentStore.h"
+#include "host/text/Number.h"
 #include "roadmap/core/CormppCheck.h"
 #include "roadmap/core/MappleDataCheck.h"
 #include "tests/TestHost.h"
 
-#include <QTemporaryDir>
-
 #include <gtest/gtest.h>
+#include <tuple>
 
 using namespace Qt::StringLiterals;
 using Root = CComponentStore::Root;
@@ -57,22 +57,19 @@ QStringList Enumerate(const CComponentStore::Key& key, qsizetype length)
 TEST_F(ComponentTest, StoreKeepsValuesOfEveryType)
 {
     const QString path = u"Software\\試験 & <b>\\x"_s;
-    const std::vector<std::pair<QString, CComponentStore::Value>> values{
-        {QString(), {Type::String, u"{A \"quoted\" <id>}"_s}},
-        {u"expandable"_s, {Type::Expandable, u"%HOME%\\x"_s}},
-        {u"list"_s, {Type::MultiString, u"one"_s + QChar(0) + u"two"_s + QChar(0)}},
-        {u"number"_s, {Type::Number, u"12"_s}},
-        {u"empty"_s, {Type::String, QString()}}};
-    for (const auto& [name, value] : values)
-        Put(Root::LocalMachine, path, name, value);
+    const std::tuple<QString, Type, QString> values[] = {{QString(), Type::String, u"{A \"quoted\" <id>}"_s},
+                                                         {u"expandable"_s, Type::Expandable, u"%HOME%\\x"_s},
+                                                         {u"list"_s, Type::MultiString, u"one\0two\0"_s},
+                                                         {u"number"_s, Type::Number, u"12"_s},
+                                                         {u"empty"_s, Type::String, QString()}};
+    for (const auto& [name, type, text] : values)
+        Put(Root::LocalMachine, path, name, {type, text});
     const CComponentStore store;
     const CComponentStore::Key* key = store.OpenKey(Root::LocalMachine, path.toUpper());
     ASSERT_NE(key, nullptr);
-    for (const auto& [name, value] : values) {
+    for (const auto& [name, type, text] : values) {
         const auto read = key->QueryValue(name.toUpper());
-        ASSERT_TRUE(read) << name.toStdString();
-        EXPECT_EQ(read->Type, value.Type) << name.toStdString();
-        EXPECT_EQ(read->Text, value.Text) << name.toStdString();
+        EXPECT_TRUE(read && read->Type == type && read->Text == text) << name.toStdString();
     }
     EXPECT_EQ(key->QueryValue(u"list"_s)->FirstText(), u"one"_s);
     EXPECT_FALSE(key->QueryValue(u"none"_s));
@@ -105,25 +102,18 @@ TEST_F(ComponentTest, StoreSurvivesDamagedFiles)
         const CComponentStore::Key* key = store.OpenKey(Root::LocalMachine, u"a");
         return key && key->QueryValue(QString()).has_value();
     };
-    struct Row
-    {
-        QByteArray Bytes;
-        bool HasValue;
-    };
-    QByteArray deep = head;
-    for (int i = 0; i < 50000; ++i)
-        deep += R"(<key name="k">)";
-    for (const Row& row :
-         {Row{"", false},
-          {QByteArray(1, char(0)) + "\xFF\xFE<<>", false},
-          {head, true},
-          {head + "<key><value>x</value></key><other/><value type=\"odd\">1</value>", true},
-          {head + "\x01\x02", true},
-          {deep, true},
-          {R"(<!DOCTYPE c [<!ENTITY a "&b;&b;"><!ENTITY b "&a;">]><components>&a;</components>)", false},
-          {head + QByteArray(5 << 20, ' '), false}}) {
-        WriteFile(path, row.Bytes);
-        EXPECT_EQ(hasValue(), row.HasValue) << row.Bytes.left(100).toStdString();
+    const std::pair<QByteArray, bool> cases[] = {
+        {"", false},
+        {QByteArray("\0\xFF\xFE<<>", 6), false},
+        {head, true},
+        {head + "<key><value>x</value></key><other/><value type=\"odd\">1</value>", true},
+        {head + "\x01\x02", true},
+        {head + QByteArray(R"(<key name="k">)").repeated(50000), true},
+        {R"(<!DOCTYPE c [<!ENTITY a "&b;&b;"><!ENTITY b "&a;">]><components>&a;</components>)", false},
+        {head + QByteArray(5 << 20, ' '), false}};
+    for (const auto& [bytes, isRead] : cases) {
+        WriteFile(path, bytes);
+        EXPECT_EQ(hasValue(), isRead) << bytes.left(100).toStdString();
     }
     m_machine.Use({m_machine.Settings(), m_machine.Folder.path(), QString()});
     CComponentStore folder;
@@ -140,21 +130,15 @@ TEST_F(ComponentTest, ControlIsInstalledWhenItsFileIsThere)
     EXPECT_EQ(CCormppCheck::CheckCorMppInstalled(), 0) << "no default value";
     Put(Root::Classes, classKey, QString(), {Type::MultiString, u"{1-2}"_s + QChar(0) + u"x"_s + QChar(0)});
     EXPECT_EQ(CCormppCheck::CheckCorMppInstalled(), 0) << "no server key";
-    struct Row
-    {
-        CComponentStore::Value Server;
-        int Installed;
-    };
-    const QString detour = m_machine.Folder.path() + QString(130, u'x').replace(u"x"_s, u"/."_s) + u"/there.so"_s;
-    for (const Row& row : {Row{{Type::String, There}, 1},
-                           {{Type::Expandable, There}, 1},
-                           {{Type::String, Missing}, 0},
-                           {{Type::String, m_machine.Folder.path()}, 0},
-                           {{Type::String, detour}, 0},
-                           {{Type::String, QString()}, 0},
-                           {{Type::Number, u"1"_s}, 0}}) {
-        Put(Root::Classes, serverKey, QString(), row.Server);
-        EXPECT_EQ(CCormppCheck::CheckCorMppInstalled(), row.Installed) << row.Server.Text.toStdString();
+    const QString detour = m_machine.Folder.path() + u"/."_s.repeated(130) + u"/there.so"_s;
+    const std::tuple<Type, QString, int> servers[] = {
+        {Type::String, There, 1},   {Type::Expandable, There, 1},
+        {Type::String, Missing, 0}, {Type::String, m_machine.Folder.path(), 0},
+        {Type::String, detour, 0},  {Type::String, QString(), 0},
+        {Type::Number, u"1"_s, 0}};
+    for (const auto& [type, text, installed] : servers) {
+        Put(Root::Classes, serverKey, QString(), {type, text});
+        EXPECT_EQ(CCormppCheck::CheckCorMppInstalled(), installed) << text.toStdString();
     }
     Put(Root::Classes, serverKey, QString(), {Type::String, There});
     Put(Root::Classes, classKey, QString(), {Type::String, QString(1024, u'{')});
@@ -163,31 +147,19 @@ TEST_F(ComponentTest, ControlIsInstalledWhenItsFileIsThere)
 
 TEST(MappleVersion, IsReadFromTheNameOfItsKey)
 {
-    struct Row
-    {
-        QString Name;
-        std::vector<int> Numbers; // empty: no version
-    };
-    for (const Row& row : {Row{u"version 12.34.5"_s, {12, 34, 5}},
-                           {u"VERSION 12.3.4"_s, {12, 3, 0}},
-                           {u"1234567 10.1.25 "_s, {10, 1, 5}},
-                           {u"version10."_s, {10, 0, 0}},
-                           {u"version 010.123.4"_s, {10, 123, 4}},
-                           {u"version 11x.2yz.3"_s, {11, 2, 3}},
-                           {u"version 11.-2.3"_s, {11, -2, 3}},
-                           {u"version 99999999999.1"_s, {std::numeric_limits<int>::max(), 1, 0}},
-                           {u"version 9.5.0"_s, {}},
-                           {u"version 10"_s, {}},
-                           {u"version  .5.0"_s, {}},
-                           {u"version -12.5.0"_s, {}},
-                           {u"12.34.5"_s, {}},
-                           {u"x"_s, {}},
-                           {QString(), {}}}) {
-        const auto version = tagMappleCheck::FromKeyName(row.Name);
-        const auto numbers =
-            version ? std::vector<int>{version->Major, version->Minor, version->Revision} : std::vector<int>();
-        EXPECT_EQ(numbers, row.Numbers) << row.Name.toStdString();
+    const std::pair<QString, const char16_t*> names[] = {
+        {u"version 12.34.5"_s, u"12 34 5"},    {u"VERSION 12.3.4"_s, u"12 3 0"},
+        {u"1234567 10.1.25 "_s, u"10 1 5"},    {u"version10."_s, u"10 0 0"},
+        {u"version 010.123.4"_s, u"10 123 4"}, {u"version 11x.2yz.3"_s, u"11 2 3"},
+        {u"version 11.-2.3"_s, u"11 -2 3"},    {u"version 99999999999.1"_s, u"2147483647 1 0"}};
+    for (const auto& [name, numbers] : names) {
+        const auto version = tagMappleCheck::FromKeyName(name).value();
+        EXPECT_EQ(Number::Format("%d %d %d", version.Major, version.Minor, version.Revision), QStringView(numbers))
+            << name.toStdString();
     }
+    for (const char16_t* name :
+         {u"version 9.5.0", u"version 10", u"version  .5.0", u"version -12.5.0", u"12.34.5", u"x", u""})
+        EXPECT_FALSE(tagMappleCheck::FromKeyName(name)) << QString::fromUtf16(name).toStdString();
 }
 
 TEST(MappleVersion, NewestIsTheGreatestWrappingKey)

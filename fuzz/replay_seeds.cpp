@@ -12,8 +12,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
 namespace
 {
-constexpr qsizetype MostCuts = 200; // of one seed
-constexpr int Damages = 200;
+constexpr qsizetype MostCuts = 100; // of one seed
+constexpr int Damages = 150;
 
 void Run(const QByteArray& bytes)
 {

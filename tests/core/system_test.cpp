@@ -7,6 +7,10 @@
 
 #include <QTimeZone>
 
+#include <array>
+#include <tuple>
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace
@@ -24,58 +28,55 @@ QString Text(const QString& section, const QString& name)
     CRegistry::Read(section, name, u"default"_s, &value);
     return value;
 }
+
+const QString Obs = u"Dialog\\Obs"_s;
 } // namespace
 
-TEST(Registry, KeepsValuesAndSurvivesNonsense)
+TEST(Registry, KeepsWhatIsWritten)
 {
     CTestHost machine;
-    const auto use = [&machine](const QString& path) { machine.Use({path, QString(), QString()}); };
-    EXPECT_EQ(Integer(u"Dialog\\Obs"_s, u"ViewAngle"_s), -77);
+    EXPECT_EQ(Integer(Obs, u"ViewAngle"_s), -77);
     EXPECT_EQ(Text(u"Default"_s, u"location"_s), u"default"_s);
-    const QStringList texts{u"location(139.691772, 35.689236, 39.000000)"_s,
-                            u""_s,
-                            u" a "_s,
-                            u"a,b"_s,
-                            u"@x"_s,
-                            u"\\\"'=;#%"_s,
-                            u"港\n見\0台"_s,
-                            u"12"_s};
-    for (int i = 0; i < texts.size(); ++i)
-        CRegistry::Write(u"Dialog\\MappleFind"_s, u"T%1"_s.arg(i), texts[i]);
-    for (const int value : {0, -1, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()})
-        CRegistry::Write(u"Dialog\\Obs"_s, u"I%1"_s.arg(value), value, CRegistry::Count);
+    const QStringList texts =
+        u"location(139.691772, 35.689236, 39.000000)|| a |a,b|@x|\\\"'=;#%|港\n見\0台|12"_s.split(u'|');
+    const int numbers[] = {0, -1, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()};
+    for (const QString& text : texts)
+        CRegistry::Write(u"Dialog\\MappleFind"_s, u"T%1"_s.arg(texts.indexOf(text)), text);
+    for (const int number : numbers)
+        CRegistry::Write(Obs, u"I%1"_s.arg(number), number, CRegistry::Count);
     machine.ReadAnew();
-    for (int i = 0; i < texts.size(); ++i)
-        EXPECT_EQ(Text(u"Dialog\\MappleFind"_s, u"T%1"_s.arg(i)), texts[i]);
-    for (const int value : {0, -1, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()})
-        EXPECT_EQ(Integer(u"Dialog\\Obs"_s, u"I%1"_s.arg(value)), value);
+    for (const QString& text : texts)
+        EXPECT_EQ(Text(u"Dialog\\MappleFind"_s, u"T%1"_s.arg(texts.indexOf(text))), text);
+    for (const int number : numbers)
+        EXPECT_EQ(Integer(Obs, u"I%1"_s.arg(number)), number);
+    // What another program wrote in the meantime is kept.
+    CRegistry::Write(Obs, u"ViewAngle"_s, 5, CRegistry::Count);
+    WriteFile(machine.Settings(), "[Default]\nlocation=elsewhere\n");
+    machine.ReadAnew();
+    EXPECT_EQ(Integer(Obs, u"ViewAngle"_s), 5);
+    EXPECT_EQ(Text(u"Default"_s, u"location"_s), u"elsewhere"_s);
+}
 
-    const QString written = machine.Path(u"byhand.ini"_s);
-    WriteFile(written,
-              "[General]\nCorKiv=3\n[Default]\nlocation=location(1.5, 2, 3)\n"
-              "[Dialog]\nObs\\A=nonsense\nObs\\B=99999999999\nObs\\C=2.5\nObs\\D=\nObs\\E=1, 2\nObs\\F=@Invalid()\n"
-              "Obs\\G=@Variant(\\0\\0\\0\\x1)\nObs\\H=@Size(1 1)\n");
-    use(written);
+TEST(Registry, SurvivesNonsense)
+{
+    CTestHost machine;
+    const auto use = [&machine](const QByteArray& settings) {
+        WriteFile(machine.Path(u"byhand.ini"_s), settings);
+        machine.Use({machine.Path(u"byhand.ini"_s), QString(), QString()});
+    };
+    use("[General]\nCorKiv=3\n[Default]\nlocation=location(1.5, 2, 3)\n"
+        "[Dialog]\nObs\\A=nonsense\nObs\\B=99999999999\nObs\\C=2.5\nObs\\D=\nObs\\E=1, 2\nObs\\F=@Invalid()\n"
+        "Obs\\G=@Variant(\\0\\0\\0\\x1)\nObs\\H=@Size(1 1)\n");
     EXPECT_EQ(Integer(u"General"_s, u"CorKiv"_s), 3);
     EXPECT_EQ(Text(u"Default"_s, u"location"_s), u"location(1.5, 2, 3)"_s);
     for (const QString& name : {u"A"_s, u"B"_s, u"C"_s, u"D"_s, u"E"_s, u"F"_s, u"H"_s})
-        EXPECT_EQ(Integer(u"Dialog\\Obs"_s, name), -77) << name.toStdString();
+        EXPECT_EQ(Integer(Obs, name), -77) << name.toStdString();
     for (const QString& name : {u"F"_s, u"H"_s})
-        EXPECT_EQ(Text(u"Dialog\\Obs"_s, name), u"default"_s) << name.toStdString();
-
-    const QString garbage = machine.Path(u"garbage.ini"_s);
-    WriteFile(garbage, QByteArray(1, char(0)) + "\xFF[[[\n=\n]\n@@@(\n%zz\\x=\\x\n[a\nb");
-    use(garbage);
-    EXPECT_EQ(Integer(u"Dialog\\Obs"_s, u"ViewAngle"_s), -77);
-    CRegistry::Write(u"Dialog\\Obs"_s, u"ViewAngle"_s, 5, CRegistry::Count);
-    EXPECT_EQ(Integer(u"Dialog\\Obs"_s, u"ViewAngle"_s), 5);
-    // What another program wrote in the meantime is kept.
-    machine.ReadAnew();
-    CRegistry::Write(u"Dialog\\Obs"_s, u"ViewAngle"_s, 5, CRegistry::Count);
-    WriteFile(machine.Settings(), "[Default]\nlocation=elsewhere\n");
-    machine.ReadAnew();
-    EXPECT_EQ(Integer(u"Dialog\\Obs"_s, u"ViewAngle"_s), 5);
-    EXPECT_EQ(Text(u"Default"_s, u"location"_s), u"elsewhere"_s);
+        EXPECT_EQ(Text(Obs, name), u"default"_s) << name.toStdString();
+    use(QByteArray(1, char(0)) + "\xFF[[[\n=\n]\n@@@(\n%zz\\x=\\x\n[a\nb");
+    EXPECT_EQ(Integer(Obs, u"ViewAngle"_s), -77);
+    CRegistry::Write(Obs, u"ViewAngle"_s, 5, CRegistry::Count);
+    EXPECT_EQ(Integer(Obs, u"ViewAngle"_s), 5);
 }
 
 TEST(CommonFile, ComparesAges)
@@ -87,16 +88,11 @@ TEST(CommonFile, ComparesAges)
     const QString none = folder.filePath(u"none"_s);
     WriteFile(young, "y", noon.addSecs(1));
     WriteFile(old, "o", noon);
-    struct Row
-    {
-        QString First, Second;
-        bool IsNewer;
-    };
-    // clang-format off
-    for (const Row& row : {Row{young, old, true}, {old, young, false}, {old, old, false}, {old, none, true},
-         {none, old, false}, {none, none, false}, {folder.path(), old, false}})
-        // clang-format on
-        EXPECT_EQ(CCommonFile::IsFileNewerThan(row.First, row.Second), row.IsNewer) << row.First.toStdString();
+    const std::tuple<QString, QString, bool> cases[] = {
+        {young, old, true}, {old, young, false}, {old, old, false},          {old, none, true},
+        {none, old, false}, {none, none, false}, {folder.path(), old, false}};
+    for (const auto& [first, second, isNewer] : cases)
+        EXPECT_EQ(CCommonFile::IsFileNewerThan(first, second), isNewer) << first.toStdString();
     EXPECT_FALSE(CCommonFile::DoesFileExist(folder.path()));
 }
 
@@ -105,7 +101,6 @@ TEST(CommonFile, ShortPathLeadsToTheFileAndItsNeighbours)
     QTemporaryDir root;
     qputenv("XDG_CACHE_HOME", root.filePath(u"cache"_s).toUtf8());
     const QString folder = root.filePath(u"地形 data\u3000"_s);
-    ASSERT_TRUE(QDir().mkpath(folder));
     for (const QString& name : {u"index.kti"_s, u"the index.kti"_s}) {
         WriteFile(folder + u'/' + name, name.toUtf8());
         WriteFile(folder + u"/tile.dem"_s, "tile");
@@ -130,21 +125,17 @@ TEST(KPDateObs, TakesOnlyPlacesThatExist)
     CKPDateObs observer;
     int told = 0;
     observer.SetListener([&told](CKPDateObs::Change) { ++told; });
-    struct Row
-    {
-        double Longitude, Latitude, Altitude;
-        double ThenLongitude, ThenLatitude, ThenAltitude;
-    };
-    for (const Row& row : {Row{-74, 40, 10, -74, 40, 10},
-                           {Nan, Nan, Nan, -74, 40, 10},
-                           {Infinity, -Infinity, Infinity, -74, 40, 10},
-                           {720.5, 91, CKPDateObs::AltitudeLeftToHost, 0.5, 90, 10},
-                           {360, -1e300, -10, 360, -90, -10},
-                           {139, 35, 20, 139, 35, 20}}) {
-        observer.UpdateObsByUI(row.Longitude, row.Latitude, row.Altitude, row.Longitude);
-        EXPECT_EQ(observer.GetLongitude(), row.ThenLongitude);
-        EXPECT_EQ(observer.GetLatitude(), row.ThenLatitude);
-        EXPECT_EQ(observer.GetHeight(), row.ThenAltitude);
+    // What the dialog gives, and where the observer then is.
+    const std::pair<std::array<double, 3>, std::array<double, 3>> cases[] = {
+        {{-74, 40, 10}, {-74, 40, 10}},
+        {{Nan, Nan, Nan}, {-74, 40, 10}},
+        {{Infinity, -Infinity, Infinity}, {-74, 40, 10}},
+        {{720.5, 91, CKPDateObs::AltitudeLeftToHost}, {0.5, 90, 10}},
+        {{360, -1e300, -10}, {360, -90, -10}},
+        {{139, 35, 20}, {139, 35, 20}}};
+    for (const auto& [given, place] : cases) {
+        observer.UpdateObsByUI(given[0], given[1], given[2], given[0]);
+        EXPECT_EQ((std::array{observer.GetLongitude(), observer.GetLatitude(), observer.GetHeight()}), place);
     }
     EXPECT_EQ(told, 6);
     observer.UpdateLocationObjectByUI(5, 1);
@@ -169,10 +160,9 @@ TEST(KPDateObs, KnowsTheTimeOfEverySystem)
     EXPECT_EQ(std::vector<int>(t, t + 6), (std::vector<int>{2029, 12, 31, 23, 59, 58}));
     EXPECT_EQ(observer.GetADate().Year, 2030);
     observer.UpdateObsByUI(-75, 40, 0, -5);
-    const double offsets[] = {-5, 0, -5, 0, 0};
-    for (const int system : {0, 1, 2, 3, -1}) {
+    for (const auto& [system, offset] : {std::pair{0, -5.0}, {1, 0.0}, {2, -5.0}, {3, 0.0}, {-1, 0.0}}) {
         observer.SetTimeSys(system);
-        EXPECT_EQ(observer.GetTz(), offsets[system < 0 ? 4 : system]) << system;
+        EXPECT_EQ(observer.GetTz(), offset) << system;
     }
     EXPECT_EQ(observer.GetLMTTz(285), -5.0);
     observer.SetTimeSys(0);
@@ -190,10 +180,9 @@ TEST(CommonCoordFormat, ComparesAndTurnsAngles)
     EXPECT_FALSE(CCommonCoordFormat::IsEqualDeg(Nan, Nan));
     EXPECT_TRUE(CCommonCoordFormat::IsEqualAlt(10, 10.05));
     EXPECT_FALSE(CCommonCoordFormat::IsEqualAlt(10, 11));
-    // clang-format off
-    for (const auto& [from, to] : {std::pair{-1.0, 359.0}, {360.0, 0.0}, {-720.0, 0.0}, {725.0, 5.0}, {-1e-20, 0.0},
-         {Nan, 0.0}, {Infinity, 0.0}})
-        // clang-format on
+    const std::pair<double, double> turns[] = {{-1, 359},   {360, 0}, {-720, 0},    {725, 5},
+                                               {-1e-20, 0}, {Nan, 0}, {Infinity, 0}};
+    for (const auto& [from, to] : turns)
         EXPECT_EQ(degmal(from), to) << from;
     EXPECT_LT(degmal(-1e300), 360.0);
 }

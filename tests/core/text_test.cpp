@@ -23,29 +23,22 @@ bool IsDuplicate(unsigned lead, unsigned trail)
 
 TEST(CodePage932, UsesTheWindowsTable)
 {
-    struct Row
-    {
-        const char* Bytes;
-        const char16_t* Text;
-    };
-    // clang-format off
-    for (const Row& row : {Row{"\x81\x60", u"～"}, {"\x81\x7C", u"－"}, {"\x81\x5C", u"―"}, {"\x81\x61", u"∥"},
-         {"\\~", u"\\~"}, {"\xB6\xDE", u"ｶﾞ"}, {"\x87\x40\x87\x8A", u"①㈱"}, {"\xFB\xFC", u"髙"}, {"\xFA\xB1", u"﨑"},
-         {"\xF0\x40", u"\uE000"}, {"\x93\xFA\x96{", u"日本"}}) {
-        // clang-format on
-        const QString text = QString::fromUtf16(row.Text);
-        EXPECT_EQ(CodePage932::Decode(row.Bytes), text) << row.Bytes;
-        EXPECT_EQ(CodePage932::Encode(text), row.Bytes) << row.Bytes;
+    const std::pair<const char*, QString> both[] = {
+        {"\x81\x60", u"～"_s}, {"\x81\x7C", u"－"_s},     {"\x81\x5C", u"―"_s},           {"\x81\x61", u"∥"_s},
+        {"\\~", u"\\~"_s},     {"\xB6\xDE", u"ｶﾞ"_s},     {"\x87\x40\x87\x8A", u"①㈱"_s}, {"\xFB\xFC", u"髙"_s},
+        {"\xFA\xB1", u"﨑"_s}, {"\xF0\x40", u"\uE000"_s}, {"\x93\xFA\x96{", u"日本"_s}};
+    for (const auto& [bytes, text] : both) {
+        EXPECT_EQ(CodePage932::Decode(bytes), text) << bytes;
+        EXPECT_EQ(CodePage932::Encode(text), bytes) << bytes;
+        EXPECT_TRUE(CodePage932::IsRepresentable(text)) << bytes;
     }
-    for (const Row& row : {Row{"?a", u"éa"},
-                           {"?", u"😀"},
-                           {"\x82\xA0?b", u"あ\xD800"
-                                          u"b"},
-                           {"\x82\xA0?", u"あ\xD83D"},
-                           {"", u""}}) {
-        EXPECT_EQ(CodePage932::Encode(QString::fromUtf16(row.Text)), row.Bytes);
-        EXPECT_EQ(CodePage932::IsRepresentable(QString::fromUtf16(row.Text)), *row.Bytes == '\0');
+    const std::pair<const char*, QString> foreign[] = {
+        {"?a", u"éa"_s}, {"?", u"😀"_s}, {"\x82\xA0?+", u"あ\xD800+"_s}, {"\x82\xA0?", u"あ\xD83D"_s}};
+    for (const auto& [bytes, text] : foreign) {
+        EXPECT_EQ(CodePage932::Encode(text), bytes);
+        EXPECT_FALSE(CodePage932::IsRepresentable(text)) << bytes;
     }
+    EXPECT_TRUE(CodePage932::IsRepresentable(u""));
     EXPECT_EQ(CodePage932::Decode("a\x81"), u"a\uFFFD"_s);
     EXPECT_EQ(CodePage932::Decode("\x81,b"), u"\uFFFD,b"_s) << "a lone lead byte takes no neighbour with it";
     EXPECT_EQ(CodePage932::CompletePrefix("\x82\xA0\x82"), QByteArrayView("\x82\xA0"));
@@ -58,8 +51,7 @@ TEST(CodePage932, EverySequenceSurvives)
     for (unsigned code = 0; code <= 0xFFFF; ++code) {
         const unsigned lead = code >> 8;
         QByteArray bytes(1, static_cast<char>(code & 0xFF));
-        if (lead != 0)
-            bytes.prepend(static_cast<char>(lead));
+        bytes.prepend(lead == 0 ? "" : QByteArray(1, static_cast<char>(lead)));
         const QString text = CodePage932::Decode(bytes);
         if (text.contains(QChar::ReplacementCharacter))
             continue;
@@ -77,50 +69,28 @@ TEST(CodePage932, EverySequenceSurvives)
 
 TEST(Number, ReadsAndWritesLikeTheCLibrary)
 {
-    struct Row
-    {
-        const char16_t* Text = u"";
-        double Double = 0;
-        int Int = 0;
-        bool IsNumber = true;
-    };
-    constexpr int Most = std::numeric_limits<int>::max();
-    const Row rows[] = {{u"12abc", 12, 12},
-                        {u"+5", 5, 5},
-                        {u" \t\r\n-5.5 6", -5.5, -5},
-                        {u"1e9", 1e9, 1},
-                        {u"1.5e+3x", 1500, 1},
-                        {u"2e", 2, 2},
-                        {u"0x10", 0, 0},
-                        {u"1,5", 1, 1},
-                        {u"-0", 0, 0},
-                        {u"1-2", 1, 1},
-                        {u"007", 7, 7},
-                        {u"99999999999", 99999999999.0, Most},
-                        {u"-99999999999", -99999999999.0, -Most - 1},
-                        {u"", 0, 0, false},
-                        {u"   ", 0, 0, false},
-                        {u"-", 0, 0, false},
-                        {u".", 0, 0, false},
-                        {u"+-5", 0, 0, false},
-                        {u"- 5", 0, 0, false},
-                        {u"inf", 0, 0, false},
-                        {u"-inf", 0, 0, false},
-                        {u"nan", 0, 0, false},
-                        {u"１２", 0, 0, false},
-                        {u"\u0661", 0, 0, false},
-                        {u"e5", 0, 0, false}};
+    // A text, the number at its head and the whole number at its head.
+    const QStringList numbers =
+        u"12abc>12>12|+5>5>5| \t\r\n-5.5 6>-5.5>-5|1e9>1e9>1|1.5e+3x>1500>1|2e>2>2|0x10>0>0|1,5>1>1|-0>0>0|"
+        u"1-2>1>1|007>7>7|99999999999>99999999999>2147483647|-99999999999>-99999999999>-2147483648"_s.split(u'|');
+    const QStringList others = u"|   |-|.|+-5|- 5|inf|-inf|nan|１２|\u0661|e5"_s.split(u'|');
     const QByteArray before = std::setlocale(LC_ALL, nullptr);
     for (const char* locale : {"C", "de_DE.UTF-8", "fr_FR.UTF-8", "ja_JP.UTF-8"}) { // those missing change nothing
         std::setlocale(LC_ALL, locale);
-        for (const Row& row : rows) {
-            const QString text = QString::fromUtf16(row.Text);
-            EXPECT_EQ(Number::LeadingDouble(QStringView(text)), row.Double) << text.toStdString();
-            EXPECT_EQ(Number::LeadingInt(QStringView(text)), row.Int) << text.toStdString();
-            EXPECT_EQ(Number::FindLeadingDouble(QStringView(text)).has_value(), row.IsNumber) << text.toStdString();
-            EXPECT_EQ(Number::LeadingDouble(QByteArrayView(CodePage932::Encode(text))), row.Double)
-                << text.toStdString();
-            EXPECT_EQ(Number::FindLeadingInt(QByteArrayView(CodePage932::Encode(text))).has_value(), row.IsNumber);
+        for (const QString& row : numbers) {
+            const QString text = row.section(u'>', 0, 0);
+            const double real = row.section(u'>', 1, 1).toDouble();
+            const int whole = row.section(u'>', 2).toInt();
+            const QByteArray bytes = text.toLatin1();
+            EXPECT_EQ(Number::FindLeadingDouble(text), real) << row.toStdString();
+            EXPECT_EQ(Number::LeadingInt(QStringView(text)), whole) << row.toStdString();
+            EXPECT_EQ(Number::LeadingDouble(QByteArrayView(bytes)), real) << row.toStdString();
+            EXPECT_EQ(Number::FindLeadingInt(QByteArrayView(bytes)), whole) << row.toStdString();
+        }
+        for (const QString& text : others) {
+            EXPECT_FALSE(Number::FindLeadingDouble(text)) << text.toStdString();
+            EXPECT_EQ(Number::LeadingDouble(QStringView(text)), 0.0) << text.toStdString();
+            EXPECT_FALSE(Number::FindLeadingInt(QByteArrayView(CodePage932::Encode(text)))) << text.toStdString();
         }
         EXPECT_EQ(Number::LeadingDouble(QStringView(u".5")), 0.5);
         EXPECT_FALSE(Number::FindLeadingDouble(QStringView(u"1e400")));

@@ -73,29 +73,22 @@ TEST(SkyEngine, AnswersTheSiteDialogsLines)
 {
     CSkyEngine engine(nullptr, QString());
     ExpectExchanges(engine, R"(
-        View.Device = 3; ? View.Device -> 3
-        Operation.MoveView = TRUE ->
-        System.Loop = FALSE ->
+        View.Device = 3; Operation.MoveView = TRUE; System.Loop = FALSE; ? View.Device -> 3
         View.Projection = PlanetaryGlobe; ? view.projection -> PlanetaryGlobe
         Solar.Moon.Brightness = 0.6; ? SOLAR.MOON.BRIGHTNESS -> 0.6
         Solar.Sun.Disk.Grid.Visible = true; ? Solar.Sun.Disk.Grid.Visible -> TRUE
-        View.Angle = 29.260000; Solar.Planet.Earth.Borderline.Visible = TRUE; Show Sky ->
-        ? View.Angle -> 29.260000
+        View.Angle = 29.260000; Solar.Planet.Earth.Borderline.Visible = TRUE; Show Sky; ? View.Angle -> 29.260000
         ? Solar.Planet.Earth.Borderline.Visible -> TRUE
         Location = Solar.Dwarfplanet.makemake(350.50000000, -12.25000000, 1400.0); Show Sky ->
         ? Location -> Solar.Dwarfplanet.MakeMake(350.500000, -12.250000, 1400.000000)
-        Location.Longitude = 10.00000000; Location.Latitude = 20.00000000;  Location.Altitude = 30.00000000 ->
-        ? Location -> Solar.Dwarfplanet.MakeMake(10.000000, 20.000000, 30.000000)
-        ? Location.Longitude -> 10.00000000
-        ? Location.Latitude -> 20.00000000
+        Location.Longitude = 10.00000000; ? Location.Longitude -> 10.00000000
+        Location.Latitude = 20.00000000;  Location.Altitude = 30.00000000; ? Location.Latitude -> 20.00000000
         ? Location.Altitude -> 30.00000000
         location = location(139.691772, 35.689236, 39.000000); ? Location -> Location(139.691772, 35.689236, 39.000000)
-        Location = Location(135.500000, 34.700000, *); show sky ->
-        ? Location -> Location(135.500000, 34.700000, 39.000000)
+        Location = Location(135.5, 34.7, *); show sky; ? Location -> Location(135.500000, 34.700000, 39.000000)
         time.timezone = 9.000000; Show Sky; ? Time.Timezone -> 9.000000
         Time = UT(2026, 11, 22, 5, 6, 7); Show Sky; ? Time -> UT(2026, 11, 22, 5, 6, 7)
-        View.PlanetaryGlobe.Center.Longitude = 359.500000; View.PlanetaryGlobe.Center.Latitude = -90; Show Sky ->
-        ? View.PlanetaryGlobe.Center.Latitude -> -90
+        View.PlanetaryGlobe.Center.Latitude = -90; Show Sky; ? View.PlanetaryGlobe.Center.Latitude -> -90
         Location.Longitude = 1.0; Location.Latitude = 2.0; Calc Stellar; ? Location.Longitude -> 1.00000000
         Solar.Planet.Earth.Landscape.AutoGetAltitude = TRUE; ? Location.Altitude.AutoGet -> TRUE
         ? Solar.Planet.Earth.SolarEclipse.Path.Color -> RGB(255, 128, 0)

@@ -16,6 +16,7 @@
 #include "host/system/ComponentStore.h"
 #include "host/system/Registry.h"
 #include "host/text/CodePage932.h"
+#include "host/text/Number.h"
 #include "obs/ControlIds.h"
 #include "obs/DlgObs.h"
 #include "obs/core/ObsSettings.h"
@@ -36,6 +37,7 @@
 #include <algorithm>
 #include <benchmark/benchmark.h>
 #include <chrono>
+#include <cstdlib>
 #include <ctime>
 #include <functional>
 #include <optional>
@@ -310,6 +312,38 @@ void RedrawRoadMap(benchmark::State& state)
         state, 16.0, [&] { x += scale * 0.01; }, draw);
 }
 
+/// Ways of a file that cross each other everywhere, in one piece (0) or in many (1).
+void DrawTangle(benchmark::State& state)
+{
+    using namespace ControlNumber::RoadMap;
+    constexpr double unit = ControlNumber::RoadMap::MillisecondsPerDegree;
+    const QTemporaryDir folder;
+    const QByteArray gap = state.range(0) != 0 ? "</trkseg><trkseg>" : "";
+    QByteArray tangle = "<gpx><trk><trkseg>";
+    for (int i = 0; i < 20'000; ++i) {
+        tangle += i % 2 == 0 ? gap : QByteArray();
+        tangle +=
+            Number::Format("<trkpt lat='%f' lon='%f'/>", 35.5 + 0.001 * (i * 37 % 101), 139 + 0.001 * (i * 53 % 211))
+                .toUtf8();
+    }
+    QFile file(folder.filePath(u"tangle.gpx"_s));
+    if (!file.open(QIODevice::WriteOnly) || file.write(tangle + "</trkseg></trk></gpx>") < 0)
+        std::abort();
+    file.close();
+    CRoadMap map(nullptr, DataFolder);
+    map.resize(640, 480);
+    map.show();
+    map.Invoke(SetScale, {100'000});
+    map.Invoke(OpenFile, {file.fileName()});
+    double x = 139.1 * unit;
+    MeasureMedian(
+        state, 1500.0, [&] { x += 1000.0; },
+        [&] {
+            map.Invoke(SetPosition, {false, x, 35.55 * unit});
+            map.repaint();
+        });
+}
+
 /// From the call until the event that reports the end; everything is looked through, and much of it is found.
 void SearchRoadMap(benchmark::State& state)
 {
@@ -540,6 +574,7 @@ BENCHMARK(RedrawRoadMap)
     ->Arg(9999999)
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
+BENCHMARK(DrawTangle)->ArgName("pieces")->Arg(0)->Arg(1)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(SearchRoadMap)->ArgName("facility")->Arg(0)->Arg(1)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(OpenDialog)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(SpinStep)->UseManualTime()->Unit(benchmark::kMillisecond);

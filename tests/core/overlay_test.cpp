@@ -188,21 +188,13 @@ TEST(PlaceOverlay, NamesClashAmongSiblingsOnly)
     f.Put(SmallList);
     const CPlaceDocument& document = f.Open();
     const CPlaceItem* kanto = f.At({u"Japan"_s, u"Kanto"_s});
-    const struct
-    {
-        const CPlaceItem* Parent;
-        QString NewName;
-        QString OldName;
-        bool IsDuplicate;
-    } cases[] = {
-        {nullptr, u"x"_s, u""_s, true},           {kanto, u"Harbour"_s, u"Harbour"_s, true},
-        {kanto, u"港見台"_s, u""_s, true},        {kanto, u"港見台"_s, u"港見台"_s, false},
-        {kanto, u"harbour"_s, u""_s, false},      {kanto, u"Ridge"_s, u""_s, false},
-        {kanto, u"Harbour"_s, u"港見台"_s, true},
-    };
-    for (const auto& c : cases)
-        EXPECT_EQ(document.IsDuplicateItemName(c.Parent, c.NewName, c.OldName), c.IsDuplicate)
-            << c.NewName.toStdString() << " for " << c.OldName.toStdString();
+    EXPECT_TRUE(document.IsDuplicateItemName(nullptr, u"x"_s, QString()));
+    for (const auto& [newName, oldName, isDuplicate] : {std::tuple(u"Harbour"_s, u"Harbour"_s, true),
+                                                        {u"港見台"_s, u""_s, true},
+                                                        {u"港見台"_s, u"港見台"_s, false},
+                                                        {u"harbour"_s, u""_s, false},
+                                                        {u"Ridge"_s, u""_s, false}})
+        EXPECT_EQ(document.IsDuplicateItemName(kanto, newName, oldName), isDuplicate) << newName.toStdString();
 }
 
 TEST(PlaceOverlay, ResetGoesBackToTheShippedListAndCanBeUndone)

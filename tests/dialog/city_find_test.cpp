@@ -53,16 +53,13 @@ TEST_F(CityFind, WalksThroughTheMatchesInTreeOrder)
         Key(Qt::Key_Return);
         EXPECT_EQ(Selected(), "東京");
         EXPECT_EQ(Count(), "2 / 3");
-        Key(Qt::Key_F3, Qt::ShiftModifier);
-        Key(Qt::Key_Up);
+        Keys("Shift+F3 Up");
         EXPECT_EQ(Selected(), "東北");
         EXPECT_TRUE(Dialog->isVisible()); // Enter went on in the matches
 
         Dialog->Item(CityId::Tree)->setFocus();
-        Prompts.Expect("\"東北\"フォルダとこのフォルダに含まれるすべての情報を消去します。", IPrompts::Icon::Warning,
-                       IPrompts::Buttons::OkCancel);
-        Key(Qt::Key_Delete);
-        Key(Qt::Key_F3);
+        Asks("\"東北\"フォルダとこのフォルダに含まれるすべての情報を消去します。");
+        Keys("Del F3");
         EXPECT_EQ(Count(), "1 / 2"); // the tree as it is now
         Key(Qt::Key_F, Qt::ControlModifier);
         EXPECT_EQ(Line()->findChild<QLineEdit*>()->selectedText(), u"東"_s);
@@ -73,18 +70,14 @@ TEST_F(CityFind, TakesNoKeysOfTheTree)
 {
     Run([this] {
         Select("日本");
-        for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Plus, Qt::Key_Minus, Qt::Key_Asterisk, Qt::Key_Home})
-            Key(key);
+        Keys("Space + - * Home");
         EXPECT_TRUE(Line()->isHidden());
         Key(Qt::Key_F3); // nothing was looked for yet
         EXPECT_TRUE(Line()->isVisible());
         EXPECT_EQ(Count(), "");
         const std::string tree = TreeText();
         QTest::keyClicks(QApplication::focusWidget(), u"London"_s);
-        for (const Qt::Key key : {Qt::Key_Left, Qt::Key_Right, Qt::Key_Up})
-            Key(key, Qt::AltModifier);
-        Key(Qt::Key_Insert); // the tree's keys are not the line's
-        Key(Qt::Key_F2);
+        Keys("Alt+Left Alt+Right Alt+Up Ins F2"); // the tree's keys are not the line's
         EXPECT_EQ(TreeText(), tree);
         EXPECT_EQ(Line()->Text(), u"London"_s);
         Dialog->Item(CityId::Tree)->setFocus();

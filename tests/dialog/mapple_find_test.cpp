@@ -3,7 +3,6 @@
 #include "host/system/CommonFile.h"
 #include "tests/dialog/MappleFixture.h"
 
-#include <QAbstractItemModelTester>
 #include <QHeaderView>
 #include <QPointer>
 
@@ -328,20 +327,4 @@ TEST_F(MappleFindTest, SurvivesEventsAtAnyTime)
     EXPECT_FALSE(Dialog->IsWindow());
     EXPECT_EQ(QDir::currentPath(), WorkingFolder);
     Raise(Address, {0});
-}
-
-TEST_F(MappleFindTest, FillsFiftyThousandRows)
-{
-    OpenFind();
-    const QAbstractItemModelTester tester(List().model(), QAbstractItemModelTester::FailureReportingMode::Fatal);
-    QStringList rows;
-    for (int i = 0; i < 50'000; ++i)
-        rows += u"施設 %1|住所 %1|小|中|大"_s.arg(i);
-    Start(u"施設"_s, true);
-    GiveResults(rows);
-    Raise(LandMark, {0});
-    EXPECT_EQ(List().model()->rowCount(), 50'000);
-    Press(Qt::Key_End);
-    Press(Qt::Key_Return);
-    EXPECT_EQ(Transcript.Take(), "R 2(true, 施設)\nR 3()\nR 1(false, 49999000.000000, 24999500.000000)");
 }

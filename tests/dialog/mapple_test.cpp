@@ -62,7 +62,6 @@ TEST_F(MappleTest, AsksTheEngineForTheSiteWithoutAnObserver)
              Row{u"Location(-139.5, -35.25, 39)"_s,
                  "R 4(8000)\nH ? Location\nR 1(true, -502200000.000000, -126900000.000000)\nR 5()",
                  "西経： 139 度 30 分  0.00 秒 南緯： 35 度 15 分  0.00 秒"},
-             Row{u""_s, asked, ""},
              Row{u"Location(139.5, 35.25)"_s, asked, ""},
          }) {
         Host.Answers[u"? Location"_s] = row.Answer;

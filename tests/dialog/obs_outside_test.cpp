@@ -50,13 +50,11 @@ TEST_F(ObsOutside, SettingsOfAnySize)
 {
     const QString location = u"location(1, 2, 3) \"日本\"; "_s + QString(Megabyte, u'x');
     const QString zone = u"-3.5"_s + QString(20'000, u'日'); // the settings file grows slowly by such letters
-    const std::pair<QString, int> angles[]{
-        {QString(Megabyte, u'9'), 0}, {u"2147483647"_s, 200}, {u"-2147483648"_s, 0}, {u"137"_s, 137}};
     CRegistry::Write(u"Default"_s, u"location"_s, location);
     CRegistry::Write(u"Default"_s, u"time.timezone"_s, zone);
     CRegistry::Write(u"Dialog\\Obs"_s, u"FeatureAstro"_s, -7, CRegistry::Flag);
     CRegistry::Write(u"Dialog\\Obs"_s, u"FeatureOther"_s, std::numeric_limits<int>::max(), CRegistry::Flag);
-    for (const auto& [angle, position] : angles) {
+    for (const auto& [angle, position] : {std::pair(QString(Megabyte, u'9'), 0), {u"2147483647"_s, 200}}) {
         CRegistry::Write(u"Dialog\\Obs"_s, u"ViewAngle"_s, angle);
         Machine.ReadAnew();
         Dialog = std::make_unique<CDlgObs>(&Parent, Folder.path() + u"/data/"_s, 0);

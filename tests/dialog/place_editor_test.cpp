@@ -181,28 +181,23 @@ TEST_F(PlaceEditor, AsksWhatToAddAndWhereToMove)
 {
     CAddCty add(&m_parent);
     add.AddKind = CAddCty::AddPlace;
-    EXPECT_EQ(RunModal(add,
-                       [&] {
-                           EXPECT_EQ(add.focusWidget(), add.Item(AddCityId::RadioCity));
-                           QTest::keyClick(add.focusWidget(), Qt::Key_Down);
-                           Enter(add);
-                       }),
-              QDialog::Accepted);
+    const auto chooseFolder = [&] {
+        EXPECT_EQ(add.focusWidget(), add.Item(AddCityId::RadioCity));
+        QTest::keyClick(add.focusWidget(), Qt::Key_Down);
+        Enter(add);
+    };
+    EXPECT_EQ(RunModal(add, chooseFolder), QDialog::Accepted);
     EXPECT_EQ(add.AddKind, CAddCty::AddFolder);
 
     CDlgCityMoveTo move(u"50% & %s"_s, &m_parent);
-    EXPECT_EQ(RunModal(move,
-                       [&] {
-                           auto* after = move.Item<QAbstractButton>(MoveToId::RadioAfter);
-                           auto* into = move.Item<QAbstractButton>(MoveToId::RadioInto);
-                           EXPECT_TRUE(after->isChecked());
-                           EXPECT_EQ(after->text(), u"[50% && %s] フォルダの後ろに挿入"_s);
-                           EXPECT_EQ(into->text(), u"[50% && %s] フォルダの中に移動"_s);
-                           into->click();
-                           EXPECT_EQ(move.MoveMode, CDlgCityMoveTo::MoveInto);
-                           Enter(move);
-                       }),
-              QDialog::Accepted);
+    const auto chooseInto = [&] {
+        EXPECT_TRUE(move.Item<QAbstractButton>(MoveToId::RadioAfter)->isChecked());
+        EXPECT_EQ(TextOf(move, MoveToId::RadioAfter), "[50% && %s] フォルダの後ろに挿入");
+        EXPECT_EQ(TextOf(move, MoveToId::RadioInto), "[50% && %s] フォルダの中に移動");
+        move.Item<QAbstractButton>(MoveToId::RadioInto)->click();
+        Enter(move);
+    };
+    EXPECT_EQ(RunModal(move, chooseInto), QDialog::Accepted);
     EXPECT_EQ(move.MoveMode, CDlgCityMoveTo::MoveInto);
 }
 } // namespace

@@ -4,7 +4,6 @@
 #include "tests/core/core_test.h"
 #include "tests/dialog/DialogDriver.h"
 
-#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QSet>
 
@@ -182,10 +181,7 @@ TEST_F(RoadMapTest, WrongCallsChangeNothing)
         {Method::SetPosition, {{}, {false, 1.0}, {false, Nan, 1.0}, {true, 1.0, Infinity}}},
         {Method::SetPosition, {{true, u"1"_s, u"2"_s}, {u"true"_s, 1.0, 2.0}}},
         {Method::SetScale, {{}, {0}, {-8000}, {Nan}, {u"9"_s}}},
-        {Method::CenterMark, {{}}},
         {Method::OpenFile, {{}, {5}}},
-        {0, {{}}},
-        {7, {{1}}},
         {-1, {{}}}};
     for (const auto& [method, argumentLists] : calls) {
         for (const QVariantList& arguments : argumentLists)
@@ -320,29 +316,6 @@ TEST_F(RoadMapTest, MarksOfAFileAreShown)
     m_stage.Map.Invoke(Method::OpenFile, {path});
     EXPECT_NEAR(m_stage.Map.Center().Longitude, 139.25, 1e-9) << "the map goes to the first mark";
     EXPECT_NE(m_stage.Picture(), before);
-}
-
-TEST_F(RoadMapTest, ManyCrossingWaysAreDrawnQuickly)
-{
-    const QString path = Folder.filePath(u"tangle.gpx"_s);
-    m_stage.Show(139.1, 35.55, 100000);
-    const QImage without = m_stage.Picture();
-    for (const auto& [points, perWay] : {std::pair{20000, 30000}, {20000, 2}}) {
-        QByteArray tangle = "<gpx><trk><trkseg>";
-        for (int i = 0; i < points; ++i) {
-            tangle += i > 0 && i % perWay == 0 ? "</trkseg><trkseg>" : "";
-            tangle += Number::Format("<trkpt lat='%f' lon='%f'/>", 35.5 + 0.001 * (i * 37 % 101),
-                                     139 + 0.001 * (i * 53 % 211))
-                          .toUtf8();
-        }
-        WriteFile(path, tangle + "</trkseg></trk></gpx>");
-        m_stage.Map.Invoke(Method::OpenFile, {path});
-        m_stage.Show(139.1, 35.55, 100000);
-        QElapsedTimer timer;
-        timer.start();
-        EXPECT_NE(m_stage.Picture(), without) << points << " in ways of " << perWay;
-        EXPECT_LT(timer.elapsed(), 1500);
-    }
 }
 
 TEST(ScaleBar, IsARoundLengthThatFits)

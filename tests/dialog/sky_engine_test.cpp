@@ -129,16 +129,6 @@ TEST(SkyEngine, SaysWhatItCannotReadAndThenChangesNothing)
     EXPECT_LE(std::fabs(Asked(engine, "? Location.Longitude")), 360.0) << "beyond a turn there is no place";
 }
 
-TEST(SkyEngine, TakesHugeLines)
-{
-    CSkyEngine engine(nullptr, QString());
-    EXPECT_EQ(engine.Command(u"View.Angle=7;"_s.repeated(400'000) + u"? View.Angle"_s), u"7");
-    EXPECT_LT(engine.Command(u"? "_s + QString(5'000'000, u'z')).size(), 100);
-    const QString path = QString(100'000, u'9');
-    EXPECT_TRUE(engine.Assign(u"Solar.Planet.Earth.SolarEclipse.Path.Data", path));
-    EXPECT_EQ(engine.Command(u"? Solar.Planet.Earth.SolarEclipse.Path.Data"_s), path);
-}
-
 TEST(SkyEngine, TakesTheAltitudeFromTheTerrainWhileAutomatic)
 {
     QTemporaryDir folder;
@@ -294,17 +284,4 @@ TEST_F(SkyEngineOnTheMoon, DrawsWhatItIsToldOnlyAtShowSky)
     EXPECT_NE(neptune, moon);
     m_engine.Command(u"Solar.Planet.Disk.Grid.Visible = TRUE; show sky"_s);
     EXPECT_NE(m_engine.grab().toImage(), neptune);
-}
-
-TEST(SkyEngine, AnswersThroughTheControlsNumbersAndLogs)
-{
-    CSkyEngine engine(nullptr, QString());
-    QStringList log;
-    engine.SetCommandLog([&log](const QString& line, const QString& answer) { log << line + u'|' + answer; });
-    EXPECT_EQ(engine.Invoke(Engine::MethodCommand, {u"View.Angle = 5"_s}), QVariant(QString()));
-    EXPECT_EQ(engine.Invoke(Engine::MethodCommand, {u"? View.Angle"_s}), QVariant(u"5"_s));
-    EXPECT_FALSE(engine.Invoke(99, {u"? View.Angle"_s}).isValid());
-    EXPECT_FALSE(engine.Invoke(Engine::MethodCommand, {}).isValid());
-    EXPECT_FALSE(engine.Invoke(Engine::MethodCommand, {7}).isValid());
-    EXPECT_EQ(log, (QStringList{u"View.Angle = 5|"_s, u"? View.Angle|5"_s}));
 }

@@ -17,23 +17,6 @@ protected:
 
     /// Runs the dialog and the steps inside its modal loop; a dialog that the steps leave open is cancelled.
     int Run(const std::function<void()>& steps);
-    /// Runs the steps inside the next modal dialog of the class; called before what opens it.
-    template <typename Child> void InNext(std::function<void(Child&)> steps)
-    {
-        auto* poll = new QTimer(Dialog.get());
-        poll->callOnTimeout([poll, steps = std::move(steps)] {
-            auto* child = qobject_cast<Child*>(QApplication::activeModalWidget());
-            // A window whose parent is active counts as active, so it is the focus that is waited for.
-            if (!child || !child->isAncestorOf(QApplication::focusWidget()))
-                return;
-            poll->stop();
-            steps(*child);
-            if (child->isVisible())
-                child->reject();
-        });
-        poll->start(1);
-    }
-
     void Click(int id) { QTest::mouseClick(Dialog->Item(id), Qt::LeftButton); }
     void Type(int id, const char* text) { CDialogDriver::Type(*Dialog, id, text); }
     [[nodiscard]] std::string TextOf(int id) const { return CDialogDriver::TextOf(*Dialog, id); }

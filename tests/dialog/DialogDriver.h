@@ -30,6 +30,7 @@ class CDialogDriver : public testing::Test
 {
 protected:
     CDialogDriver() { Machine.Context().Prompts = &Prompts; }
+    ~CDialogDriver() override { EXPECT_EQ(m_awaited, 0) << "a dialog never came"; }
 
     /// Text of a box, a label, a group or a button; empty for anything else.
     [[nodiscard]] static std::string TextOf(const CKivDialog& dialog, int id);
@@ -60,6 +61,29 @@ protected:
         return dialog.DoModal();
     }
 
+    /// Does the steps inside the loop of the next modal dialog of the class, and of the template where one is given;
+    /// called before what opens it. A dialog that the steps leave open is cancelled.
+    template <typename Dialog = CKivDialog> void InNext(std::function<void(Dialog&)> steps, int templateNumber = 0)
+    {
+        ++m_awaited;
+        auto* poll = new QTimer(&m_polls);
+        poll->callOnTimeout([this, poll, steps = std::move(steps), templateNumber] {
+            auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+            if (!dialog || (templateNumber != 0 && dialog->TemplateNumber() != templateNumber))
+                return;
+            dialog->activateWindow(); // no window manager does it here
+            if (!dialog->isAncestorOf(QApplication::focusWidget()))
+                return;
+            --m_awaited;
+            poll->stop();
+            poll->deleteLater();
+            steps(*dialog);
+            if (dialog->isVisible())
+                dialog->reject();
+        });
+        poll->start(1);
+    }
+
     /// Settings; "(none)" and -77 for an absent one.
     [[nodiscard]] static std::string StoredText(const char* section, const char* name);
     [[nodiscard]] static int Stored(const char* section, const char* name);
@@ -68,4 +92,8 @@ protected:
     CTestHost Machine;
     const QTemporaryDir& Folder = Machine.Folder;
     CExpectedPrompts Prompts;
+
+private:
+    int m_awaited = 0; ///< modal dialogs
+    QObject m_polls;   ///< owns the timers that wait for them
 };

@@ -20,20 +20,12 @@ protected:
     /// Opens the city list with the button and does the steps in it; a list left open is cancelled.
     void InCityList(const std::function<void(CDlgCity&)>& steps)
     {
-        QTimer poll;
-        poll.callOnTimeout([&] {
-            auto* dialog = qobject_cast<CDlgCity*>(QApplication::activeModalWidget());
-            if (!dialog)
-                return;
-            poll.stop();
+        InNext<CDlgCity>([this, steps](CDlgCity& dialog) {
             EXPECT_EQ(Messages.value(0), u"main 1725 1 0"_s);
             Transcript.Take();
             Messages.clear();
-            steps(*dialog);
-            if (dialog->isVisible())
-                dialog->reject();
+            steps(dialog);
         });
-        poll.start(1);
         Messages.clear();
         Click(ObsId::ButtonCity);
         EXPECT_EQ(Messages, QStringList{u"main 1725 0 0"_s});

@@ -118,30 +118,9 @@ void CStory::ChooseBody(int body)
     Settle();
 }
 
-void CStory::InNext(const std::function<void(CKivDialog&)>& steps, int templateNumber)
-{
-    ++m_awaited;
-    auto* poll = new QTimer(qApp);
-    poll->callOnTimeout([this, poll, steps, templateNumber] {
-        auto* dialog = qobject_cast<CKivDialog*>(QApplication::activeModalWidget());
-        if (!dialog || (templateNumber != 0 && dialog->TemplateNumber() != templateNumber))
-            return;
-        dialog->activateWindow(); // no window manager does it here
-        if (QApplication::activeWindow() != dialog)
-            return;
-        --m_awaited;
-        poll->stop();
-        poll->deleteLater();
-        steps(*dialog);
-        if (dialog->isVisible())
-            dialog->reject();
-    });
-    poll->start(1);
-}
-
 void CStory::PickCity(const QString& name, const std::function<void(CKivDialog&)>& steps)
 {
-    InNext([name, steps](CKivDialog& list) {
+    InNext<CKivDialog>([name, steps](CKivDialog& list) {
         auto* tree = list.Item<QTreeView>(CityId::Tree);
         const QAbstractItemModel& model = *tree->model();
         for (const QModelIndex& found :
@@ -156,5 +135,4 @@ void CStory::PickCity(const QString& name, const std::function<void(CKivDialog&)
         list.Item<QAbstractButton>(CityId::ButtonOk)->click();
     });
     Click(ObsId::ButtonCity);
-    EXPECT_EQ(m_awaited, 0) << "a dialog never came";
 }

@@ -48,15 +48,11 @@ protected:
     static void Wheel(QWidget& widget, int delta, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     /// Chooses a body in the list of the site dialog.
     void ChooseBody(int body);
-    /// Does the steps inside the loop of the modal dialog that the next action opens, the next one of this template
-    /// where there may be others; one left open is cancelled.
-    void InNext(const std::function<void(CKivDialog&)>& steps, int templateNumber = 0);
     /// The city list by its button, with the place of this name selected before the steps and OK after them.
     void PickCity(const QString& name, const std::function<void(CKivDialog&)>& steps = {});
 
     DataFolders Folders;
 
 private:
-    int m_awaited = 0; ///< modal dialogs
     std::unique_ptr<CMainWindow> m_window;
 };

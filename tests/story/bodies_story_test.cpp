@@ -156,7 +156,7 @@ TEST_F(BodiesStory, NumberBoxesOfTheCityListAndItsEditorTakeFullWidthDigits)
         };
         EXPECT_EQ(type(list, u"４５．５"_s), "45.5");
         EXPECT_EQ(type(list, u"東経0°"_s), "45.5");
-        InNext([&](CKivDialog& editor) {
+        InNext<CKivDialog>([&](CKivDialog& editor) {
             EXPECT_EQ(type(editor, u"１２．５"_s), "12.5");
             editor.Item<QAbstractButton>(EditCityId::ButtonOk)->click();
         });

@@ -72,7 +72,7 @@ TEST_F(PlanetariumStory, TheFirstScreenSaysHowToChooseTheSite)
 
     QAbstractButton* city = Button(u"都市名選択  Ctrl+T"_s);
     ASSERT_NE(city, nullptr);
-    InNext([](CKivDialog& list) { EXPECT_EQ(list.TemplateNumber(), CityId::Template); });
+    InNext<CKivDialog>([](CKivDialog& list) { EXPECT_EQ(list.TemplateNumber(), CityId::Template); });
     city->click();
     EXPECT_TRUE(Site().isVisible());
     Host().SetBody(Mars);
@@ -93,7 +93,7 @@ TEST_F(PlanetariumStory, TheKeysThatThePanelNamesWorkInTheSiteDialogToo)
     const bool ran = Host().IsClockRunning();
     Press(Qt::Key_R, Qt::ControlModifier);
     EXPECT_NE(Host().IsClockRunning(), ran);
-    InNext([](CKivDialog& list) { EXPECT_EQ(list.TemplateNumber(), CityId::Template); });
+    InNext<CKivDialog>([](CKivDialog& list) { EXPECT_EQ(list.TemplateNumber(), CityId::Template); });
     Press(Qt::Key_T, Qt::ControlModifier);
 }
 

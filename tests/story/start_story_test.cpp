@@ -166,8 +166,8 @@ TEST_F(StartStory, APlaceAddedInTheFirstRunShowsOnTheGlobe)
     };
     EXPECT_EQ(eastOfSite(), 0);
     PickCity(u"小笠原村"_s, [this](CKivDialog& list) {
-        InNext([](CKivDialog& choice) { choice.accept(); }, AddCityId::Template);
-        InNext(
+        InNext<CKivDialog>([](CKivDialog& choice) { choice.accept(); }, AddCityId::Template);
+        InNext<CKivDialog>(
             [](CKivDialog& editor) {
                 for (const auto& [id, text] : {std::pair{EditCityId::EditName, "SEA"},
                                                {CoordinateId::EditLong1, "150"},

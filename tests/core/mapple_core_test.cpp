@@ -1,6 +1,5 @@
 #include "core_test.h"
 #include "host/system/ComponentStore.h"
-#include "host/system/CurrentDirectory.h"
 #include "host/system/Registry.h"
 #include "roadmap/core/CormppCheck.h"
 #include "roadmap/core/MappleDataCheck.h"
@@ -46,16 +45,6 @@ protected:
     const QString There = m_machine.Path(u"there.so"_s);
     const QString Missing = m_machine.Path(u"missing"_s);
 };
-
-/// The keys below a path, each with the length that was passed for it taken from the one before.
-QStringList Enumerate(const CComponentStore::Key& key, qsizetype length)
-{
-    QStringList found;
-    QString name = u"(none)"_s;
-    for (qsizetype i = 0; key.EnumKey(i, &name, &length) != CComponentStore::Enumerated::NoMore; ++i)
-        found += name + u':' + QString::number(length);
-    return found;
-}
 } // namespace
 
 TEST_F(ComponentTest, StoreKeepsValuesOfEveryType)
@@ -88,12 +77,14 @@ TEST_F(ComponentTest, KeysAreEnumeratedInTheirOrderWithTheLengthLeft)
     const CComponentStore store;
     const CComponentStore::Key* key = store.OpenKey(Root::LocalMachine, MapplePath);
     ASSERT_NE(key, nullptr);
-    EXPECT_EQ(Enumerate(*key, 1024), (QStringList{u"bbbb:4"_s, u"aaaa:4"_s, u"aaaa:6"_s, u"cccccc:6"_s, u"d:1"_s}));
-    EXPECT_EQ(Enumerate(*key, 3).value(0), u"(none):4"_s);
-    QString name;
-    qsizetype length = 9;
+    QStringList found;
+    QString name = u"(none)"_s;
+    qsizetype length = 3;
+    for (qsizetype i = 0; key->EnumKey(i, &name, &length) != CComponentStore::Enumerated::NoMore; ++i)
+        found += name + u':' + QString::number(length);
+    EXPECT_EQ(found, (QStringList{u"(none):4"_s, u"aaaa:4"_s, u"aaaa:6"_s, u"cccccc:6"_s, u"d:1"_s}));
     EXPECT_EQ(key->EnumKey(-1, &name, &length), CComponentStore::Enumerated::NoMore);
-    EXPECT_EQ(length, 9);
+    EXPECT_EQ(length, 1);
 }
 
 TEST_F(ComponentTest, StoreSurvivesDamagedFiles)
@@ -108,8 +99,10 @@ TEST_F(ComponentTest, StoreSurvivesDamagedFiles)
     };
     const std::pair<QByteArray, bool> cases[] = {
         {"", false},
+        {QByteArray("\0\xFF\xFE<<>", 6), false},
         {head, true},
         {head + "<key><value>x</value></key><other/><value type=\"odd\">1</value>", true},
+        {head + "\x01\x02", true},
         {head + QByteArray(R"(<key name="k">)").repeated(50000), true},
         {R"(<!DOCTYPE c [<!ENTITY a "&b;&b;"><!ENTITY b "&a;">]><components>&a;</components>)", false},
         {head + QByteArray(5 << 20, ' '), false}};
@@ -247,21 +240,16 @@ TEST(SitePosition, IsReadFromAnEnginesAnswer)
         EXPECT_FALSE(SitePosition::FromEngineAnswer(answer)) << answer.toStdString();
 }
 
-TEST(CurrentDirectory, ComesBackToTheFirstOne)
+TEST(RoadMapSettings, HoldWhateverIsStoredWithinBounds)
 {
-    const QTemporaryDir first;
-    const QTemporaryDir second;
-    const QString before = QDir::currentPath();
-    {
-        CCurrentDirectory directory;
-        directory.SwitchTo(first.filePath(u"missing"_s));
-        EXPECT_EQ(QDir::currentPath(), before);
-        directory.SwitchTo(first.path());
-        directory.SwitchTo(second.path());
-        EXPECT_EQ(QDir::currentPath(), QDir(second.path()).canonicalPath());
-        directory.Restore();
-        EXPECT_EQ(QDir::currentPath(), before);
-        directory.SwitchTo(first.path());
+    const CTestHost machine;
+    EXPECT_EQ(RoadMapSettings::ReadCreateWait(u"S"_s), 1000);
+    EXPECT_EQ(RoadMapSettings::ReadZoomIndex(u"S"_s), 80);
+    for (const auto& [stored, wait, zoom] :
+         {std::tuple{0, 0, 0}, {-1, 0, 0}, {331, 331, 331}, {332, 332, 331}, {2147483647, 10000, 331}}) {
+        CRegistry::Write(u"S"_s, u"CreateWait"_s, stored, CRegistry::Count);
+        CRegistry::Write(u"S"_s, u"ZoomAngle"_s, stored, CRegistry::Count);
+        EXPECT_EQ(RoadMapSettings::ReadCreateWait(u"S"_s), wait);
+        EXPECT_EQ(RoadMapSettings::ReadZoomIndex(u"S"_s), zoom);
     }
-    EXPECT_EQ(QDir::currentPath(), before);
 }

@@ -89,8 +89,8 @@ TEST(CommonFile, ComparesAges)
     WriteFile(young, "y", noon.addSecs(1));
     WriteFile(old, "o", noon);
     const std::tuple<QString, QString, bool> cases[] = {
-        {young, old, true}, {old, young, false}, {old, old, false},          {old, none, true},
-        {none, old, false}, {none, none, false}, {folder.path(), old, false}};
+        {young, old, true}, {old, young, false}, {old, old, false},           {old, none, true},
+        {none, old, false}, {none, none, false}, {folder.path(), old, false}, {old, folder.path(), true}};
     for (const auto& [first, second, isNewer] : cases)
         EXPECT_EQ(CCommonFile::IsFileNewerThan(first, second), isNewer) << first.toStdString();
     EXPECT_FALSE(CCommonFile::DoesFileExist(folder.path()));

@@ -128,12 +128,10 @@ TEST(KivFile, ReadsLinesOfAnyEnding)
     CKivFile file;
     ASSERT_TRUE(file.OpenRead(path));
     QByteArray line;
-    for (const QByteArray& expected :
-         {QByteArray("a"), QByteArray("b"), QByteArray(), QByteArray(), huge, QByteArray("z\0", 2)}) {
-        ASSERT_TRUE(file.ReadLine(line));
-        EXPECT_EQ(line, expected);
-    }
-    EXPECT_FALSE(file.ReadLine(line));
+    QByteArrayList lines;
+    while (file.ReadLine(line))
+        lines += line;
+    EXPECT_EQ(lines, (QByteArrayList{"a", "b", "", "", huge, QByteArray("z\0", 2)}));
     EXPECT_TRUE(file.Seek(3));
     EXPECT_TRUE(file.ReadLine(line));
     EXPECT_EQ(line, "b");

@@ -31,7 +31,7 @@ protected:
         EXPECT_TRUE(m_engine.Create(CCorKiv::DefaultVariant, &m_parent, QRect(), 1));
         m_transcript.Take();
     }
-    // Runs the window and, from inside its modal loop, the steps; they have to close it.
+    // Runs the window and the steps inside its modal loop; they have to close it.
     template <typename Steps> int Run(Steps steps, const QString& title = QString())
     {
         CDlgCommand dialog(&m_engine, &m_parent);

@@ -35,12 +35,7 @@ TEST(CoordinateBlock, SplitsAndComposes)
 {
     constexpr double nan = std::numeric_limits<double>::quiet_NaN();
     constexpr double infinite = std::numeric_limits<double>::infinity();
-    struct Case
-    {
-        double Longitude, Latitude, TimeZone;
-        const char* Split;
-    };
-    const Case cases[]{
+    const std::tuple<double, double, double, const char*> cases[]{
         {139.99999, 89.99999, 5.75, "0:140 0 0.0, 0:90 0 0.0, 0, 0:5 45"},
         {-0.5, -0.5, -3.5, "1:0 30 0.0, 1:0 30 0.0, 0, 1:3 30"},
         {0.0, -0.0, 0.0, "0:0 0 0.0, 0:0 0 0.0, 0, 0:0 0"},
@@ -49,8 +44,8 @@ TEST(CoordinateBlock, SplitsAndComposes)
         {nan, nan, nan, "1:0 0 0.0, 1:0 0 0.0, 0, 1:0 0"},
         {infinite, -infinite, -infinite, "0:0 0 0.0, 1:0 0 0.0, 0, 1:0 0"},
     };
-    for (const Case& c : cases)
-        EXPECT_EQ(Text(Split(c.Longitude, c.Latitude, c.TimeZone)), c.Split);
+    for (const auto& [longitude, latitude, timeZone, split] : cases)
+        EXPECT_EQ(Text(Split(longitude, latitude, timeZone)), split);
 
     const CoordinateBlock west = Split(-0.5, -12.25, -3.5);
     EXPECT_EQ(PlaceCoordinates::ComposeLongitude(west), -0.5);
@@ -64,15 +59,7 @@ TEST(CoordinateBlock, SplitsAndComposes)
 TEST(CoordinateBlock, EachDialogSpinsByItsOwnRules)
 {
     const CoordinateBlock middle = Split(10.5, 20.5, 9.5); // 10 30 0.0, 20 30 0.0, 9 30
-    struct Case
-    {
-        Box Which;
-        double Value; ///< before
-        int Delta;
-        const char* CityList;
-        const char* Editor;
-    };
-    const Case cases[]{
+    const std::tuple<Box, double, int, const char*, const char*> cases[]{
         {Box::LngDeg, 180, -1, "0:180 30 0.0, 0:20 30 0.0, 0, 0:9 30", nullptr},
         {Box::LngDeg, 0, 1, "0:0 30 0.0, 0:20 30 0.0, 0, 0:9 30", nullptr},
         {Box::LngMin, 59, -1, "0:10 59 0.0, 0:20 30 0.0, 0, 0:9 30", nullptr},
@@ -87,14 +74,14 @@ TEST(CoordinateBlock, EachDialogSpinsByItsOwnRules)
         {Box::TzHour, 14, -1, "0:10 30 0.0, 0:20 30 0.0, 0, 0:14 30", nullptr},
         {Box::TzMin, 2147483647, -1, "0:10 30 0.0, 0:20 30 0.0, 0, 0:9 59", nullptr},
     };
-    for (const Case& c : cases) {
+    for (const auto& [which, value, delta, cityList, inEditor] : cases) {
         CoordinateBlock list = middle;
-        EntryRules::Set({list, list.Altitude}, c.Which, c.Value);
+        EntryRules::Set({list, list.Altitude}, which, value);
         CoordinateBlock editor = list;
-        EntryRules::Spin({list, list.Altitude}, c.Which, c.Delta, Policy::CityList);
-        EntryRules::Spin({editor, editor.Altitude}, c.Which, c.Delta, Policy::Editor);
-        EXPECT_EQ(Text(list), c.CityList);
-        EXPECT_EQ(Text(editor), c.Editor ? c.Editor : c.CityList);
+        EntryRules::Spin({list, list.Altitude}, which, delta, Policy::CityList);
+        EntryRules::Spin({editor, editor.Altitude}, which, delta, Policy::Editor);
+        EXPECT_EQ(Text(list), cityList);
+        EXPECT_EQ(Text(editor), inEditor ? inEditor : cityList);
     }
 
     CoordinateBlock pole = middle;

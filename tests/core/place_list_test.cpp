@@ -122,16 +122,10 @@ TEST(PlaceList, ShippedListIsReadWholeAndWrittenBack)
 TEST(PlaceList, BuildsTheTreeOfAnyFile)
 {
     const QByteArray v = ValueFields;
-    struct Row
-    {
-        QByteArray File;
-        QString Tree;
-        QByteArray Saved;
-    };
     const QByteArray written = ",  1.0000000E, 2.0000000N,      3,+09.00, 0, 0, 0\r\n";
     const auto line = [&written](const QByteArray& name) { return name.leftJustified(40) + written; };
-    for (const Row& row :
-         {Row{"", u"場所\n"_s, ""},
+    for (const auto& [file, tree, saved] :
+         {std::tuple<QByteArray, QString, QByteArray>{"", u"場所\n"_s, ""},
           {"#a\n#b \r\n", u"場所\n"_s, "#a\r\n#b \r\n"},
           {"p" + v + "@A\nq" + v, u"場所\n A\n  1 q\n0 p\n"_s, "@A\r\n" + line("q") + "#\r\n" + line("p")},
           {"\n#\n#\n@A\n#\n#\n#\n@B\n", u"場所\n A\n B\n"_s, "@A\r\n#\r\n@B\r\n#\r\n"},
@@ -146,22 +140,17 @@ TEST(PlaceList, BuildsTheTreeOfAnyFile)
            "@A\r\n" + QByteArray(40, ' ') + ",  0.0000000E, 0.0000000N,      0,+00.00, 0, 0, 0\r\n" + line("q") +
                "#\r\n"}}) {
         CListInFolder f;
-        f.Load(row.File);
-        EXPECT_EQ(f.TreeText(), row.Tree) << row.File.left(60).constData();
-        EXPECT_EQ(f.Saved(), row.Saved) << row.File.left(60).constData();
+        f.Load(file);
+        EXPECT_EQ(f.TreeText(), tree) << file.left(60).constData();
+        EXPECT_EQ(f.Saved(), saved) << file.left(60).constData();
     }
 }
 
 TEST(PlaceList, ReadsFieldsLeniently)
 {
-    struct Row
-    {
-        QByteArray Line;
-        QString Record;
-    };
     // clang-format off
-    for (const Row& row :
-         {Row{"a,139.7500000e,35.5n,12,9,1,0,3", u"a|139.75|35.5|12|9|1|0|3"_s},
+    for (const auto& [line, record] :
+         {std::tuple<QByteArray, QString>{"a,139.7500000e,35.5n,12,9,1,0,3", u"a|139.75|35.5|12|9|1|0|3"_s},
          {"a,139.7500000w,35.5s,12.9,-9.5,2,5,-3", u"a|-139.75|-35.5|12|-9.5|0|5|-3"_s},
          {"a,139.75,35.52,12,+9,0,0,0", u"a|139.7|35.5|12|9|0|0|0"_s}, {"a,E,W,,,,,x", u"a|0|0|0|0|0|0|0"_s},
          {"a,W,S, x,1e999, 1 ,nan, 7 ", u"a|-0|-0|0|0|1|0|7"_s},
@@ -174,9 +163,9 @@ TEST(PlaceList, ReadsFieldsLeniently)
         // clang-format on
         CCityList place;
         place.Name = u"kept"_s;
-        EXPECT_EQ(PlaceListFormat::ParsePlace(row.Line, place), !row.Record.startsWith(u"kept"_s));
-        EXPECT_TRUE(RecordText(place) == row.Record)
-            << row.Line.left(60).constData() << RecordText(place).left(60).toStdString();
+        EXPECT_EQ(PlaceListFormat::ParsePlace(line, place), !record.startsWith(u"kept"_s));
+        EXPECT_TRUE(RecordText(place) == record)
+            << line.left(60).constData() << RecordText(place).left(60).toStdString();
     }
 }
 
@@ -201,13 +190,10 @@ TEST(PlaceList, CutsLongNamesWithoutTouchingTheComma)
 TEST(PlaceList, DataStringsCarryARecord)
 {
     CListInFolder f;
-    struct Row
-    {
-        QString Data, Record, Back;
-    };
-    for (const Row& row :
-         {Row{u"-118.0575000,-33.2500000,1742,-8.00, 1, 1,12"_s, u"|-118.058|-33.25|1742|-8|1|1|12"_s,
-              u"-118.0575000,-33.2500000,1742,-8.00, 1, 1,12"_s},
+    for (const auto& [data, record, back] :
+         {std::tuple<QString, QString, QString>{u"-118.0575000,-33.2500000,1742,-8.00, 1, 1,12"_s,
+                                                u"|-118.058|-33.25|1742|-8|1|1|12"_s,
+                                                u"-118.0575000,-33.2500000,1742,-8.00, 1, 1,12"_s},
           {u"1,2,12.9,9.5,7,-1,3"_s, u"|1|2|12.9|9.5|7|-1|3"_s, u"  1.0000000, 2.0000000,13,09.50, 0,-1, 3"_s},
           {u"1,,3,4,5,6,7"_s, u"|1|0|0|0|0|0|0"_s, u"  1.0000000, 0.0000000,0,00.00, 0, 0, 0"_s},
           {u",2,3,4,5,6,7"_s, u"|0|0|0|0|0|0|0"_s, u"  0.0000000, 0.0000000,0,00.00, 0, 0, 0"_s},
@@ -216,9 +202,9 @@ TEST(PlaceList, DataStringsCarryARecord)
           {u"-0.00000001,0,0.5,-0.5,1,0,0"_s, u"|-1e-08|0|0.5|-0.5|1|0|0"_s,
            u" -0.0000000, 0.0000000,0,-0.50, 1, 0, 0"_s},
           {u""_s, u"|0|0|0|0|0|0|0"_s, u"  0.0000000, 0.0000000,0,00.00, 0, 0, 0"_s}}) {
-        f.List.SetLocationData(9999, row.Data);
-        EXPECT_EQ(RecordText(f.List.Place(9999)), row.Record) << row.Data.toStdString();
-        EXPECT_EQ(f.List.GetLocationData(9999), row.Back) << row.Data.toStdString();
+        f.List.SetLocationData(9999, data);
+        EXPECT_EQ(RecordText(f.List.Place(9999)), record) << data.toStdString();
+        EXPECT_EQ(f.List.GetLocationData(9999), back) << data.toStdString();
     }
     CCityList place;
     place.Altitude = -12.9;
@@ -240,21 +226,16 @@ TEST(PlaceList, ReportsProgress)
 {
     const QString start = u"0:都市データの読み込み中*1"_s;
     const auto repeated = [](const QByteArray& line, int times) { return line.repeated(times); };
-    struct Row
-    {
-        QByteArray File;
-        QString Reports;
-    };
-    for (const Row& row :
-         {Row{"#h\n", start + u" 2:0*1"_s},                               // no line to estimate from
+    for (const auto& [file, reports] :
+         {std::tuple<QByteArray, QString>{"#h\n", start + u" 2:0*1"_s},   // no line to estimate from
           {"\n" + repeated("@a\n", 900), start + u" 2:0*1"_s},            // an empty one
           {repeated("@abcdefgh\n", 80), start + u" 2:0*1"_s},             // below a hundred lines
           {repeated("@abcdefghi\n", 200), start + u" 1:0*100 2:0*1"_s},   // 220 lines expected, two a step
           {repeated("@abcdefghi\n\n", 200), start + u" 1:0*100 2:0*1"_s}, // empty lines do not count
           {"@" + QByteArray(29, 'x') + "\n" + repeated("@ab\n", 1000), start + u" 1:0*132 1:100*869 2:0*1"_s}}) {
         CListInFolder f;
-        f.Load(row.File);
-        EXPECT_EQ(f.ReportText(), row.Reports) << row.File.left(40).constData();
+        f.Load(file);
+        EXPECT_EQ(f.ReportText(), reports) << file.left(40).constData();
     }
     CListInFolder missing;
     missing.List.LoadCityList();

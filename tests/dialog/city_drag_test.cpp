@@ -107,35 +107,30 @@ TEST_F(CityDrag, TakesTheSelectionAlongWithWhatIsMoved)
 
 TEST_F(CityDrag, MovesWithoutAMouse)
 {
-    struct Step
-    {
-        const char* Select; ///< null: what is selected
-        const char* Keys;
-        const char* Tree;
-    };
     constexpr char last[] = "日本(関東(東京 横浜)) 富士山 海外(東北(仙台) Paris London)";
-    const Step steps[]{{"日本/富士山", "Alt+Up", "日本(関東(東京 横浜) 富士山 東北(仙台)) 海外(Paris London)"},
-                       {nullptr, "Alt+Right", "日本(関東(富士山 東京 横浜) 東北(仙台)) 海外(Paris London)"},
-                       {nullptr, "Alt+Up Alt+Right", "日本(関東(富士山 東京 横浜) 東北(仙台)) 海外(Paris London)"},
-                       {nullptr, "Alt+Down", "日本(関東(東京 富士山 横浜) 東北(仙台)) 海外(Paris London)"},
-                       {nullptr, "Alt+Left", "日本(関東(東京 横浜) 富士山 東北(仙台)) 海外(Paris London)"},
-                       {nullptr, "Alt+Left Alt+Left",
-                        "日本(関東(東京 横浜) 東北(仙台)) 富士山 海外(Paris London)"}, // not beside the root
-                       {"日本/東北", "Ctrl+X", "日本(関東(東京 横浜) 東北(仙台)) 富士山 海外(Paris London)"},
-                       {"海外", "Ctrl+V", last},
-                       {nullptr, "Ctrl+V", last}, // once only
-                       {"海外", "Ctrl+X", last},
-                       {"海外/東北", "Ctrl+V", last}, // not into itself
-                       {"海外/Paris", "Ctrl+X Esc", last},
-                       {"日本", "Ctrl+V", last}, // no longer cut
-                       {nullptr, "Ctrl+Z Ctrl+Z Ctrl+Z Ctrl+Z Ctrl+Z Ctrl+Z Ctrl+Z", Shipped}};
+    const std::tuple<const char*, const char*, const char*> steps[]{
+        {"日本/富士山", "Alt+Up", "日本(関東(東京 横浜) 富士山 東北(仙台)) 海外(Paris London)"},
+        {nullptr, "Alt+Right", "日本(関東(富士山 東京 横浜) 東北(仙台)) 海外(Paris London)"},
+        {nullptr, "Alt+Up Alt+Right", "日本(関東(富士山 東京 横浜) 東北(仙台)) 海外(Paris London)"},
+        {nullptr, "Alt+Down", "日本(関東(東京 富士山 横浜) 東北(仙台)) 海外(Paris London)"},
+        {nullptr, "Alt+Left", "日本(関東(東京 横浜) 富士山 東北(仙台)) 海外(Paris London)"},
+        {nullptr, "Alt+Left Alt+Left",
+         "日本(関東(東京 横浜) 東北(仙台)) 富士山 海外(Paris London)"}, // not beside the root
+        {"日本/東北", "Ctrl+X", "日本(関東(東京 横浜) 東北(仙台)) 富士山 海外(Paris London)"},
+        {"海外", "Ctrl+V", last},
+        {nullptr, "Ctrl+V", last}, // once only
+        {"海外", "Ctrl+X", last},
+        {"海外/東北", "Ctrl+V", last}, // not into itself
+        {"海外/Paris", "Ctrl+X Esc", last},
+        {"日本", "Ctrl+V", last}, // no longer cut
+        {nullptr, "Ctrl+Z Ctrl+Z Ctrl+Z Ctrl+Z Ctrl+Z Ctrl+Z Ctrl+Z", Shipped}};
     Run([&] {
         Choose(MoveToId::RadioInto); // asked once, for the folder that is pasted on a folder
-        for (const Step& step : steps) {
-            if (step.Select)
-                Select(step.Select);
-            Keys(step.Keys);
-            EXPECT_EQ(TreeText(), step.Tree) << step.Keys;
+        for (const auto& [select, keys, tree] : steps) {
+            if (select)
+                Select(select);
+            Keys(keys);
+            EXPECT_EQ(TreeText(), tree) << keys;
             EXPECT_TRUE(Dialog->isVisible());
         }
     });

@@ -281,7 +281,8 @@ TEST_F(CityEdit, ShowsWhatThereIsOfAListThatIsTooLongAndAddsNothing)
         Prompts.Expect("地名の数が上限（10,000 件）に達したため、追加できません。\n"
                        "不要な地名を「編集」で書き換えてください。",
                        IPrompts::Icon::Exclamation);
-        AddPlace("one more");
+        InNext<CAddCty>([](CAddCty& /*add*/) { Enter(); });
+        Key(Qt::Key_Insert);
         EXPECT_EQ(Dialog->Item<CKivTreeCtrl>(CityId::Tree)->model()->rowCount(At("A")), CPlaceList::PlaceTableSize);
         EXPECT_EQ(Selected(), "A");
     });

@@ -130,28 +130,21 @@ TEST_F(MappleFindTest, ListsWhatWasFound)
 
 TEST_F(MappleFindTest, SaysWhyThereIsNothingToShow)
 {
-    struct Row
-    {
-        bool LandMark;
-        int Status;
-        const char* Message;
-        bool KeepsList;
-    };
     OpenFind();
-    for (const Row& row : {
-             Row{false, 0, "一致する住所がありませんでした。", false},
-             Row{false, -1, "住所キーワード検索を中止しました。", true},
-             Row{true, 2, "一致する施設がありませんでした。", false},
-             Row{true, 3, "施設検索を中止しました。", true},
+    for (const auto& [landMark, status, message, keepsList] : {
+             std::tuple<bool, int, const char*, bool>{false, 0, "一致する住所がありませんでした。", false},
+             {false, -1, "住所キーワード検索を中止しました。", true},
+             {true, 2, "一致する施設がありませんでした。", false},
+             {true, 3, "施設検索を中止しました。", true},
          }) {
         Search({u"a|b"_s});
-        Start(u"どこか"_s, row.LandMark);
-        if (row.Status == 0 || row.Status == 2)
+        Start(u"どこか"_s, landMark);
+        if (status == 0 || status == 2)
             GiveResults({});
-        Prompts.Expect(row.Message, Information);
-        Raise(row.LandMark ? LandMark : Address, {row.Status});
-        EXPECT_EQ(List().model()->rowCount(), row.KeepsList ? 1 : 0) << row.Message;
-        EXPECT_EQ(Disabled(), row.KeepsList ? Nothing : OnlyMoves) << row.Message;
+        Prompts.Expect(message, Information);
+        Raise(landMark ? LandMark : Address, {status});
+        EXPECT_EQ(List().model()->rowCount(), keepsList ? 1 : 0) << message;
+        EXPECT_EQ(Disabled(), keepsList ? Nothing : OnlyMoves) << message;
         EXPECT_TRUE(Edit().hasFocus());
         EXPECT_EQ(Edit().selectedText(), u"どこか"_s);
         EXPECT_EQ(QDir::currentPath(), WorkingFolder);

@@ -49,27 +49,22 @@ TEST_F(MappleTest, OpensOnTheObserversSite)
 
 TEST_F(MappleTest, AsksTheEngineForTheSiteWithoutAnObserver)
 {
-    struct Row
-    {
-        QString Answer;
-        const char* Heard;
-        const char* Text;
-    };
     const char* const asked = "R 4(8000)\nH ? Location";
-    for (const Row& row : {
-             Row{u"Location(139.5, 35.25, 39)"_s,
+    for (const auto& [answer, heard, text] : {
+             std::tuple<QString, const char*, const char*>{
+                 u"Location(139.5, 35.25, 39)"_s,
                  "R 4(8000)\nH ? Location\nR 1(true, 502200000.000000, 126900000.000000)\nR 5()", TokyoText},
-             Row{u"Location(-139.5, -35.25, 39)"_s,
-                 "R 4(8000)\nH ? Location\nR 1(true, -502200000.000000, -126900000.000000)\nR 5()",
-                 "西経： 139 度 30 分  0.00 秒 南緯： 35 度 15 分  0.00 秒"},
-             Row{u"Location(139.5, 35.25)"_s, asked, ""},
+             {u"Location(-139.5, -35.25, 39)"_s,
+              "R 4(8000)\nH ? Location\nR 1(true, -502200000.000000, -126900000.000000)\nR 5()",
+              "西経： 139 度 30 分  0.00 秒 南緯： 35 度 15 分  0.00 秒"},
+             {u"Location(139.5, 35.25)"_s, asked, ""},
          }) {
-        Host.Answers[u"? Location"_s] = row.Answer;
+        Host.Answers[u"? Location"_s] = answer;
         MakeDialog(false);
         Store("Dialog\\Mapple", "ZoomAngle", u"80"_s);
         ASSERT_EQ(Dialog->Create(&HostEngine), 1);
-        EXPECT_EQ(Transcript.Take(), row.Heard);
-        EXPECT_EQ(SiteText(), row.Text);
+        EXPECT_EQ(Transcript.Take(), heard);
+        EXPECT_EQ(SiteText(), text);
     }
     MakeDialog(false);
     EXPECT_EQ(Dialog->Create(nullptr), 1);
@@ -220,27 +215,20 @@ TEST_F(MappleTest, ZoomsWhenTheScrollEnds)
 
 TEST_F(MappleTest, RemembersTheZoomOneStepWider)
 {
-    struct Row
-    {
-        const char* Stored;
-        const char* Scale;
-        int Slider;
-        const char* StoredAfter;
-    };
-    for (const Row& row : {
-             Row{"0", "R 4(1000)", 0, "1"},
-             Row{"330", "R 4(5000000)", 329, "330"},
-             Row{"-5", "R 4(1000)", 0, "1"},
-             Row{"wide", "R 4(8000)", 80, "81"},
+    for (const auto& [stored, scale, slider, storedAfter] : {
+             std::tuple<const char*, const char*, int, const char*>{"0", "R 4(1000)", 0, "1"},
+             {"330", "R 4(5000000)", 329, "330"},
+             {"-5", "R 4(1000)", 0, "1"},
+             {"wide", "R 4(8000)", 80, "81"},
          }) {
         MakeDialog(false);
-        Store("Dialog\\Mapple", "ZoomAngle", QString::fromLatin1(row.Stored));
+        Store("Dialog\\Mapple", "ZoomAngle", QString::fromLatin1(stored));
         ASSERT_EQ(Dialog->Create(nullptr), 1);
         QApplication::processEvents();
-        EXPECT_EQ(Transcript.Take(), row.Scale) << row.Stored;
-        EXPECT_EQ(Slider().value(), row.Slider) << row.Stored;
+        EXPECT_EQ(Transcript.Take(), scale) << stored;
+        EXPECT_EQ(Slider().value(), slider) << stored;
         Dialog->close();
-        EXPECT_EQ(StoredText("Dialog\\Mapple", "ZoomAngle"), row.StoredAfter) << row.Stored;
+        EXPECT_EQ(StoredText("Dialog\\Mapple", "ZoomAngle"), storedAfter) << stored;
     }
 }
 

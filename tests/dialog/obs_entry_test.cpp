@@ -107,32 +107,23 @@ TEST_F(ObsEntry, TypingFollowsTheRulesOfEachBox)
 
 TEST_F(ObsEntry, CaretStaysWhereTheUserTypes)
 {
-    struct Case
-    {
-        int Id;
-        const char* Text;
-        int Caret;
-        const char* Keys;
-        const char* After;
-        int CaretAfter;
-    };
     using namespace ObsId;
-    const Case cases[]{{EditLngDeg, "15", 0, "1", "115", 1}, // no caret rule: left alone
-                       {EditLngMin, "5", 0, "1", "15", 2},   // not longer: one character further
-                       {EditLngSec, "", 0, "7", "7.0", 1},   // the refill makes it longer
-                       {EditLatSec, "", 0, "7", "7.0", 1},   {EditLatDeg, "5", 0, "1", "15", 1},
-                       {EditAlt, "50", 0, "1", "150", 1}};
+    const std::tuple<int, const char*, int, const char*, const char*, int> cases[]{
+        {EditLngDeg, "15", 0, "1", "115", 1}, // no caret rule: left alone
+        {EditLngMin, "5", 0, "1", "15", 2},   // not longer: one character further
+        {EditLngSec, "", 0, "7", "7.0", 1},   // the refill makes it longer
+        {EditLatSec, "", 0, "7", "7.0", 1},   {EditLatDeg, "5", 0, "1", "15", 1}, {EditAlt, "50", 0, "1", "150", 1}};
     Open();
     FollowObserver();
     StandOn(6); // kilometres: the refill after each change pushes all fields
     Observer.UpdateObsByUI(15.25, 5.25, 50000.0);
-    for (const Case& c : cases) {
-        auto* edit = Item<CKivEdit>(c.Id);
-        edit->setText(QString::fromUtf8(c.Text));
-        edit->setCursorPosition(c.Caret);
-        QTest::keyClicks(edit, QString::fromUtf8(c.Keys));
-        EXPECT_EQ(TextOf(c.Id), c.After) << c.Id;
-        EXPECT_EQ(edit->cursorPosition(), c.CaretAfter) << c.Id;
+    for (const auto& [id, text, caret, keys, after, caretAfter] : cases) {
+        auto* edit = Item<CKivEdit>(id);
+        edit->setText(QString::fromUtf8(text));
+        edit->setCursorPosition(caret);
+        QTest::keyClicks(edit, QString::fromUtf8(keys));
+        EXPECT_EQ(TextOf(id), after) << id;
+        EXPECT_EQ(edit->cursorPosition(), caretAfter) << id;
     }
     auto* longitudeMinutes = Item<CKivEdit>(EditLngMin);
     longitudeMinutes->setCursorPosition(0);
@@ -143,61 +134,50 @@ TEST_F(ObsEntry, CaretStaysWhereTheUserTypes)
 TEST_F(ObsEntry, SpinsStepClampAndFlip)
 {
     using namespace ObsId;
-    struct Case
-    {
-        int Body, Spin;
-        bool Up;
-        double Longitude, Latitude;
-        const char* Fields;
-    };
-    const Case cases[]{{4, SpinLngDeg, false, 0.25, 20, "W 1 15 0.0 N 20 0 0.0"},
-                       {1, SpinLngDeg, true, 180.0, 20, "W 179 0 0.0 N 20 0 0.0"},
-                       {4, SpinLngDeg, false, 359.75, 20, "E 1 15 0.0 N 20 0 0.0"},
-                       {6, SpinLngDeg, true, 360.0, 20, "W 1 0 0.0 N 20 0 0.0"},
-                       {6, SpinLngDeg, false, 0.25, 20, "W 359 15 0.0 N 20 0 0.0"},
-                       {5, SpinLngDeg, true, 359.0, 20, "W 360 0 0.0 N 20 0 0.0"},
-                       {4, SpinLngSec, false, 10.0 + 0.05 / 3600, 20, "E 10 0 0.0 N 20 0 0.0"},
-                       {4, SpinLngMin, true, 10.9875, 20, "E 10 59 15.0 N 20 0 0.0"},
-                       {4, SpinLngMin, false, 10.0125, 20, "E 10 0 45.0 N 20 0 0.0"},
-                       {4, SpinLngSec, true, 10.0125, 20, "E 10 0 45.1 N 20 0 0.0"},
-                       {4, SpinLngSec, false, 10.0, 20, "E 10 0 0.0 N 20 0 0.0"},
-                       {4, SpinLngSec, true, 10.01663888889, 20, "E 10 0 59.9 N 20 0 0.0"},
-                       {4, SpinLatDeg, true, 10, 89.5, "E 10 0 0.0 N 90 0 0.0"},
-                       {4, SpinLatDeg, true, 10, -88.5, "E 10 0 0.0 S 89 30 0.0"},
-                       {4, SpinLatDeg, false, 10, 0.5, "E 10 0 0.0 N 0 0 0.0"},
-                       {4, SpinLatMin, true, 10, 90, "E 10 0 0.0 N 90 0 0.0"},
-                       {4, SpinLatMin, true, 10, 20.0, "E 10 0 0.0 N 20 1 0.0"},
-                       {4, SpinLatSec, true, 10, 90, "E 10 0 0.0 N 90 0 0.0"},
-                       {4, SpinLatSec, false, 10, 20.0125, "E 10 0 0.0 N 20 0 44.9"}};
+    const std::tuple<int, int, bool, double, double, const char*> cases[]{
+        {4, SpinLngDeg, false, 0.25, 20, "W 1 15 0.0 N 20 0 0.0"},
+        {1, SpinLngDeg, true, 180.0, 20, "W 179 0 0.0 N 20 0 0.0"},
+        {4, SpinLngDeg, false, 359.75, 20, "E 1 15 0.0 N 20 0 0.0"},
+        {6, SpinLngDeg, true, 360.0, 20, "W 1 0 0.0 N 20 0 0.0"},
+        {6, SpinLngDeg, false, 0.25, 20, "W 359 15 0.0 N 20 0 0.0"},
+        {5, SpinLngDeg, true, 359.0, 20, "W 360 0 0.0 N 20 0 0.0"},
+        {4, SpinLngSec, false, 10.0 + 0.05 / 3600, 20, "E 10 0 0.0 N 20 0 0.0"},
+        {4, SpinLngMin, true, 10.9875, 20, "E 10 59 15.0 N 20 0 0.0"},
+        {4, SpinLngMin, false, 10.0125, 20, "E 10 0 45.0 N 20 0 0.0"},
+        {4, SpinLngSec, true, 10.0125, 20, "E 10 0 45.1 N 20 0 0.0"},
+        {4, SpinLngSec, false, 10.0, 20, "E 10 0 0.0 N 20 0 0.0"},
+        {4, SpinLngSec, true, 10.01663888889, 20, "E 10 0 59.9 N 20 0 0.0"},
+        {4, SpinLatDeg, true, 10, 89.5, "E 10 0 0.0 N 90 0 0.0"},
+        {4, SpinLatDeg, true, 10, -88.5, "E 10 0 0.0 S 89 30 0.0"},
+        {4, SpinLatDeg, false, 10, 0.5, "E 10 0 0.0 N 0 0 0.0"},
+        {4, SpinLatMin, true, 10, 90, "E 10 0 0.0 N 90 0 0.0"},
+        {4, SpinLatMin, true, 10, 20.0, "E 10 0 0.0 N 20 1 0.0"},
+        {4, SpinLatSec, true, 10, 90, "E 10 0 0.0 N 90 0 0.0"},
+        {4, SpinLatSec, false, 10, 20.0125, "E 10 0 0.0 N 20 0 44.9"}};
     Open();
-    for (const Case& c : cases) {
-        SCOPED_TRACE(std::to_string(c.Spin) + (c.Up ? " up from " : " down from ") + c.Fields);
-        Observer.UpdateLocationObjectByUI(c.Body, 1);
-        Observer.UpdateObsByUI(c.Longitude, c.Latitude, 0.0);
+    for (const auto& [body, spin, up, longitude, latitude, fields] : cases) {
+        SCOPED_TRACE(std::to_string(spin) + (up ? " up from " : " down from ") + fields);
+        Observer.UpdateLocationObjectByUI(body, 1);
+        Observer.UpdateObsByUI(longitude, latitude, 0.0);
         Dialog->InitLocation(1);
-        ClickSpin(c.Spin, c.Up);
-        EXPECT_EQ(Fields(), c.Fields);
+        ClickSpin(spin, up);
+        EXPECT_EQ(Fields(), fields);
         EXPECT_TRUE(Transcript.Take().find("Show Sky\nO ") != std::string::npos) << "applied";
     }
-    struct Plain
-    {
-        int Spin, Edit;
-        bool Up;
-        const char *From, *To;
-    };
-    const Plain plain[]{{SpinAlt, EditAlt, true, "5", "6"},           {SpinAlt, EditAlt, false, "-9999", "-9999"},
-                        {SpinAlt, EditAlt, true, "999999", "999999"}, {SpinTzHour, EditTzHour, true, "14", "14"},
-                        {SpinTzHour, EditTzHour, false, "0", "0"},    {SpinTzMin, EditTzMin, true, "58", "59"},
-                        {SpinTzMin, EditTzMin, true, "59", "59"},     {SpinTzMin, EditTzMin, false, "30", "29"}};
+    const std::tuple<int, int, bool, const char*, const char*> plain[]{
+        {SpinAlt, EditAlt, true, "5", "6"},           {SpinAlt, EditAlt, false, "-9999", "-9999"},
+        {SpinAlt, EditAlt, true, "999999", "999999"}, {SpinTzHour, EditTzHour, true, "14", "14"},
+        {SpinTzHour, EditTzHour, false, "0", "0"},    {SpinTzMin, EditTzMin, true, "58", "59"},
+        {SpinTzMin, EditTzMin, true, "59", "59"},     {SpinTzMin, EditTzMin, false, "30", "29"}};
     StandOn(4);
     Item<CKivEdit>(EditLngDeg)->setText(u"180"_s);
     Item<CKivEdit>(EditLngMin)->setText(u"30"_s);
     ClickSpin(SpinLngDeg, true);
     EXPECT_EQ(Fields(), "W 179 30 0.0 N 20 0 44.9") << "the minutes stay";
-    for (const Plain& p : plain) {
-        Item<CKivEdit>(p.Edit)->setText(QString::fromUtf8(p.From));
-        ClickSpin(p.Spin, p.Up);
-        EXPECT_EQ(TextOf(p.Edit), p.To) << p.Spin;
+    for (const auto& [spin, edit, up, from, to] : plain) {
+        Item<CKivEdit>(edit)->setText(QString::fromUtf8(from));
+        ClickSpin(spin, up);
+        EXPECT_EQ(TextOf(edit), to) << spin;
     }
     EXPECT_EQ(Observer.GetHeight(), 999999.0);
     StandOn(6); // kilometres do not go below 0

@@ -65,19 +65,13 @@ TEST_F(ObsLifecycle, RefusedControlsAreReportedAndTheRestStillShows)
 
 TEST_F(ObsLifecycle, LandmarkListIsChosenBeforeTheRefresh)
 {
-    struct Case
-    {
-        const char* Name;
-        bool Shipped, Newer, User, Module;
-        const char* List; ///< relative to the temporary folder
-        bool Exists, Rewritten;
-    };
-    const Case cases[]{{"nothing", false, false, false, false, "module/kivpel.obs", false, false},
-                       {"module only", false, false, false, true, "module/kivpel.obs", true, false},
-                       {"user list", false, false, true, true, "data/kivpel_user.obs", true, false},
-                       {"older shipped list", true, false, true, false, "data/kivpel_user.obs", true, false},
-                       {"newer shipped list", true, true, true, false, "data/kivpel_user.obs", true, true},
-                       {"first start", true, true, false, true, "module/kivpel.obs", true, true}};
+    const std::tuple<const char*, bool, bool, bool, bool, const char*, bool, bool> cases[]{
+        {"nothing", false, false, false, false, "module/kivpel.obs", false, false},
+        {"module only", false, false, false, true, "module/kivpel.obs", true, false},
+        {"user list", false, false, true, true, "data/kivpel_user.obs", true, false},
+        {"older shipped list", true, false, true, false, "data/kivpel_user.obs", true, false},
+        {"newer shipped list", true, true, true, false, "data/kivpel_user.obs", true, true},
+        {"first start", true, true, false, true, "module/kivpel.obs", true, true}};
     const QDateTime now = QDateTime::currentDateTimeUtc();
     const auto put = [this](const char* name, bool exists, const QDateTime& changed) {
         const QString path = Folder.filePath(QString::fromLatin1(name));
@@ -85,20 +79,20 @@ TEST_F(ObsLifecycle, LandmarkListIsChosenBeforeTheRefresh)
         if (exists)
             WriteFile(path, "// head\r\n", changed);
     };
-    for (const Case& c : cases) {
-        put("data/kivpel.obs", c.Shipped, c.Newer ? now : now.addDays(-2));
-        put("data/kivpel_user.obs", c.User, now.addDays(-1));
-        put("module/kivpel.obs", c.Module, now);
+    for (const auto& [name, shipped, newer, user, module, list, exists, rewritten] : cases) {
+        put("data/kivpel.obs", shipped, newer ? now : now.addDays(-2));
+        put("data/kivpel_user.obs", user, now.addDays(-1));
+        put("module/kivpel.obs", module, now);
         CDlgObs dialog(&Parent, Folder.path() + u"/data/"_s, 0);
         dialog.SetKPDateObs(&Observer);
         Transcript.Take();
         EXPECT_EQ(dialog.Create(&HostEngine), 1);
-        const std::string told = "M 20(" + Folder.filePath(QString::fromLatin1(c.List)).toStdString() + ")\nM 16(" +
-                                 (c.Exists ? "true" : "false") + ")\nM 22()";
-        EXPECT_NE(Transcript.Take().find(told), std::string::npos) << c.Name;
-        const QFileInfo user(Folder.filePath(u"data/kivpel_user.obs"_s));
-        EXPECT_EQ(user.isFile(), c.User || c.Rewritten) << c.Name;
-        EXPECT_EQ(user.isFile() && user.lastModified() > now.addSecs(-3600), c.Rewritten) << c.Name;
+        const std::string told = "M 20(" + Folder.filePath(QString::fromLatin1(list)).toStdString() + ")\nM 16(" +
+                                 (exists ? "true" : "false") + ")\nM 22()";
+        EXPECT_NE(Transcript.Take().find(told), std::string::npos) << name;
+        const QFileInfo userList(Folder.filePath(u"data/kivpel_user.obs"_s));
+        EXPECT_EQ(userList.isFile(), user || rewritten) << name;
+        EXPECT_EQ(userList.isFile() && userList.lastModified() > now.addSecs(-3600), rewritten) << name;
     }
 }
 
@@ -129,39 +123,33 @@ TEST_F(ObsLifecycle, RefillTakesOnlyWhatDiffers)
 
 TEST_F(ObsLifecycle, EachBodyHasItsMapItsHemisphereAndItsControls)
 {
-    struct Case
-    {
-        int Body, TimeSystem;
-        bool OnGlobeMap, Hemisphere, Earth, Zone;
-        const char* Fields;
-        const char* Unit;
-    };
-    const Case cases[]{{4, 0, true, true, true, true, "W 74 0 21.6 N 40 42 46.1", "m"},
-                       {4, 2, true, true, true, false, "W 74 0 21.6 N 40 42 46.1", "m"},
-                       {1, 0, false, true, false, false, "W 74 0 21.6 N 40 42 46.1", "m"},
-                       {5, 0, false, false, false, false, "W 285 59 38.4 N 40 42 46.1", "m"},
-                       {6, 0, false, false, false, false, "W 285 59 38.4 N 40 42 46.1", "km"},
-                       {3, 1, false, false, false, false, "E 285 59 38.4 N 40 42 46.1", "m"}};
+    const std::tuple<int, int, bool, bool, bool, bool, const char*, const char*> cases[]{
+        {4, 0, true, true, true, true, "W 74 0 21.6 N 40 42 46.1", "m"},
+        {4, 2, true, true, true, false, "W 74 0 21.6 N 40 42 46.1", "m"},
+        {1, 0, false, true, false, false, "W 74 0 21.6 N 40 42 46.1", "m"},
+        {5, 0, false, false, false, false, "W 285 59 38.4 N 40 42 46.1", "m"},
+        {6, 0, false, false, false, false, "W 285 59 38.4 N 40 42 46.1", "km"},
+        {3, 1, false, false, false, false, "E 285 59 38.4 N 40 42 46.1", "m"}};
     Open();
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.Body);
-        Observer.SetTimeSys(c.TimeSystem);
-        Observer.UpdateLocationObjectByUI(c.Body, 1);
+    for (const auto& [body, timeSystem, onGlobeMap, hemisphere, earth, zone, fields, unit] : cases) {
+        SCOPED_TRACE(body);
+        Observer.SetTimeSys(timeSystem);
+        Observer.UpdateLocationObjectByUI(body, 1);
         for (const double longitude : {-10.0, -74.006}) {
             Observer.UpdateObsByUI(longitude, 40.712806, 10.0);
             Dialog->InitLocation(0);
         }
-        EXPECT_EQ(Dialog->MapOfDialog().isVisible(), c.OnGlobeMap);
-        EXPECT_EQ(Dialog->EngineOfDialog().isVisible(), !c.OnGlobeMap);
-        EXPECT_EQ(Transcript.Take().find("M 6(285.994000, 40.712806)") != std::string::npos, c.OnGlobeMap);
-        EXPECT_EQ(Fields(), c.Fields);
-        EXPECT_EQ(TextOf(ObsId::LabelAltUnit), c.Unit);
+        EXPECT_EQ(Dialog->MapOfDialog().isVisible(), onGlobeMap);
+        EXPECT_EQ(Dialog->EngineOfDialog().isVisible(), !onGlobeMap);
+        EXPECT_EQ(Transcript.Take().find("M 6(285.994000, 40.712806)") != std::string::npos, onGlobeMap);
+        EXPECT_EQ(Fields(), fields);
+        EXPECT_EQ(TextOf(ObsId::LabelAltUnit), unit);
         using namespace ObsId;
-        EXPECT_EQ(Item(RadioEast)->isEnabled(), c.Hemisphere);
+        EXPECT_EQ(Item(RadioEast)->isEnabled(), hemisphere);
         for (const int id : {GroupTz, ButtonSetInit, ButtonCity, GroupFeature, CheckFeatureFirst + 7})
-            EXPECT_EQ(Item(id)->isEnabled(), c.Earth) << id;
+            EXPECT_EQ(Item(id)->isEnabled(), earth) << id;
         for (const int id : {RadioTzPlus, EditTzHour, SpinTzHour, LabelTzHour, EditTzMin, SpinTzMin, LabelTzMin})
-            EXPECT_EQ(Item(id)->isEnabled(), c.Zone) << id;
+            EXPECT_EQ(Item(id)->isEnabled(), zone) << id;
         for (const int id : {RadioNorth, EditLatDeg, RadioAltAuto, EditAlt, SpinAlt, ButtonReset, ButtonClose})
             EXPECT_TRUE(Item(id)->isEnabled()) << id;
     }

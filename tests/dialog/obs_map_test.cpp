@@ -15,11 +15,7 @@ constexpr char Asked[] = "E ? Location.Longitude\nE ? Location.Latitude\nE ? Loc
 
 TEST_F(ObsMap, ClickOnTheGlobeTakesTheEnginesLocationOver)
 {
-    struct Case
-    {
-        const char *Longitude, *Latitude, *Altitude, *Said;
-    };
-    const Case cases[]{
+    const std::tuple<const char*, const char*, const char*, const char*> cases[]{
         {"-10.5", "20.25 deg", "-1500",
          "\nE View.PlanetaryGlobe.Center.Longitude = 349.500000; View.PlanetaryGlobe.Center.Latitude = 20.250000; "
          "Show Sky\nO 5: 349.500000 20.250000 -1500.0 9.00"},
@@ -30,12 +26,12 @@ TEST_F(ObsMap, ClickOnTheGlobeTakesTheEnginesLocationOver)
         {"nan", "1e999", "inf", ""}};
     Open();
     StandOn(5);
-    for (const Case& c : cases) {
-        Embedded.Answers[u"? Location.Longitude"_s] = QString::fromUtf8(c.Longitude);
-        Embedded.Answers[u"? Location.Latitude"_s] = QString::fromUtf8(c.Latitude);
-        Embedded.Answers[u"? Location.Altitude"_s] = QString::fromUtf8(c.Altitude);
+    for (const auto& [longitude, latitude, altitude, said] : cases) {
+        Embedded.Answers[u"? Location.Longitude"_s] = QString::fromUtf8(longitude);
+        Embedded.Answers[u"? Location.Latitude"_s] = QString::fromUtf8(latitude);
+        Embedded.Answers[u"? Location.Altitude"_s] = QString::fromUtf8(altitude);
         Embedded.Control->Raise(Engine::EventMouseUp, {1, 0, 33, 44});
-        EXPECT_EQ(Transcript.Take(), std::string(Asked) + c.Said) << c.Longitude;
+        EXPECT_EQ(Transcript.Take(), std::string(Asked) + said) << longitude;
     }
     // The cache holds the previous place, so the host's refill splits the picked one.
     Embedded.Answers[u"? Location.Longitude"_s] = u"12.5"_s;
@@ -46,18 +42,15 @@ TEST_F(ObsMap, ClickOnTheGlobeTakesTheEnginesLocationOver)
 
 TEST_F(ObsMap, TouchIsAClickOnlyWhenAllThreeConditionsHold)
 {
-    struct Case
-    {
-        quint32 Kind, Flags;
-        int Third;
-        bool IsClick;
-    };
     Open();
-    for (const Case& c : {Case{320, 4, 1, true}, Case{320, 7, 1, true}, Case{321, 4, 1, false}, Case{320, 3, 1, false},
-                          Case{320, 4, 2, false}}) {
-        TouchInput touch{10, 20, c.Flags};
-        Embedded.Control->Raise(Engine::EventTouch, {c.Kind, QVariant::fromValue(&touch), c.Third, 1, 1, 1});
-        EXPECT_EQ(Transcript.Take().starts_with(Asked), c.IsClick) << c.Kind << ' ' << c.Flags << ' ' << c.Third;
+    for (const auto& [kind, flags, third, isClick] : {std::tuple<quint32, quint32, int, bool>{320, 4, 1, true},
+                                                      {320, 7, 1, true},
+                                                      {321, 4, 1, false},
+                                                      {320, 3, 1, false},
+                                                      {320, 4, 2, false}}) {
+        TouchInput touch{10, 20, flags};
+        Embedded.Control->Raise(Engine::EventTouch, {kind, QVariant::fromValue(&touch), third, 1, 1, 1});
+        EXPECT_EQ(Transcript.Take().starts_with(Asked), isClick) << kind << ' ' << flags << ' ' << third;
     }
     Embedded.Control->Raise(Engine::EventTouch, {});
     Embedded.Control->Raise(Engine::EventTouch, {320, QVariant::fromValue<TouchInput*>(nullptr), 1});
@@ -88,45 +81,35 @@ TEST_F(ObsMap, PickedPositionGoesToEngineAndObserver)
 
 TEST_F(ObsMap, MagnificationOfTheMapMirrorsIntoTheSlider)
 {
-    struct Case
-    {
-        double Magnification;
-        int Slider;
-        const char* Angle; ///< null: ignored
-    };
-    const Case cases[]{{1.0, 0, "180.000000; Solar.Planet.Earth.Borderline.Visible = FALSE"},
-                       {90.0, 200, "2.000000; Solar.Planet.Earth.Borderline.Visible = TRUE"},
-                       {1000.0, 200, "0.180000; Solar.Planet.Earth.Borderline.Visible = TRUE"},
-                       {0.0, 200, nullptr},
-                       {NotANumber, 200, nullptr},
-                       {5e-324, 200, nullptr},
-                       {0.5, 0, "360.000000; Solar.Planet.Earth.Borderline.Visible = FALSE"}};
+    const std::tuple<double, int, const char*> cases[]{
+        {1.0, 0, "180.000000; Solar.Planet.Earth.Borderline.Visible = FALSE"},
+        {90.0, 200, "2.000000; Solar.Planet.Earth.Borderline.Visible = TRUE"},
+        {1000.0, 200, "0.180000; Solar.Planet.Earth.Borderline.Visible = TRUE"},
+        {0.0, 200, nullptr},
+        {NotANumber, 200, nullptr},
+        {5e-324, 200, nullptr},
+        {0.5, 0, "360.000000; Solar.Planet.Earth.Borderline.Visible = FALSE"}};
     Open();
-    for (const Case& c : cases) {
-        Map.Control->Raise(ControlNumber::GlobeMap::EventMagnification, {c.Magnification});
+    for (const auto& [magnification, slider, angle] : cases) {
+        Map.Control->Raise(ControlNumber::GlobeMap::EventMagnification, {magnification});
         EXPECT_EQ(Transcript.Take(),
-                  c.Angle ? std::string("E View.Angle = ") + c.Angle + "; Show Sky\nM 8()" : std::string())
-            << c.Magnification;
-        EXPECT_EQ(Item<CKivSlider>(ObsId::SliderMagnification)->value(), c.Slider) << c.Magnification;
+                  angle ? std::string("E View.Angle = ") + angle + "; Show Sky\nM 8()" : std::string())
+            << magnification;
+        EXPECT_EQ(Item<CKivSlider>(ObsId::SliderMagnification)->value(), slider) << magnification;
     }
 }
 
 TEST_F(ObsMap, SliderSendsOneAngleAndOneZoom)
 {
-    struct Case
-    {
-        int Position;
-        const char *Angle, *Zoom;
-    };
-    const Case cases[]{{99, "29.259082; Solar.Planet.Earth.Borderline.Visible = TRUE", "0.505000"},
-                       {100, "30.000010; Solar.Planet.Earth.Borderline.Visible = FALSE", "0.500000"},
-                       {200, "180.000000; Solar.Planet.Earth.Borderline.Visible = FALSE", "0.000000"},
-                       {0, "2.000000; Solar.Planet.Earth.Borderline.Visible = TRUE", "1.000000"}};
+    const std::tuple<int, const char*, const char*> cases[]{
+        {99, "29.259082; Solar.Planet.Earth.Borderline.Visible = TRUE", "0.505000"},
+        {100, "30.000010; Solar.Planet.Earth.Borderline.Visible = FALSE", "0.500000"},
+        {200, "180.000000; Solar.Planet.Earth.Borderline.Visible = FALSE", "0.000000"},
+        {0, "2.000000; Solar.Planet.Earth.Borderline.Visible = TRUE", "1.000000"}};
     Open();
-    for (const Case& c : cases) {
-        Item<CKivSlider>(ObsId::SliderMagnification)->setValue(c.Position);
-        EXPECT_EQ(Transcript.Take(),
-                  std::string("E View.Angle = ") + c.Angle + "; Show Sky\nM 9(" + c.Zoom + ")\nM 8()");
+    for (const auto& [position, angle, zoom] : cases) {
+        Item<CKivSlider>(ObsId::SliderMagnification)->setValue(position);
+        EXPECT_EQ(Transcript.Take(), std::string("E View.Angle = ") + angle + "; Show Sky\nM 9(" + zoom + ")\nM 8()");
     }
     QTest::keyClick(Item(ObsId::SliderMagnification), Qt::Key_Down);
     EXPECT_EQ(Item<CKivSlider>(ObsId::SliderMagnification)->value(), 1) << "down is towards the wide end";
@@ -138,18 +121,10 @@ TEST_F(ObsMap, SliderSendsOneAngleAndOneZoom)
 
 TEST_F(ObsMap, WheelTurnsAndZoomsTheShownMap)
 {
-    struct Case
-    {
-        int Body, Delta;
-        Qt::KeyboardModifiers Keys;
-        double Longitude, Latitude; ///< the centre before
-        int Slider, SliderAfter;
-        const char* Said;
-    };
     const Qt::KeyboardModifiers none = Qt::NoModifier;
     const Qt::KeyboardModifiers ctrl = Qt::ControlModifier;
     const Qt::KeyboardModifiers shift = Qt::ShiftModifier;
-    const Case cases[]{
+    const std::tuple<int, int, Qt::KeyboardModifiers, double, double, int, int, const char*> cases[]{
         {4, 120, none, 0, 0, 1, 0, "M 9(1.000000)\nM 8()"},
         {4, -120, none, 0, 0, 199, 200, "M 9(0.000000)\nM 8()"},
         {4, -120, none, 0, 0, 50, 53, "M 9(0.735000)\nM 8()"},
@@ -164,19 +139,19 @@ TEST_F(ObsMap, WheelTurnsAndZoomsTheShownMap)
         {5, -120, shift, 0, 0, 9, 9,
          "E ? View.PlanetaryGlobe.Center.Longitude\nE View.PlanetaryGlobe.Center.Longitude = 359.000000; Show Sky"}};
     Open();
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.Said);
-        StandOn(c.Body);
-        auto* slider = Item<CKivSlider>(ObsId::SliderMagnification);
-        slider->setValue(c.Slider);
-        Map.CenterLongitude = c.Longitude;
-        Map.CenterLatitude = c.Latitude;
-        Embedded.Answers[u"? View.PlanetaryGlobe.Center.Latitude"_s].setNum(c.Latitude);
-        Embedded.Answers[u"? View.PlanetaryGlobe.Center.Longitude"_s].setNum(c.Longitude);
+    for (const auto& [body, delta, keys, longitude, latitude, slider, sliderAfter, said] : cases) {
+        SCOPED_TRACE(said);
+        StandOn(body);
+        auto* box = Item<CKivSlider>(ObsId::SliderMagnification);
+        box->setValue(slider);
+        Map.CenterLongitude = longitude;
+        Map.CenterLatitude = latitude;
+        Embedded.Answers[u"? View.PlanetaryGlobe.Center.Latitude"_s].setNum(latitude);
+        Embedded.Answers[u"? View.PlanetaryGlobe.Center.Longitude"_s].setNum(longitude);
         Transcript.Take();
-        Wheel(MapMiddle(), c.Delta, c.Keys);
-        EXPECT_EQ(Transcript.Take(), c.Said);
-        EXPECT_EQ(slider->value(), c.SliderAfter);
+        Wheel(MapMiddle(), delta, keys);
+        EXPECT_EQ(Transcript.Take(), said);
+        EXPECT_EQ(box->value(), sliderAfter);
     }
     Wheel(Item(ObsId::ButtonClose)->mapTo(Dialog.get(), QPoint(-20, 5)), 120);
     EXPECT_EQ(Transcript.Take(), "") << "outside the map";
@@ -219,25 +194,22 @@ TEST_F(ObsMap, PartsOfAWheelNotchAddUp)
 
 TEST_F(ObsMap, EclipsePathFollowsTheHostEngine)
 {
-    struct Case
-    {
-        const char *Visible, *Apply, *Asked, *Said;
-    };
-    const Case cases[]{{"true", "True", "H ? Solar.Planet.Earth.SolarEclipse.Path.Data\nM 31(data)", "M 32(true)"},
-                       {"1", "1", "M 31()", "M 32(false)"},
-                       {"YES", "", "M 31()", "M 32(false)"}};
+    const std::tuple<const char*, const char*, const char*, const char*> cases[]{
+        {"true", "True", "H ? Solar.Planet.Earth.SolarEclipse.Path.Data\nM 31(data)", "M 32(true)"},
+        {"1", "1", "M 31()", "M 32(false)"},
+        {"YES", "", "M 31()", "M 32(false)"}};
     Open();
     const QString path = u"? Solar.Planet.Earth.SolarEclipse.Path."_s;
     Host.Answers[path + u"Data"_s] = u"data"_s;
     Host.Answers[path + u"Color"_s] = u"RGB(255, 128, 0)"_s;
-    for (const Case& c : cases) {
-        Host.Answers[path + u"Visible"_s] = QString::fromUtf8(c.Visible);
-        Host.Answers[u"? Solar.Planet.Earth.BesselElement.Apply"_s] = QString::fromUtf8(c.Apply);
+    for (const auto& [visible, apply, asked, said] : cases) {
+        Host.Answers[path + u"Visible"_s] = QString::fromUtf8(visible);
+        Host.Answers[u"? Solar.Planet.Earth.BesselElement.Apply"_s] = QString::fromUtf8(apply);
         Dialog->RedrawEclipsePath();
-        EXPECT_EQ(Transcript.Take(), "H ? Solar.Planet.Earth.SolarEclipse.Path.Visible\n" + std::string(c.Asked) +
+        EXPECT_EQ(Transcript.Take(), "H ? Solar.Planet.Earth.SolarEclipse.Path.Visible\n" + std::string(asked) +
                                          "\nH ? Solar.Planet.Earth.SolarEclipse.Path.Color\nM 33(33023)\n"
                                          "H ? Solar.Planet.Earth.BesselElement.Apply\n" +
-                                         c.Said + "\nM 8()");
+                                         said + "\nM 8()");
     }
 }
 } // namespace

@@ -51,83 +51,67 @@ TEST_F(ObsSite, ChoosingABodyTellsTheObserverObjectOnly)
 
 TEST_F(ObsSite, SavingTheInitialPlaceAsksFirst)
 {
-    struct Case
-    {
-        double Longitude, Latitude, Altitude, Zone;
-        const char* Text;
-        IPrompts::Answer Answer;
-        const char *Location, *TimeZone;
-    };
-    const Case cases[]{{139.691772, 35.689236, 39.0, 9.0,
-                        "東経 139度41分30.4秒\n北緯  35度41分21.2秒\n標高 39m\nタイムゾーン "
-                        "+09時間00分\n\nを初期値として設定します。",
-                        IPrompts::Answer::Cancel, "(none)", "(none)"},
-                       {-74.006, 40.71280556, 10.0, -5.0,
-                        "西経  74度00分21.6秒\n北緯  40度42分46.1秒\n標高 10m\nタイムゾーン "
-                        "-05時間00分\n\nを初期値として設定します。",
-                        IPrompts::Answer::Ok, "location(-74.006000, 40.712806, 10.000000)", "-5.000000"}};
+    const std::tuple<double, double, double, double, const char*, IPrompts::Answer, const char*, const char*> cases[]{
+        {139.691772, 35.689236, 39.0, 9.0,
+         "東経 139度41分30.4秒\n北緯  35度41分21.2秒\n標高 39m\nタイムゾーン "
+         "+09時間00分\n\nを初期値として設定します。",
+         IPrompts::Answer::Cancel, "(none)", "(none)"},
+        {-74.006, 40.71280556, 10.0, -5.0,
+         "西経  74度00分21.6秒\n北緯  40度42分46.1秒\n標高 10m\nタイムゾーン "
+         "-05時間00分\n\nを初期値として設定します。",
+         IPrompts::Answer::Ok, "location(-74.006000, 40.712806, 10.000000)", "-5.000000"}};
     Open();
-    for (const Case& c : cases) {
-        Observer.UpdateObsByUI(c.Longitude, c.Latitude, c.Altitude, c.Zone);
+    for (const auto& [longitude, latitude, altitude, zone, text, answer, location, timeZone] : cases) {
+        Observer.UpdateObsByUI(longitude, latitude, altitude, zone);
         Dialog->InitLocation(0);
-        Prompts.Expect(c.Text, IPrompts::Icon::Information, IPrompts::Buttons::OkCancel, c.Answer);
+        Prompts.Expect(text, IPrompts::Icon::Information, IPrompts::Buttons::OkCancel, answer);
         Click(ObsId::ButtonSetInit);
-        EXPECT_EQ(StoredText("Default", "location"), c.Location);
-        EXPECT_EQ(StoredText("Default", "time.timezone"), c.TimeZone);
+        EXPECT_EQ(StoredText("Default", "location"), location);
+        EXPECT_EQ(StoredText("Default", "time.timezone"), timeZone);
     }
 }
 
 TEST_F(ObsSite, ResetSendsTheStoredTextsAsTheyStand)
 {
-    struct Case
-    {
-        const char *Location, *TimeZone, *Said;
-        double Zone;
-    };
-    const Case cases[]{{nullptr, nullptr,
-                        "H location = location(139.691772, 35.689236, 39.000000)\n"
-                        "H time.timezone = 9.000000; Show Sky\nO date 9.00",
-                        9.0},
-                       {"nowhere, at all", "-3.5 h",
-                        "H location = nowhere, at all\nH time.timezone = -3.5 h; Show Sky\nO date -3.50", -3.5},
-                       {"", "x", "H location = \nH time.timezone = x; Show Sky\nO date 0.00", 0.0}};
+    const std::tuple<const char*, const char*, const char*, double> cases[]{
+        {nullptr, nullptr,
+         "H location = location(139.691772, 35.689236, 39.000000)\n"
+         "H time.timezone = 9.000000; Show Sky\nO date 9.00",
+         9.0},
+        {"nowhere, at all", "-3.5 h", "H location = nowhere, at all\nH time.timezone = -3.5 h; Show Sky\nO date -3.50",
+         -3.5},
+        {"", "x", "H location = \nH time.timezone = x; Show Sky\nO date 0.00", 0.0}};
     Open();
-    for (const Case& c : cases) {
-        if (c.Location) {
-            CRegistry::Write(u"Default"_s, u"location"_s, QString::fromUtf8(c.Location));
-            CRegistry::Write(u"Default"_s, u"time.timezone"_s, QString::fromUtf8(c.TimeZone));
+    for (const auto& [location, timeZone, said, zone] : cases) {
+        if (location) {
+            CRegistry::Write(u"Default"_s, u"location"_s, QString::fromUtf8(location));
+            CRegistry::Write(u"Default"_s, u"time.timezone"_s, QString::fromUtf8(timeZone));
         }
         StandOn(5);
         Observer.SetUserTz(2.0);
         Click(ObsId::ButtonReset);
-        EXPECT_EQ(Transcript.Take(), "O 4: 139.691772 35.689236 39.0 2.00\n" + std::string(c.Said));
+        EXPECT_EQ(Transcript.Take(), "O 4: 139.691772 35.689236 39.0 2.00\n" + std::string(said));
         EXPECT_EQ(Item<QComboBox>(ObsId::ComboPlanet)->currentIndex(), 4);
-        EXPECT_EQ(Observer.GetUserTz(), c.Zone);
+        EXPECT_EQ(Observer.GetUserTz(), zone);
         EXPECT_TRUE(Item(ObsId::ButtonCity)->isEnabled());
     }
 }
 
 TEST_F(ObsSite, TimeSystemDecidesTheShownOffset)
 {
-    struct Case
-    {
-        int System;
-        double Zone, Longitude;
-        const char* Shown;
-        bool Enabled;
-    };
-    const Case cases[]{{0, -3.5, 0, "- 3 30", true},  {0, 9.99, 0, "+ 9 59", true},     {0, 5.9999, 0, "+ 5 60", true},
-                       {1, 9.0, 139, "+ 0 0", false}, {2, 9.0, -74.0, "- 4 56", false}, {2, 9.0, 285.0, "- 5 0", false},
-                       {7, 9.0, 139, "+ 0 0", false}, {-1, 9.0, 139, "+ 0 0", false}};
+    const std::tuple<int, double, double, const char*, bool> cases[]{
+        {0, -3.5, 0, "- 3 30", true},  {0, 9.99, 0, "+ 9 59", true},     {0, 5.9999, 0, "+ 5 60", true},
+        {1, 9.0, 139, "+ 0 0", false}, {2, 9.0, -74.0, "- 4 56", false}, {2, 9.0, 285.0, "- 5 0", false},
+        {7, 9.0, 139, "+ 0 0", false}, {-1, 9.0, 139, "+ 0 0", false}};
     Open();
-    for (const Case& c : cases) {
-        Observer.UpdateObsByUI(c.Longitude, 10.0, 0.0, c.Zone);
-        Observer.SetTimeSys(c.System);
+    for (const auto& [system, zone, longitude, shown, enabled] : cases) {
+        Observer.UpdateObsByUI(longitude, 10.0, 0.0, zone);
+        Observer.SetTimeSys(system);
         Dialog->UpdateTimeSys();
         EXPECT_EQ((Item<QAbstractButton>(ObsId::RadioTzMinus)->isChecked() ? "- " : "+ ") + TextOf(ObsId::EditTzHour) +
                       ' ' + TextOf(ObsId::EditTzMin),
-                  c.Shown);
-        EXPECT_EQ(Item(ObsId::EditTzHour)->isEnabled(), c.Enabled);
+                  shown);
+        EXPECT_EQ(Item(ObsId::EditTzHour)->isEnabled(), enabled);
         EXPECT_TRUE(Item(ObsId::GroupTz)->isEnabled());
     }
     Transcript.Take();

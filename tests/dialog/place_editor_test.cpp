@@ -48,14 +48,7 @@ constexpr char TzHour[] = "タイムゾーンの時には 0 から 14 までの�
 TEST_F(PlaceEditor, ChecksWhileTheUserTypes)
 {
     using namespace CoordinateId;
-    struct Entry
-    {
-        int Id;
-        const char* Typed;
-        const char* Prompt; ///< null: none
-        const char* Text;   ///< of the box afterwards
-    };
-    const Entry entries[]{
+    const std::tuple<int, const char*, const char*, const char*> entries[]{
         {EditLong1, "180", nullptr, "180"},
         {EditLong1, "-1", "経度の度には 0 から 180 までの値を入力してください。", "0"},
         {EditLong2, "60", LongMin, "0"},
@@ -75,11 +68,11 @@ TEST_F(PlaceEditor, ChecksWhileTheUserTypes)
     editor.Coordinates = Somewhere();
     RunModal(editor, [&] {
         EXPECT_EQ(TextOf(editor, EditLat3), " 5.5");
-        for (const Entry& entry : entries) {
-            if (entry.Prompt)
-                Prompts.Expect(entry.Prompt, IPrompts::Icon::Information);
-            Type(editor, entry.Id, entry.Typed);
-            EXPECT_EQ(TextOf(editor, entry.Id), entry.Text) << entry.Id << ' ' << entry.Typed;
+        for (const auto& [id, typed, prompt, text] : entries) {
+            if (prompt)
+                Prompts.Expect(prompt, IPrompts::Icon::Information);
+            Type(editor, id, typed);
+            EXPECT_EQ(TextOf(editor, id), text) << id << ' ' << typed;
         }
         QTest::keyClick(editor.Item(EditLong3), Qt::Key_Up);
         EXPECT_EQ(TextOf(editor, EditLong3), "12.1");

@@ -38,18 +38,14 @@ TEST_F(ControlsStory, TheKeyOfAGroupGoesToItsFirstBox)
 {
     Start();
     OpenSite();
-    struct Case
-    {
-        Qt::Key Key;
-        int LastUsed, First;
-    };
-    for (const Case& c : {Case{Qt::Key_O, EditLngSec, EditLngDeg}, Case{Qt::Key_A, EditLatMin, EditLatDeg},
-                          Case{Qt::Key_T, EditTzMin, EditTzHour}}) {
-        Enter(c.LastUsed);
+    for (const auto& [key, lastUsed, first] : {std::tuple<Qt::Key, int, int>{Qt::Key_O, EditLngSec, EditLngDeg},
+                                               {Qt::Key_A, EditLatMin, EditLatDeg},
+                                               {Qt::Key_T, EditTzMin, EditTzHour}}) {
+        Enter(lastUsed);
         Press(Qt::Key_Tab);
-        Press(c.Key, Qt::AltModifier);
-        EXPECT_EQ(QApplication::focusWidget(), Item(c.First));
-        EXPECT_TRUE(Item<QLineEdit>(c.First)->hasSelectedText());
+        Press(key, Qt::AltModifier);
+        EXPECT_EQ(QApplication::focusWidget(), Item(first));
+        EXPECT_TRUE(Item<QLineEdit>(first)->hasSelectedText());
     }
 }
 } // namespace

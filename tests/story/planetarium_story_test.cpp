@@ -260,38 +260,34 @@ TEST_F(GuideStory, SaysThatItsFileIsMissing)
 /// The program itself, started from a shell.
 TEST(CommandLineStory, MistakesEndWithAMessageAndStatusTwo)
 {
-    struct Case
-    {
-        QStringList Arguments;
-        int Status;
-        const char* Output;
-        const char* Errors;
-    };
     const QTemporaryDir folder;
     const QString missing = folder.filePath(u"none"_s);
     const std::string none = missing.toStdString();
     const std::string noFolder = "フォルダ「" + none + "/」がありません";
     const std::string noFile = "ファイル「" + none + "」がありません";
-    for (const Case& each :
-         {Case{{u"--help"_s}, 0, "地形データの索引ファイル（空の文字列で地形なし）", ""},
-          Case{{u"--version"_s}, 0, "planetarium ", ""}, Case{{u"--dat"_s}, 2, "", "オプション「--dat」はありません。"},
-          Case{{u"sky"_s}, 2, "", "引数「sky」は使えません。"},
-          Case{{u"--developer=1"_s, u"--data"_s, folder.path()}, 2, "", "オプション「--developer=1」の値の"},
-          Case{{u"--data"_s}, 2, "", "オプション「--data」の値がありません。"},
-          Case{{u"--user="_s}, 2, "", "オプション「--user」の値がありません。"},
-          Case{{u"--data"_s, missing}, 2, "", noFolder.c_str()}, Case{{u"--user"_s, missing}, 2, "", noFolder.c_str()},
-          Case{{u"--terrain"_s, missing}, 2, "", noFile.c_str()},
-          Case{{u"--settings"_s, folder.path()}, 2, "", "設定ファイル「"}}) {
+    for (const auto& [arguments, status, output, error] :
+         {std::tuple<QStringList, int, const char*, const char*>{
+              {u"--help"_s}, 0, "地形データの索引ファイル（空の文字列で地形なし）", ""},
+          {{u"--version"_s}, 0, "planetarium ", ""},
+          {{u"--dat"_s}, 2, "", "オプション「--dat」はありません。"},
+          {{u"sky"_s}, 2, "", "引数「sky」は使えません。"},
+          {{u"--developer=1"_s, u"--data"_s, folder.path()}, 2, "", "オプション「--developer=1」の値の"},
+          {{u"--data"_s}, 2, "", "オプション「--data」の値がありません。"},
+          {{u"--user="_s}, 2, "", "オプション「--user」の値がありません。"},
+          {{u"--data"_s, missing}, 2, "", noFolder.c_str()},
+          {{u"--user"_s, missing}, 2, "", noFolder.c_str()},
+          {{u"--terrain"_s, missing}, 2, "", noFile.c_str()},
+          {{u"--settings"_s, folder.path()}, 2, "", "設定ファイル「"}}) {
         QProcess program;
-        program.start(QStringLiteral(KIV_PLANETARIUM), each.Arguments);
+        program.start(QStringLiteral(KIV_PLANETARIUM), arguments);
         ASSERT_TRUE(program.waitForFinished());
-        const std::string name = each.Arguments.join(u' ').toStdString();
-        EXPECT_EQ(program.exitCode(), each.Status) << name;
-        const std::string output = program.readAllStandardOutput().toStdString();
+        const std::string name = arguments.join(u' ').toStdString();
+        EXPECT_EQ(program.exitCode(), status) << name;
+        const std::string printed = program.readAllStandardOutput().toStdString();
         const std::string errors = program.readAllStandardError().toStdString();
-        EXPECT_NE(output.find(each.Output), std::string::npos) << name << ": " << output;
-        EXPECT_NE(errors.find(each.Errors), std::string::npos) << name << ": " << errors;
-        EXPECT_EQ(output.empty(), each.Status != 0) << name;
+        EXPECT_NE(printed.find(output), std::string::npos) << name << ": " << printed;
+        EXPECT_NE(errors.find(error), std::string::npos) << name << ": " << errors;
+        EXPECT_EQ(printed.empty(), status != 0) << name;
     }
 }
 } // namespace

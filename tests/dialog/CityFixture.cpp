@@ -87,13 +87,13 @@ std::string CCityFixture::Enabled() const
     std::string enabled;
     for (const auto& [id, letter] : {std::pair{CityId::ButtonEdit, 'e'}, std::pair{CityId::ButtonAdd, 'a'},
                                      std::pair{CityId::ButtonDel, 'd'}, std::pair{CityId::ButtonSetInit, 'i'}})
-        enabled += Dialog->Item(id)->isEnabled() ? letter : '-';
+        enabled += Item(id)->isEnabled() ? letter : '-';
     return enabled;
 }
 
 QModelIndex CCityFixture::At(const char* path) const
 {
-    const QAbstractItemModel* model = Dialog->Item<CKivTreeCtrl>(CityId::Tree)->model();
+    const QAbstractItemModel* model = Item<CKivTreeCtrl>(CityId::Tree)->model();
     QModelIndex at = model->index(0, 0);
     for (const QString& name : QString::fromUtf8(path).split(u'/', Qt::SkipEmptyParts)) {
         const QModelIndexList found = model->match(model->index(0, 0, at), Qt::DisplayRole, name, 1, Qt::MatchExactly);
@@ -105,13 +105,13 @@ QModelIndex CCityFixture::At(const char* path) const
 
 void CCityFixture::Select(const char* path)
 {
-    auto* tree = Dialog->Item<CKivTreeCtrl>(CityId::Tree);
+    auto* tree = Item<CKivTreeCtrl>(CityId::Tree);
     QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->viewport()->mapFrom(Dialog.get(), PointOf(path)));
 }
 
 std::string CCityFixture::Selected() const
 {
-    return Dialog->Item<CKivTreeCtrl>(CityId::Tree)->Selected().data().toString().toStdString();
+    return Item<CKivTreeCtrl>(CityId::Tree)->Selected().data().toString().toStdString();
 }
 
 std::string CCityFixture::TreeText() const
@@ -121,7 +121,7 @@ std::string CCityFixture::TreeText() const
 
 QPoint CCityFixture::PointOf(const char* path) const
 {
-    auto* tree = Dialog->Item<CKivTreeCtrl>(CityId::Tree);
+    auto* tree = Item<CKivTreeCtrl>(CityId::Tree);
     const QModelIndex index = At(path);
     for (QModelIndex folder = index.parent(); folder.isValid(); folder = folder.parent())
         tree->expand(folder);

@@ -17,9 +17,7 @@ protected:
 
     /// Runs the dialog and the steps inside its modal loop; a dialog that the steps leave open is cancelled.
     int Run(const std::function<void()>& steps);
-    void Click(int id) { QTest::mouseClick(Dialog->Item(id), Qt::LeftButton); }
-    void Type(int id, const char* text) { CDialogDriver::Type(*Dialog, id, text); }
-    [[nodiscard]] std::string TextOf(int id) const { return CDialogDriver::TextOf(*Dialog, id); }
+    [[nodiscard]] CKivDialog* Shown() const override { return Dialog.get(); }
     /// Presses keys one after the other where the focus is: "Alt+Up F2 Ctrl+Z".
     static void Keys(const char* keys);
     /// Expects a question whether to do what cannot be undone outside.

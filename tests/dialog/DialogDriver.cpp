@@ -1,5 +1,7 @@
 #include "tests/dialog/DialogDriver.h"
 
+#include "obs/ControlIds.h"
+
 #include <QClipboard>
 #include <QGroupBox>
 #include <QMouseEvent>
@@ -18,6 +20,19 @@ std::string CDialogDriver::TextOf(const CKivDialog& dialog, int id)
         return group->title().toStdString();
     const auto* button = qobject_cast<QAbstractButton*>(item);
     return button ? button->text().toStdString() : std::string();
+}
+
+std::string CDialogDriver::Fields() const
+{
+    using namespace ObsId;
+    return std::string(IsChecked(RadioEast)   ? "E"
+                       : IsChecked(RadioWest) ? "W"
+                                              : "?") +
+           ' ' + TextOf(EditLngDeg) + ' ' + TextOf(EditLngMin) + ' ' + TextOf(EditLngSec) +
+           (IsChecked(RadioNorth)   ? " N "
+            : IsChecked(RadioSouth) ? " S "
+                                    : " ? ") +
+           TextOf(EditLatDeg) + ' ' + TextOf(EditLatMin) + ' ' + TextOf(EditLatSec);
 }
 
 void CDialogDriver::Click(QWidget* item)
@@ -62,9 +77,9 @@ void CDialogDriver::Drag(QWidget& widget, QPoint start, QPoint end)
     QTest::mouseRelease(&widget, Qt::LeftButton, {}, end);
 }
 
-void CDialogDriver::ClickSpin(const CKivDialog& dialog, int id, bool up)
+void CDialogDriver::ClickSpin(int id, bool up) const
 {
-    auto* spin = dialog.Item<CKivSpinButton>(id);
+    auto* spin = Item<CKivSpinButton>(id);
     ASSERT_NE(spin, nullptr);
     QTest::mouseClick(spin->childAt(spin->width() / 2, up ? spin->height() / 4 : spin->height() * 3 / 4),
                       Qt::LeftButton);

@@ -32,18 +32,32 @@ protected:
     CDialogDriver() { Machine.Context().Prompts = &Prompts; }
     ~CDialogDriver() override { EXPECT_EQ(m_awaited, 0) << "a dialog never came"; }
 
+    /// The dialog that is meant where none is given; each fixture of one dialog names its own.
+    [[nodiscard]] virtual CKivDialog* Shown() const { return nullptr; }
+    template <typename Control = QWidget> [[nodiscard]] Control* Item(int id) const
+    {
+        return Shown()->Item<Control>(id);
+    }
+
     /// Text of a box, a label, a group or a button; empty for anything else.
     [[nodiscard]] static std::string TextOf(const CKivDialog& dialog, int id);
+    [[nodiscard]] std::string TextOf(int id) const { return TextOf(*Shown(), id); }
+    [[nodiscard]] bool IsChecked(int id) const { return Item<QAbstractButton>(id)->isChecked(); }
+    /// Hemispheres, degrees, minutes, seconds of the site dialog: "E 139 41 30.4 N 35 41 21.2".
+    [[nodiscard]] std::string Fields() const;
     static void Click(QWidget* item);
+    void Click(int id) const { Click(Item(id)); }
     /// Types over what a box holds.
     static void Type(const CKivDialog& dialog, int id, const char* text);
+    void Type(int id, const char* text) const { Type(*Shown(), id, text); }
     /// Puts a text in place of what a box holds through the clipboard.
     static void Paste(const CKivDialog& dialog, int id, const QString& text);
+    void Paste(int id, const char* text) const { Paste(*Shown(), id, QString::fromUtf8(text)); }
     /// Presses a key where the focus is.
     static void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     /// Drags with the left button held.
     static void Drag(QWidget& widget, QPoint start, QPoint end);
-    static void ClickSpin(const CKivDialog& dialog, int id, bool up);
+    void ClickSpin(int id, bool up) const;
     /// The wheel over a point of a window, in eighths of a degree.
     static void Wheel(QWidget& window, QPoint point, int delta, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     /// Lets the windows settle: queued calls, layout, painting.
@@ -69,7 +83,8 @@ protected:
         auto* poll = new QTimer(&m_polls);
         poll->callOnTimeout([this, poll, steps = std::move(steps), templateNumber] {
             auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
-            if (!dialog || (templateNumber != 0 && dialog->TemplateNumber() != templateNumber))
+            const auto* numbered = qobject_cast<CKivDialog*>(dialog);
+            if (!dialog || (templateNumber != 0 && numbered && numbered->TemplateNumber() != templateNumber))
                 return;
             dialog->activateWindow(); // no window manager does it here
             if (!dialog->isAncestorOf(QApplication::focusWidget()))

@@ -31,9 +31,9 @@ protected:
     /// index and y = 500 times it.
     void GiveResults(const QStringList& rows);
 
-    template <typename Control = QWidget> Control* Item(int id) { return Dialog->Item<Control>(id); }
+    [[nodiscard]] CKivDialog* Shown() const override { return Dialog.get(); }
     template <typename Control = QWidget> Control* FindItem(int id) { return Find().Item<Control>(id); }
-    [[nodiscard]] std::string SiteText() { return TextOf(*Dialog, MappleId::TextSite); }
+    [[nodiscard]] std::string SiteText() { return TextOf(MappleId::TextSite); }
 
     QString WorkingFolder; ///< of the process, before anything is opened
     CTranscript Transcript;

@@ -56,17 +56,3 @@ void CObsFixture::Type(int id, const char* text)
     Transcript.Take();
     QTest::keyClicks(edit, keys.last(1));
 }
-
-std::string CObsFixture::Fields()
-{
-    using namespace ObsId;
-    const auto radio = [this](int id) { return Item<QAbstractButton>(id)->isChecked(); };
-    return std::string(radio(RadioEast)   ? "E"
-                       : radio(RadioWest) ? "W"
-                                          : "?") +
-           ' ' + TextOf(EditLngDeg) + ' ' + TextOf(EditLngMin) + ' ' + TextOf(EditLngSec) +
-           (radio(RadioNorth)   ? " N "
-            : radio(RadioSouth) ? " S "
-                                : " ? ") +
-           TextOf(EditLatDeg) + ' ' + TextOf(EditLatMin) + ' ' + TextOf(EditLatSec);
-}

@@ -22,20 +22,14 @@ protected:
     /// What a host does that follows its observer object: refills the dialog after each change.
     void FollowObserver() { m_follows = true; }
 
-    template <typename Control = QWidget> Control* Item(int id) { return Dialog->Item<Control>(id); }
-    [[nodiscard]] std::string TextOf(int id) const { return CDialogDriver::TextOf(*Dialog, id); }
-    void Click(int id) { CDialogDriver::Click(Item(id)); }
+    [[nodiscard]] CKivDialog* Shown() const override { return Dialog.get(); }
     /// Types over what a box holds, key by key; the transcript begins before the last key.
     void Type(int id, const char* text);
-    void Paste(int id, const char* text) { CDialogDriver::Paste(*Dialog, id, QString::fromUtf8(text)); }
-    void ClickSpin(int id, bool up) { CDialogDriver::ClickSpin(*Dialog, id, up); }
     void Wheel(QPoint dialogPoint, int delta, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
         CDialogDriver::Wheel(*Dialog, dialogPoint, delta, modifiers);
     }
     [[nodiscard]] QPoint MapMiddle() { return Dialog->MapOfDialog().geometry().center(); }
-    /// Degrees, minutes, seconds, hemispheres: "E 139 41 30.4 N 35 41 21.2".
-    [[nodiscard]] std::string Fields();
 
     CTranscript Transcript;
     ControlScript Embedded;

@@ -10,7 +10,7 @@ class CityDrag : public CCityFixture
 protected:
     [[nodiscard]] std::string Highlight() const
     {
-        const QModelIndex index = Dialog->Item<CKivTreeCtrl>(CityId::Tree)->DropHighlight();
+        const QModelIndex index = Item<CKivTreeCtrl>(CityId::Tree)->DropHighlight();
         return index.data().toString().toStdString();
     }
     void Choose(int radio)
@@ -29,15 +29,8 @@ constexpr char Shipped[] = "日本(関東(東京 横浜) 東北(仙台) 富士�
 
 TEST_F(CityDrag, MovesByTheRules)
 {
-    struct Case
-    {
-        const char* From;
-        const char* To;
-        int Radio; ///< of the chooser; 0 cancels it, -1: it does not open
-        const char* Tree;
-        const char* Highlight;
-    };
-    const Case cases[]{
+    // A number is a radio of the chooser; 0 cancels it, -1: it does not open.
+    const std::tuple<const char*, const char*, int, const char*, const char*> cases[]{
         {"海外/London", "日本/関東/東京", -1, "日本(関東(東京 London 横浜) 東北(仙台) 富士山) 海外(Paris)", ""},
         {"海外/London", "日本/東北", -1, "日本(関東(東京 横浜) 東北(London 仙台) 富士山) 海外(Paris)", ""},
         {"日本/富士山", "日本/関東", -1, "日本(関東(富士山 東京 横浜) 東北(仙台)) 海外(Paris London)", ""},
@@ -51,15 +44,15 @@ TEST_F(CityDrag, MovesByTheRules)
         {"海外/Paris", "海外/Paris", -1, Shipped, ""},
         {"", "海外/Paris", -1, Shipped, ""},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(std::string(c.From) + " -> " + c.To);
+    for (const auto& [from, to, radio, tree, highlight] : cases) {
+        SCOPED_TRACE(std::string(from) + " -> " + to);
         Renew();
         Run([&] {
-            if (c.Radio >= 0)
-                Choose(c.Radio);
-            Drag(c.From, c.To);
-            EXPECT_EQ(TreeText(), c.Tree);
-            EXPECT_EQ(Highlight(), c.Highlight);
+            if (radio >= 0)
+                Choose(radio);
+            Drag(from, to);
+            EXPECT_EQ(TreeText(), tree);
+            EXPECT_EQ(Highlight(), highlight);
             EXPECT_EQ(Selected(), "場所");
             EXPECT_EQ(QWidget::mouseGrabber(), nullptr);
             Key(Qt::Key_Z, Qt::ControlModifier);

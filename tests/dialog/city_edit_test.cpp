@@ -62,12 +62,10 @@ protected:
         });
         Key(Qt::Key_F2);
     }
-    static void TypeIn(const CKivDialog& editor, int id, const char* text)
+    void ExpectRefusal(const std::string& name)
     {
-        auto* edit = editor.Item<QLineEdit>(id);
-        edit->setFocus();
-        edit->selectAll();
-        QTest::keyClicks(edit, QString::fromUtf8(text));
+        Prompts.Expect((name + "はすでに存在しています。\n別の名称を指定してください。").c_str(),
+                       IPrompts::Icon::Information);
     }
     [[nodiscard]] QString UserList() const { return CodePage932::Decode(ReadFile("kivpel_user.obs")); }
     [[nodiscard]] QString Overlay() const { return CodePage932::Decode(ReadFile("kivpel_user_obs.json")); }
@@ -79,8 +77,8 @@ TEST_F(CityEdit, AddsPlacesAndFoldersWhereTheSelectionSays)
         Select("日本/関東/東京");
         AddPlace("渋谷", [](CEdtCty& editor) {
             EXPECT_EQ(editor.Item<QComboBox>(EditCityId::ComboKind)->currentIndex(), 0);
-            TypeIn(editor, CoordinateId::EditLong1, "140");
-            TypeIn(editor, CoordinateId::EditAlt, "25");
+            Type(editor, CoordinateId::EditLong1, "140");
+            Type(editor, CoordinateId::EditAlt, "25");
             editor.Item<QComboBox>(EditCityId::ComboKind)->setCurrentIndex(3);
         });
         EXPECT_EQ(Selected(), "渋谷");
@@ -108,24 +106,20 @@ TEST_F(CityEdit, RefusesTheNameOfASibling)
 {
     Run([this] {
         Select("日本/関東/東京");
-        Prompts.Expect("都市名[横浜]はすでに存在しています。\n別の名称を指定してください。",
-                       IPrompts::Icon::Information);
-        AddPlace("横浜", [](CEdtCty& editor) { TypeIn(editor, CoordinateId::EditLong1, "100"); });
+        ExpectRefusal("都市名[横浜]");
+        AddPlace("横浜", [](CEdtCty& editor) { Type(editor, CoordinateId::EditLong1, "100"); });
         EXPECT_EQ(TextOf(CoordinateId::EditLong1), "139"); // the boxes as they were
         EXPECT_EQ(Dialog->Coordinates.LongitudeDegrees, 100);
-        Prompts.Expect("都市名[横浜]はすでに存在しています。\n別の名称を指定してください。",
-                       IPrompts::Icon::Information);
+        ExpectRefusal("都市名[横浜]");
         EditPlace([](CEdtCty& editor) {
             SetName(editor, EditCityId::EditName, "横浜");
-            TypeIn(editor, CoordinateId::EditLong1, "101");
+            Type(editor, CoordinateId::EditLong1, "101");
         });
         EXPECT_EQ(Dialog->Coordinates.LongitudeDegrees, 100);
         Select("日本");
-        Prompts.Expect("フォルダ[関東]はすでに存在しています。\n別の名称を指定してください。",
-                       IPrompts::Icon::Information);
+        ExpectRefusal("フォルダ[関東]");
         AddFolder("関東");
-        Prompts.Expect("フォルダ[海外]はすでに存在しています。\n別の名称を指定してください。",
-                       IPrompts::Icon::Information);
+        ExpectRefusal("フォルダ[海外]");
         RenameFolder("海外");
         EXPECT_EQ(TreeText(), "日本(関東(東京 横浜) 東北(仙台) 富士山) 海外(Paris London)");
         Click(CityId::ButtonOk);
@@ -135,31 +129,25 @@ TEST_F(CityEdit, RefusesTheNameOfASibling)
 
 TEST_F(CityEdit, FollowsTheTerrainAfterAMoveAlone)
 {
-    struct Case
-    {
-        int Id; ///< box to type in, 0 for none
-        const char* Text;
-        const char* Line; ///< from the altitude on
-    };
-    for (const Case& c :
-         {Case{CoordinateId::EditLong2, "1", "      5,+09.00, 1, 1, 2"},
-          Case{CoordinateId::EditAlt, "6", "      6,+09.00, 0, 1, 2"},
-          Case{CoordinateId::EditTzHour, "8", "      5,+08.00, 0, 1, 2"}, Case{0, "", "      5,+09.00, 0, 1, 2"}}) {
+    // The box typed in, 0 for none, and the line from the altitude on.
+    for (const auto& [id, text, rest] : {std::tuple{CoordinateId::EditLong2, "1", u"      5,+09.00, 1, 1, 2"_s},
+                                         {CoordinateId::EditAlt, "6", u"      6,+09.00, 0, 1, 2"_s},
+                                         {CoordinateId::EditTzHour, "8", u"      5,+08.00, 0, 1, 2"_s},
+                                         {0, "", u"      5,+09.00, 0, 1, 2"_s}}) {
         QFile::remove(PathOf("kivpel_user_obs.json"));
         Renew();
         Run([&] {
             Select("日本/関東/横浜");
             EditPlace([&](CEdtCty& editor) {
                 EXPECT_EQ(editor.Item<QComboBox>(EditCityId::ComboKind)->currentText(), u"都市"_s);
-                if (c.Id != 0)
-                    TypeIn(editor, c.Id, c.Text);
+                if (id != 0)
+                    Type(editor, id, text);
             });
             Click(CityId::ButtonOk);
         });
         const QString list = UserList();
         const qsizetype line = list.indexOf(u"横浜"_s);
-        EXPECT_TRUE(list.sliced(line).section(u"N,"_s, 1).startsWith(QString::fromUtf8(c.Line)))
-            << list.sliced(line, 90).toStdString();
+        EXPECT_TRUE(list.sliced(line).section(u"N,"_s, 1).startsWith(rest)) << list.sliced(line, 90).toStdString();
     }
 }
 
@@ -214,7 +202,7 @@ TEST_F(CityEdit, ResetsToTheShippedListAndLosesTheEdits)
         // With nothing selected there is nothing to edit or delete, and the root to add to.
         Click(CityId::ButtonEdit);
         Click(CityId::ButtonDel);
-        Dialog->Item(CityId::Tree)->setFocus();
+        Item(CityId::Tree)->setFocus();
         Keys("Alt+Up Alt+Down Alt+Left Alt+Right");
         AddFolder("新規の国");
         EXPECT_EQ(TreeText(), "新規の国 日本(関東(東京 横浜) 東北(仙台) 富士山) 海外(Paris London)");
@@ -229,11 +217,11 @@ TEST_F(CityEdit, ResetsToTheShippedListAndLosesTheEdits)
     Run([this, question] {
         Asks(question);
         Click(CityId::ButtonReset);
-        Dialog->Item(CityId::Tree)->setFocus();
+        Item(CityId::Tree)->setFocus();
         Keys("Ctrl+Z");
         EXPECT_EQ(Enabled(), "ead-");
         Click(CityId::ButtonAdd); // to a tree without a root
-        EXPECT_EQ(Dialog->Item<CKivTreeCtrl>(CityId::Tree)->model()->rowCount(), 0);
+        EXPECT_EQ(Item<CKivTreeCtrl>(CityId::Tree)->model()->rowCount(), 0);
         QFile::remove(PathOf("kivpel.obs"));
         Asks(question);
         Prompts.Expect("地名の一覧のファイル（kivpel.obs）を読み込めないため、初期化できません。",
@@ -247,20 +235,14 @@ TEST_F(CityEdit, AsksInABoxThatWaitsForAKeyOfItsOwn)
     Run([this] {
         Select("海外/London");
         Machine.Context().Prompts = nullptr; // the real ones
-        QTimer poll;
-        poll.callOnTimeout([&poll] {
-            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-            if (!box || !box->isAncestorOf(QApplication::focusWidget()))
-                return;
-            poll.stop();
+        InNext<QMessageBox>([](QMessageBox& box) {
             for (const Qt::Key held : {Qt::Key_Return, Qt::Key_Escape}) {
                 QKeyEvent again(QEvent::KeyPress, held, Qt::NoModifier, QString(), true);
                 QApplication::sendEvent(QApplication::focusWidget(), &again);
-                EXPECT_TRUE(box->isVisible());
+                EXPECT_TRUE(box.isVisible());
             }
             Key(Qt::Key_Return);
         });
-        poll.start(1);
         Key(Qt::Key_Delete);
         Machine.Context().Prompts = &Prompts;
         EXPECT_EQ(TreeText(), "日本(関東(東京 横浜) 東北(仙台) 富士山) 海外(Paris)");
@@ -283,7 +265,7 @@ TEST_F(CityEdit, ShowsWhatThereIsOfAListThatIsTooLongAndAddsNothing)
                        IPrompts::Icon::Exclamation);
         InNext<CAddCty>([](CAddCty& /*add*/) { Enter(); });
         Key(Qt::Key_Insert);
-        EXPECT_EQ(Dialog->Item<CKivTreeCtrl>(CityId::Tree)->model()->rowCount(At("A")), CPlaceList::PlaceTableSize);
+        EXPECT_EQ(Item<CKivTreeCtrl>(CityId::Tree)->model()->rowCount(At("A")), CPlaceList::PlaceTableSize);
         EXPECT_EQ(Selected(), "A");
     });
 }

@@ -32,7 +32,7 @@ TEST_F(CityFind, WalksThroughTheMatchesInTreeOrder)
         EXPECT_EQ(Selected(), "London");
         EXPECT_EQ(Count(), "1 / 1");
         EXPECT_EQ(TextOf(CoordinateId::EditLong2), "30"); // selected like any other place
-        EXPECT_TRUE(Dialog->Item<CKivTreeCtrl>(CityId::Tree)->isExpanded(At("海外")));
+        EXPECT_TRUE(Item<CKivTreeCtrl>(CityId::Tree)->isExpanded(At("海外")));
 
         Key(Qt::Key_A, Qt::ControlModifier);
         Compose(u"ア"_s);
@@ -41,7 +41,7 @@ TEST_F(CityFind, WalksThroughTheMatchesInTreeOrder)
         Key(Qt::Key_Escape);
         EXPECT_TRUE(Line()->isHidden());
         EXPECT_TRUE(Dialog->isVisible());
-        EXPECT_EQ(QApplication::focusWidget(), Dialog->Item(CityId::Tree));
+        EXPECT_EQ(QApplication::focusWidget(), Item(CityId::Tree));
 
         Select("日本/東北");
         EXPECT_TRUE(QApplication::focusWidget()->testAttribute(Qt::WA_InputMethodEnabled));
@@ -57,7 +57,7 @@ TEST_F(CityFind, WalksThroughTheMatchesInTreeOrder)
         EXPECT_EQ(Selected(), "東北");
         EXPECT_TRUE(Dialog->isVisible()); // Enter went on in the matches
 
-        Dialog->Item(CityId::Tree)->setFocus();
+        Item(CityId::Tree)->setFocus();
         Asks("\"東北\"フォルダとこのフォルダに含まれるすべての情報を消去します。");
         Keys("Del F3");
         EXPECT_EQ(Count(), "1 / 2"); // the tree as it is now
@@ -80,13 +80,13 @@ TEST_F(CityFind, TakesNoKeysOfTheTree)
         Keys("Alt+Left Alt+Right Alt+Up Ins F2"); // the tree's keys are not the line's
         EXPECT_EQ(TreeText(), tree);
         EXPECT_EQ(Line()->Text(), u"London"_s);
-        Dialog->Item(CityId::Tree)->setFocus();
+        Item(CityId::Tree)->setFocus();
         QTest::keyClicks(QApplication::focusWidget(), u"P"_s);
         EXPECT_EQ(Line()->Text(), u"P"_s) << "typed anew";
         EXPECT_EQ(Count(), "1 / 1");
         Select("日本");
         EXPECT_EQ(Count(), "1 件") << "no longer at the match";
-        Dialog->Item(CityId::Tree)->setFocus();
+        Item(CityId::Tree)->setFocus();
         Key(Qt::Key_Space, Qt::ControlModifier);
         EXPECT_EQ(Selected(), "日本");
         Key(Qt::Key_Escape); // closes the line first

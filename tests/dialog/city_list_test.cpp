@@ -19,8 +19,8 @@ TEST_F(CityList, OpensWithTheRootSelected)
     const int result = Run([this] {
         EXPECT_EQ(TreeText(), "日本(関東(東京 横浜) 東北(仙台) 富士山)");
         EXPECT_EQ(Selected(), "場所");
-        EXPECT_TRUE(Dialog->Item<CKivTreeCtrl>(CityId::Tree)->isExpanded(At("")));
-        EXPECT_EQ(QApplication::focusWidget(), Dialog->Item(CityId::Tree));
+        EXPECT_TRUE(Item<CKivTreeCtrl>(CityId::Tree)->isExpanded(At("")));
+        EXPECT_EQ(QApplication::focusWidget(), Item(CityId::Tree));
         EXPECT_EQ(Enabled(), "-a-i");
         EXPECT_EQ(TextOf(CoordinateId::EditLong1), "10"); // the caller's
         EXPECT_EQ(Messages.first(), u"main 1136 0 0"_s);
@@ -41,18 +41,18 @@ TEST_F(CityList, ShowsThePlaceSelected)
         Select("海外/London");
         EXPECT_EQ(Enabled(), "eadi");
         EXPECT_EQ(TextOf(CoordinateId::EditLong2), "30");
-        EXPECT_TRUE(Dialog->Item<QAbstractButton>(CoordinateId::RadioWest)->isChecked());
+        EXPECT_TRUE(Item<QAbstractButton>(CoordinateId::RadioWest)->isChecked());
         EXPECT_EQ(TextOf(CoordinateId::EditAlt), "11");
         Key(Qt::Key_Up); // to Paris
         EXPECT_EQ(TextOf(CoordinateId::EditLat3), "0.0");
         EXPECT_EQ(TextOf(CoordinateId::EditTzHour), "1");
-        EXPECT_TRUE(Dialog->Item<QAbstractButton>(CoordinateId::RadioEast)->isChecked());
+        EXPECT_TRUE(Item<QAbstractButton>(CoordinateId::RadioEast)->isChecked());
         Select("");
         EXPECT_EQ(Enabled(), "-a-i"); // as the place left them
         Prompts.Expect("緯度の度には 0 から 90 までの値を入力してください。", IPrompts::Icon::Information);
         Type(CoordinateId::EditLat1, "95");
         EXPECT_EQ(TextOf(CoordinateId::EditLat1) + ' ' + TextOf(CoordinateId::EditLat2), "90 0");
-        QTest::keyClick(Dialog->Item(CoordinateId::EditLat1), Qt::Key_Down);
+        QTest::keyClick(Item(CoordinateId::EditLat1), Qt::Key_Down);
         EXPECT_EQ(TextOf(CoordinateId::EditLat1), "89");
         Key(Qt::Key_Return);
     });
@@ -162,7 +162,7 @@ TEST_F(CityList, ScrollsSidewaysToWhatLiesDeep)
         list += QByteArray(level, '@') + "F\r\n";
     WriteFile("kivpel.obs", list + "Deep place,1E,2N,3,+09.00, 0, 0, 2\r\n");
     Run([this] {
-        auto* tree = Dialog->Item<CKivTreeCtrl>(CityId::Tree);
+        auto* tree = Item<CKivTreeCtrl>(CityId::Tree);
         Dialog->resize(Dialog->minimumSizeHint());
         QModelIndex deep = At("");
         while (tree->model()->hasChildren(deep))
@@ -183,7 +183,7 @@ TEST_F(CityList, ScrollsSidewaysToWhatLiesDeep)
 TEST_F(CityList, RecordsNothingOfANameEditedInPlace)
 {
     Run([this] {
-        auto* tree = Dialog->Item<CKivTreeCtrl>(CityId::Tree);
+        auto* tree = Item<CKivTreeCtrl>(CityId::Tree);
         Q_EMIT tree->EndLabelEdit(At("海外"), u"外国"_s);
         Q_EMIT tree->EndLabelEdit(At("日本"), QString()); // cancelled
         EXPECT_EQ(TreeText(), "日本(関東(東京 横浜) 東北(仙台) 富士山) 外国(Paris London)");

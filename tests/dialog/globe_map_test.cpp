@@ -199,14 +199,6 @@ TEST_F(GlobeMapTest, KeysTurnZoomAndPick)
     EXPECT_EQ(m_events.size(), count);
 }
 
-TEST_F(GlobeMapTest, WheelIsLeftToTheWindow)
-{
-    QWheelEvent wheel({200, 200}, {200, 200}, {}, {0, 120}, Qt::NoButton, {}, Qt::NoScrollPhase, false);
-    QCoreApplication::sendEvent(&m_map, &wheel);
-    EXPECT_FALSE(wheel.isAccepted());
-    EXPECT_EQ(m_map.ViewAngle(), 180);
-}
-
 TEST_F(GlobeMapTest, ListLinesAreReadWithTolerance)
 {
     const QByteArray bytes =

@@ -29,7 +29,7 @@ protected:
         Click(FindItem(landMark ? RadioLandMark : RadioAddressKey));
         Edit().setFocus();
         Edit().setText(text);
-        Press(Qt::Key_Return);
+        Key(Qt::Key_Return);
     }
     void Search(const QStringList& results, bool landMark = false)
     {
@@ -37,11 +37,6 @@ protected:
         GiveResults(results);
         Raise(landMark ? LandMark : Address, {0});
         Transcript.Take();
-    }
-    // A key goes to whatever has the focus, as for a person.
-    void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
-    {
-        QTest::keyClick(Find().focusWidget() ? Find().focusWidget() : &Find(), key, modifiers);
     }
     // Headings with widths, then the rows.
     std::string ListText()
@@ -155,7 +150,7 @@ TEST_F(MappleFindTest, NeedsATextAndAMapThatSearches)
 {
     OpenFind();
     Prompts.Expect("検索する文字列を入力してください。", Information);
-    Press(Qt::Key_Return);
+    Key(Qt::Key_Return);
     EXPECT_EQ(Transcript.Take(), "");
 
     Start(u"a"_s);
@@ -165,7 +160,7 @@ TEST_F(MappleFindTest, NeedsATextAndAMapThatSearches)
         Map.Results[RoadMap::Search] = refusal;
         Edit().setFocus();
         Prompts.Expect("エラーが発生したため、検索ができませんでした。", Information);
-        Press(Qt::Key_Return);
+        Key(Qt::Key_Return);
         EXPECT_EQ(Disabled(), Nothing);
         EXPECT_EQ(ListText(), "住所\nkept");
         EXPECT_TRUE(Edit().hasFocus());
@@ -193,7 +188,7 @@ TEST_F(MappleFindTest, StaysDisabledWithoutAList)
         for (int round = 0; round < 20; ++round)
             QCoreApplication::processEvents();
         EXPECT_LT(paints.Count, 10) << "the window paints itself again and again";
-        Press(Qt::Key_Escape);
+        Key(Qt::Key_Escape);
         QKeyEvent held(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier, QString(), true);
         QCoreApplication::sendEvent(Dialog.get(), &held);
         EXPECT_TRUE(Dialog->IsWindow()) << "the key is still held from the search window";
@@ -205,15 +200,15 @@ TEST_F(MappleFindTest, MovesTheMapOrTheSiteToTheSelectedMatch)
 {
     OpenFind();
     Search({u"a|A"_s, u"b|B"_s, u"c|C"_s}, true);
-    Press(Qt::Key_Down);
-    Press(Qt::Key_Return);
+    Key(Qt::Key_Down);
+    Key(Qt::Key_Return);
     EXPECT_EQ(Transcript.Take(), "R 1(false, 1000.000000, 500.000000)");
     Click(FindItem(ButtonMoveMap));
     EXPECT_EQ(Transcript.Take(), "R 1(false, 1000.000000, 500.000000)");
     const char* const set = "R 1(true, 1000.000000, 500.000000)\nO 4: 139.500000 35.250000 10.0\n"
                             "O 4: 0.000278 0.000139 10.0\nR 1(false, 1000.000000, 500.000000)";
     List().setFocus();
-    Press(Qt::Key_Return, Qt::ControlModifier);
+    Key(Qt::Key_Return, Qt::ControlModifier);
     EXPECT_EQ(Transcript.Take(), set);
     Observer.UpdateObsByUI(139.5, 35.25, 10.0);
     Transcript.Take();
@@ -239,7 +234,7 @@ TEST_F(MappleFindTest, DoesNothingWithAListThatIsGoneOrShorter)
     EXPECT_EQ(Transcript.Take(), "");
     EXPECT_EQ(ListText(), "住所\nA\nB");
     List().setFocus();
-    Press(Qt::Key_Return); // nothing to move to: it searches
+    Key(Qt::Key_Return); // nothing to move to: it searches
     EXPECT_EQ(Transcript.Take(), "R 2(false, x)");
 
     Search({u"a|A"_s, u"b|B"_s});
@@ -261,7 +256,7 @@ TEST_F(MappleFindTest, EnterSearchesOrHidesAndNeverReachesTheRoadMap)
     Transcript.Take();
     for (const int id : {EditSearchChar, RadioAddressKey, ButtonSearch}) {
         FindItem(id)->setFocus();
-        Press(Qt::Key_Enter);
+        Key(Qt::Key_Enter);
         EXPECT_EQ(Transcript.Take(), "R 2(false, a)") << id;
         Raise(Address, {0});
         Transcript.Take();
@@ -269,15 +264,15 @@ TEST_F(MappleFindTest, EnterSearchesOrHidesAndNeverReachesTheRoadMap)
     const std::vector<std::function<void()>> ways{
         [this] {
             FindItem(ButtonClose)->setFocus();
-            Press(Qt::Key_Return);
+            Key(Qt::Key_Return);
         },
-        [this] { Press(Qt::Key_Escape); },
+        [this] { Key(Qt::Key_Escape); },
         [this] { Find().close(); },
         [this] { Click(FindItem(ButtonClose)); },
         [this] { FindItem<QAbstractButton>(ButtonClose)->click(); },
         [this] { QTest::keyClick(&Edit(), Qt::Key_C, Qt::AltModifier); },
     };
-    Press(Qt::Key_Escape);
+    Key(Qt::Key_Escape);
     for (const auto& hide : ways) {
         Dialog->activateWindow();
         Click(Item(MappleId::ButtonFind));
@@ -316,7 +311,7 @@ TEST_F(MappleFindTest, SurvivesEventsAtAnyTime)
         }
     };
     Edit().setFocus();
-    Press(Qt::Key_Return);
+    Key(Qt::Key_Return);
     EXPECT_FALSE(Dialog->IsWindow());
     EXPECT_EQ(QDir::currentPath(), WorkingFolder);
     Raise(Address, {0});

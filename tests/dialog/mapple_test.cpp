@@ -6,7 +6,6 @@
 
 #include <QElapsedTimer>
 #include <QPointer>
-#include <QWheelEvent>
 
 #include <limits>
 
@@ -19,7 +18,6 @@ class MappleTest : public CMappleFixture
 {
 protected:
     CKivSlider& Slider() { return *Item<CKivSlider>(MappleId::SliderZoom); }
-    void PressKey(QWidget* item, Qt::Key key) { QTest::keyClick(item, key); }
 };
 
 constexpr auto TokyoText = "東経： 139 度 30 分  0.00 秒 北緯： 35 度 15 分  0.00 秒";
@@ -81,15 +79,15 @@ TEST_F(MappleTest, OpensWithoutDataAndWithoutAMap)
     EXPECT_FALSE(Dialog->MapOfDialog().IsCreated());
     EXPECT_FALSE(Item(MappleId::ButtonFind)->isEnabled());
     for (const int id : {MappleId::ButtonCenter, MappleId::ButtonFind})
-        Click(Item(id));
+        Click(id);
     Dialog->OnBnClickedFind();
     Dialog->OnBnClickedRead();
     Slider().setFocus();
-    PressKey(&Slider(), Qt::Key_Down);
+    QTest::keyClick(&Slider(), Qt::Key_Down);
     Dialog->resize(900, 700);
     Dialog->UpdateSelectPosition();
     EXPECT_EQ(SiteText(), TokyoText);
-    PressKey(&Slider(), Qt::Key_Escape);
+    QTest::keyClick(&Slider(), Qt::Key_Escape);
     EXPECT_FALSE(Dialog->IsWindow());
     EXPECT_EQ(StoredText("Dialog\\Mapple", "ZoomAngle"), "82");
 }
@@ -195,22 +193,17 @@ TEST_F(MappleTest, ZoomsWhenTheScrollEnds)
     slider.clearFocus(); // the key is let go elsewhere
     EXPECT_EQ(Transcript.Take(), "R 4(1050)");
     slider.setFocus();
-    PressKey(&slider, Qt::Key_PageDown);
+    QTest::keyClick(&slider, Qt::Key_PageDown);
     EXPECT_EQ(Transcript.Take(), "R 4(2700)");
-    PressKey(&slider, Qt::Key_A);
+    QTest::keyClick(&slider, Qt::Key_A);
     EXPECT_EQ(Transcript.Take(), "");
 
-    const auto wheel = [this](QWidget& widget) {
-        QWheelEvent event(QPointF(5, 5), widget.mapToGlobal(QPointF(5, 5)), {}, {0, -120}, Qt::NoButton, {},
-                          Qt::NoScrollPhase, false);
-        QApplication::sendEvent(&widget, &event);
-        return Transcript.Take();
-    };
     const int before = slider.value();
-    const std::string wheeled = wheel(slider);
+    Wheel(slider, QPoint(5, 5), -120);
     EXPECT_GT(slider.value(), before);
-    EXPECT_EQ(wheeled, "R 4(" + std::to_string(ScaleTable::Denominator(slider.value())) + ')');
-    EXPECT_EQ(wheel(*Dialog), "");
+    EXPECT_EQ(Transcript.Take(), "R 4(" + std::to_string(ScaleTable::Denominator(slider.value())) + ')');
+    Wheel(*Dialog, QPoint(5, 5), -120);
+    EXPECT_EQ(Transcript.Take(), "");
 }
 
 TEST_F(MappleTest, RemembersTheZoomOneStepWider)
@@ -235,11 +228,11 @@ TEST_F(MappleTest, RemembersTheZoomOneStepWider)
 TEST_F(MappleTest, EveryWayOfClosingDestroysTheWindow)
 {
     const std::vector<std::function<void()>> ways{
-        [this] { Click(Item(MappleId::ButtonClose)); },
+        [this] { Click(MappleId::ButtonClose); },
         [this] { Dialog->close(); },
-        [this] { PressKey(Item(MappleId::ButtonHelp), Qt::Key_Return); },
-        [this] { PressKey(&Slider(), Qt::Key_Enter); },
-        [this] { PressKey(Map.Control->Window(), Qt::Key_Escape); },
+        [this] { QTest::keyClick(Item(MappleId::ButtonHelp), Qt::Key_Return); },
+        [this] { QTest::keyClick(&Slider(), Qt::Key_Enter); },
+        [this] { QTest::keyClick(Map.Control->Window(), Qt::Key_Escape); },
         [this] { Dialog->reject(); },
         [this] { Dialog.reset(); },
     };
@@ -280,7 +273,7 @@ TEST_F(MappleTest, SurvivesAHostThatEndsItInTheMiddleOfAnEvent)
         Map.During = nullptr;
         Dialog.reset();
     };
-    Click(Item(MappleId::ButtonCenter));
+    Click(MappleId::ButtonCenter);
     EXPECT_FALSE(Dialog);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // the control goes now
 }
@@ -292,16 +285,16 @@ TEST_F(MappleTest, ButtonsDriveTheMap)
     ASSERT_EQ(Dialog->Create(&HostEngine), 1);
     ASSERT_TRUE(QTest::qWaitForWindowActive(Dialog.get()));
     Transcript.Take();
-    Click(Item(MappleId::ButtonCenter));
+    Click(MappleId::ButtonCenter);
     EXPECT_EQ(Transcript.Take(), "R 5()");
     Prompts.ExpectFile(u"/tmp/印 1.txt"_s);
-    Click(Item(MappleId::ButtonRead));
+    Click(MappleId::ButtonRead);
     EXPECT_EQ(Transcript.Take(), "R 6(/tmp/印 1.txt)");
     Prompts.ExpectFile({});
-    Click(Item(MappleId::ButtonRead));
+    Click(MappleId::ButtonRead);
     EXPECT_EQ(Transcript.Take(), "");
     for (const bool isShown : {true, false, true}) {
-        Click(Item(MappleId::ButtonFind));
+        Click(MappleId::ButtonFind);
         EXPECT_EQ(Find().isVisible(), isShown);
     }
 }

@@ -19,7 +19,7 @@ namespace
 struct CMoveTo : CKivDialog
 {
     using CKivDialog::CKivDialog;
-    void DoModal() { CKivDialog::DoModal(nullptr); }
+    int DoModal() { return CKivDialog::DoModal(nullptr); }
 };
 } // namespace
 
@@ -31,13 +31,7 @@ void CEveryWindow::Visit(const std::function<void(QWidget&)>& look)
         look(window);
     };
     // A modal dialog runs just long enough for the look.
-    const auto modal = [&named](auto& dialog) {
-        QTimer::singleShot(0, &dialog, [&] {
-            named(dialog);
-            dialog.reject();
-        });
-        dialog.DoModal();
-    };
+    const auto modal = [&named](auto& dialog) { RunModal(dialog, [&] { named(dialog); }); };
     Start();
     named(Window());
     OpenSite();

@@ -47,12 +47,6 @@ void CStory::OpenSite()
     Settle();
 }
 
-bool CStory::IsChecked(int id)
-{
-    const auto* button = Item<QAbstractButton>(id);
-    return button && button->isChecked();
-}
-
 void CStory::Enter(int id)
 {
     auto* edit = Item<QLineEdit>(id);
@@ -73,33 +67,21 @@ void CStory::Type(const char* text, int pause)
     }
 }
 
-void CStory::Press(Qt::Key key, Qt::KeyboardModifiers modifiers)
-{
-    ASSERT_NE(QApplication::focusWidget(), nullptr);
-    QTest::keyClick(QApplication::focusWidget(), key, modifiers);
-}
-
 void CStory::Paste(const QString& text)
 {
     QGuiApplication::clipboard()->setText(text);
-    Press(Qt::Key_V, Qt::ControlModifier);
+    Key(Qt::Key_V, Qt::ControlModifier);
 }
 
 void CStory::Click(int id)
 {
-    CDialogDriver::Click(Item(id));
+    CDialogDriver::Click(id);
     Settle();
 }
 
 void CStory::ClickAt(QWidget& widget, const QPointF& at)
 {
     QTest::mouseClick(&widget, Qt::LeftButton, {}, at.toPoint());
-    Settle();
-}
-
-void CStory::ClickSpin(int id, bool up)
-{
-    CDialogDriver::ClickSpin(Site(), id, up);
     Settle();
 }
 

@@ -28,22 +28,17 @@ protected:
     /// Opens the site dialog as the menu does and waits until it is the active window.
     void OpenSite();
     [[nodiscard]] CDlgObs& Site() { return Host().SiteDialog(); }
-    template <typename Control = QWidget> Control* Item(int id) { return Site().Item<Control>(id); }
+    [[nodiscard]] CKivDialog* Shown() const override { return &m_window->Host().SiteDialog(); }
 
-    /// Text of a box, a label or a button of the site dialog.
-    [[nodiscard]] std::string TextOf(int id) { return CDialogDriver::TextOf(Site(), id); }
-    [[nodiscard]] bool IsChecked(int id);
     /// Gives a box the focus as a click into it does, and selects what it holds.
     void Enter(int id);
     /// Keys to the widget with the focus, with a pause between them (milliseconds).
     void Type(const char* text, int pause = 0);
-    void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     /// Puts a text on the clipboard and pastes it into the widget with the focus.
     void Paste(const QString& text);
-    /// A click into the middle of an item, or at a point of a widget.
+    /// A click into an item, or at a point of a widget; what it starts has run then.
     void Click(int id);
     static void ClickAt(QWidget& widget, const QPointF& at);
-    void ClickSpin(int id, bool up);
     /// The wheel over the middle of a widget.
     static void Wheel(QWidget& widget, int delta, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     /// Chooses a body in the list of the site dialog.

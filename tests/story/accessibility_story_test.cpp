@@ -87,17 +87,13 @@ TEST_F(AccessibilityStory, AMapTurnedByKeysTellsItsMiddle)
 {
     Start();
     OpenSite();
-    const struct
-    {
-        int Body;
-        const char16_t* Name;
-        const char16_t* AfterRight; ///< longitudes of Mars count to the west
-        const char16_t* AfterUp;
-    } cases[] = {{4, u"地球の地図", u"東経 179°10′  南緯 0°30′", u"東経 179°10′  南緯 0°20′"},
-                 {5, u"火星の地図", u"西経 178°57′  南緯 0°30′", u"西経 178°57′  南緯 0°27′"},
-                 {1, u"月の地図", u"東経 179°03′  南緯 0°30′", u"東経 179°03′  南緯 0°27′"}};
-    for (const auto& sample : cases) {
-        ChooseBody(sample.Body);
+    // Longitudes of Mars count to the west.
+    const std::tuple<int, const char16_t*, const char16_t*, const char16_t*> cases[] = {
+        {4, u"地球の地図", u"東経 179°10′  南緯 0°30′", u"東経 179°10′  南緯 0°20′"},
+        {5, u"火星の地図", u"西経 178°57′  南緯 0°30′", u"西経 178°57′  南緯 0°27′"},
+        {1, u"月の地図", u"東経 179°03′  南緯 0°30′", u"東経 179°03′  南緯 0°27′"}};
+    for (const auto& [body, name, afterRight, afterUp] : cases) {
+        ChooseBody(body);
         Host().MoveObserver(179.0, -0.5, 0);
         Settle();
         QWidget* map = nullptr;
@@ -108,10 +104,10 @@ TEST_F(AccessibilityStory, AMapTurnedByKeysTellsItsMiddle)
         ASSERT_NE(map, nullptr);
         map->setFocus();
         EXPECT_EQ(QAccessible::queryAccessibleInterface(map)->role(), QAccessible::Canvas);
-        EXPECT_EQ(Told(*map, QAccessible::Name), QStringView(sample.Name));
+        EXPECT_EQ(Told(*map, QAccessible::Name), QStringView(name));
         EXPECT_TRUE(Told(*map, QAccessible::Description).contains(u"矢印キー"_s)) << "on arrival the keys are told";
-        for (const auto& [key, center] : {std::pair{Qt::Key_Right, sample.AfterRight}, {Qt::Key_Up, sample.AfterUp}}) {
-            Press(key);
+        for (const auto& [key, center] : {std::pair{Qt::Key_Right, afterRight}, {Qt::Key_Up, afterUp}}) {
+            Key(key);
             const QString where = QString::fromUtf16(center);
             EXPECT_EQ(Told(*map, QAccessible::Value).toStdString(), where.toStdString());
             EXPECT_EQ(Told(*map, QAccessible::Description), u"中央は "_s + where + u"。"_s) << "at each step not";

@@ -28,7 +28,7 @@ TEST_F(CStory, TheConsoleSaysWhatIsWrongAndABrokenLineChangesNothing)
         ASSERT_TRUE(QTest::qWaitForWindowActive(&console));
         for (const auto& [line, answer] : lines) {
             Type(line);
-            Press(Qt::Key_Return);
+            Key(Qt::Key_Return);
             EXPECT_EQ(console.Item<QLineEdit>(CommandId::EditAnswer)->text().toStdString(), answer);
         }
         console.reject();

@@ -42,8 +42,8 @@ TEST_F(ControlsStory, TheKeyOfAGroupGoesToItsFirstBox)
                                                {Qt::Key_A, EditLatMin, EditLatDeg},
                                                {Qt::Key_T, EditTzMin, EditTzHour}}) {
         Enter(lastUsed);
-        Press(Qt::Key_Tab);
-        Press(key, Qt::AltModifier);
+        Key(Qt::Key_Tab);
+        Key(key, Qt::AltModifier);
         EXPECT_EQ(QApplication::focusWidget(), Item(first));
         EXPECT_TRUE(Item<QLineEdit>(first)->hasSelectedText());
     }

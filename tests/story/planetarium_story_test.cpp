@@ -91,10 +91,10 @@ TEST_F(PlanetariumStory, TheKeysThatThePanelNamesWorkInTheSiteDialogToo)
     OpenSite();
     Enter(ObsId::EditLngDeg);
     const bool ran = Host().IsClockRunning();
-    Press(Qt::Key_R, Qt::ControlModifier);
+    Key(Qt::Key_R, Qt::ControlModifier);
     EXPECT_NE(Host().IsClockRunning(), ran);
     InNext<CKivDialog>([](CKivDialog& list) { EXPECT_EQ(list.TemplateNumber(), CityId::Template); });
-    Press(Qt::Key_T, Qt::ControlModifier);
+    Key(Qt::Key_T, Qt::ControlModifier);
 }
 
 TEST_F(PlanetariumStory, DeveloperCallsAndTheLogAreForDevelopers)
@@ -170,16 +170,11 @@ TEST_F(PlanetariumStory, AnInstantIsEnteredInTheTimeThatIsShown)
 {
     Start();
     Host().SetInstant(QDateTime(QDate(2031, 12, 31), QTime(23, 30), Qt::UTC));
-    QTimer::singleShot(0, &Window(), [] {
-        QWidget* dialog = QApplication::activeModalWidget();
-        ASSERT_NE(dialog, nullptr);
-        auto* edit = dialog->findChild<QDateTimeEdit*>();
+    InNext<QDialog>([](QDialog& dialog) {
+        auto* edit = dialog.findChild<QDateTimeEdit*>();
         EXPECT_EQ(edit->text(), u"2032年01月01日 08:30:00"_s);
         edit->setDateTime(edit->dateTime().addSecs(60));
-        for (auto* button : dialog->findChildren<QPushButton*>()) {
-            if (button->text() == u"OK"_s)
-                button->click();
-        }
+        Key(Qt::Key_Return);
     });
     Menu(3).actions().constFirst()->trigger();
     EXPECT_EQ(Observer().GetInstant(), QDateTime(QDate(2031, 12, 31), QTime(23, 31), Qt::UTC));
@@ -190,7 +185,7 @@ class GuideStory : public PlanetariumStory
 protected:
     GuideStory() { Guide::Install(Machine.Context(), QStringLiteral(KIV_SOURCE_DATA) + u"../docs/guide.ja.md"_s); }
 
-    static CGuideWindow* Shown()
+    static CGuideWindow* Guide()
     {
         for (QWidget* window : QApplication::topLevelWidgets()) {
             if (auto* guide = qobject_cast<CGuideWindow*>(window); guide && guide->isVisible())
@@ -210,8 +205,8 @@ TEST_F(GuideStory, OpensAtTheDialogsPageHasContentsAndASearchAndEscClosesIt)
 {
     Start();
     OpenSite();
-    Press(Qt::Key_F1);
-    QPointer<CGuideWindow> guide = Shown();
+    Key(Qt::Key_F1);
+    QPointer<CGuideWindow> guide = Guide();
     ASSERT_FALSE(guide.isNull());
     ASSERT_TRUE(QTest::qWaitFor([&guide] { return QApplication::activeWindow() == guide; }));
     EXPECT_EQ(At(*guide), "場所/");
@@ -222,25 +217,25 @@ TEST_F(GuideStory, OpensAtTheDialogsPageHasContentsAndASearchAndEscClosesIt)
     contents->setCurrentItem(items.constFirst());
     EXPECT_EQ(At(*guide), "数値で入れる/");
 
-    Press(Qt::Key_F, Qt::ControlModifier);
+    Key(Qt::Key_F, Qt::ControlModifier);
     auto* find = qobject_cast<QLineEdit*>(QApplication::focusWidget());
     ASSERT_NE(find, nullptr);
     QTest::keyClicks(find, u"ctrl"_s);
     const std::string first = At(*guide);
     EXPECT_EQ(first.substr(first.find('/')), "/Ctrl");
-    Press(Qt::Key_Return);
+    Key(Qt::Key_Return);
     EXPECT_NE(At(*guide), first);
-    Press(Qt::Key_Return, Qt::ShiftModifier);
+    Key(Qt::Key_Return, Qt::ShiftModifier);
     EXPECT_EQ(At(*guide), first);
     QTest::keyClicks(find, u"zzz"_s);
     const auto labels = guide->findChildren<QLabel*>();
     EXPECT_TRUE(std::any_of(labels.begin(), labels.end(),
                             [](const QLabel* label) { return label->text() == u"見つかりません"_s; }));
-    Press(Qt::Key_Escape);
+    Key(Qt::Key_Escape);
     EXPECT_EQ(find->text(), QString());
-    Press(Qt::Key_Escape);
+    Key(Qt::Key_Escape);
     Settle();
-    EXPECT_EQ(Shown(), nullptr);
+    EXPECT_EQ(Guide(), nullptr);
     EXPECT_TRUE(Site().isVisible());
 }
 
@@ -254,7 +249,7 @@ TEST_F(GuideStory, SaysThatItsFileIsMissing)
                    IPrompts::Icon::Warning);
     QTest::keyClick(&Window(), Qt::Key_F1);
     Settle();
-    EXPECT_EQ(Shown(), nullptr);
+    EXPECT_EQ(Guide(), nullptr);
 }
 
 /// The program itself, started from a shell.

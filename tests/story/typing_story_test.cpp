@@ -46,7 +46,7 @@ TEST_F(TypingStory, SecondsComeOutAsTypedAndAsApplied)
                     };
                     EXPECT_NEAR(std::remainder(applied() - std::atof(text), 60.0), 0.0, 1e-6);
                     for (std::string rest(text); !rest.empty();) {
-                        Press(Qt::Key_Backspace);
+                        Key(Qt::Key_Backspace);
                         rest.pop_back();
                         ASSERT_EQ(TextOf(box), rest);
                         if (!rest.empty() && rest.back() != '.') {
@@ -103,7 +103,7 @@ TEST_F(TypingStory, WhatABoxShowsWhenItIsLeftIsSo)
     Enter(EditLngSec);
     Type("12."); // waits for the next digit
     EXPECT_NEAR(SecondsOf(longitude()), 12.0, 1e-6) << "12 was applied with its last digit";
-    Press(Qt::Key_Tab);
+    Key(Qt::Key_Tab);
     EXPECT_EQ(TextOf(EditLngSec), "12");
 
     Prompts.Expect("経度には 0 から 180 までの値を入力してください。", IPrompts::Icon::Information);
@@ -111,29 +111,29 @@ TEST_F(TypingStory, WhatABoxShowsWhenItIsLeftIsSo)
     Type("181");
     EXPECT_EQ(TextOf(EditLngDeg), "180");
     EXPECT_LT(longitude(), 20.0) << "a correction waits for the next key";
-    Press(Qt::Key_Tab);
+    Key(Qt::Key_Tab);
     EXPECT_NEAR(longitude(), 180.0 + 41 / 60.0 + 12 / 3600.0, 1e-6) << "and is applied when the box is left";
 
     for (const char* text : {"", "-", "."}) {
         Enter(EditAlt);
         Type("77");
-        Press(Qt::Key_A, Qt::ControlModifier);
-        Press(Qt::Key_Delete);
+        Key(Qt::Key_A, Qt::ControlModifier);
+        Key(Qt::Key_Delete);
         Type(text);
         Enter(EditLatDeg);
         EXPECT_EQ(TextOf(EditAlt), "77") << '"' << text << '"';
         EXPECT_EQ(Observer().GetHeight(), 77.0);
     }
     Enter(EditLatSec);
-    Press(Qt::Key_Delete);
+    Key(Qt::Key_Delete);
     Prompts.Expect("東経 180度41分12.0秒\n北緯  35度41分21.2秒\n標高 77m\nタイムゾーン +09時間00分\n\n"
                    "を初期値として設定します。",
                    IPrompts::Icon::Information, IPrompts::Buttons::OkCancel, IPrompts::Answer::Cancel);
-    Press(Qt::Key_I, Qt::AltModifier); // the focus stays in the box
+    Key(Qt::Key_I, Qt::AltModifier); // the focus stays in the box
     EXPECT_TRUE(QTest::qWaitFor([this] { return TextOf(EditLatSec) == "21.2"; }));
     Enter(EditLatSec);
     Type("8.");
-    Press(Qt::Key_Return);
+    Key(Qt::Key_Return);
     EXPECT_FALSE(Site().isVisible());
     EXPECT_EQ(TextOf(EditLatSec), "8");
     EXPECT_NEAR(SecondsOf(Observer().GetLatitude()), 8.0, 1e-6);

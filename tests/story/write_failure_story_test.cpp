@@ -75,7 +75,7 @@ TEST_F(WriteFailureStory, AnInitialPlaceThatCannotBeStoredSaysSoAtOnceAndIsStore
         Click(ObsId::ButtonSetInit);
         EXPECT_EQ(SettingsFile(), before) << "the old file is whole";
         Click(ObsId::CheckFeatureFirst);
-        Press(Qt::Key_Escape); // the same cause is reported once
+        Key(Qt::Key_Escape); // the same cause is reported once
         EXPECT_EQ(SettingsFile(), before);
     }
     Host().MoveObserver(11.0, 21.0, 31.0);

@@ -42,6 +42,8 @@ void CStory::Quit()
 
 void CStory::OpenSite()
 {
+    if (!m_window)
+        Start();
     Host().OpenSiteDialog();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&Site()));
     Settle();

@@ -25,7 +25,8 @@ protected:
     [[nodiscard]] CMainWindow& Window() { return *m_window; }
     [[nodiscard]] CKPDateObs& Observer() { return Host().Observer(); }
 
-    /// Opens the site dialog as the menu does and waits until it is the active window.
+    /// Opens the site dialog as the menu does, of a program that is started for it if there is none, and waits until
+    /// it is the active window.
     void OpenSite();
     [[nodiscard]] CDlgObs& Site() { return Host().SiteDialog(); }
     [[nodiscard]] CKivDialog* Shown() const override { return &m_window->Host().SiteDialog(); }

@@ -73,7 +73,6 @@ TEST_F(AccessibilityStory, WhateverCanBeWorkedHasANameOfItsOwn)
 
 TEST_F(AccessibilityStory, TheListOfBodiesHasItsNameBesideItsValue)
 {
-    Start();
     OpenSite();
     QWidget& bodies = *Item(ObsId::ComboPlanet);
     for (const auto& [body, label] : {std::pair{4, u"地球"_s}, {5, u"火星"_s}}) {
@@ -85,7 +84,6 @@ TEST_F(AccessibilityStory, TheListOfBodiesHasItsNameBesideItsValue)
 
 TEST_F(AccessibilityStory, AMapTurnedByKeysTellsItsMiddle)
 {
-    Start();
     OpenSite();
     // Longitudes of Mars count to the west.
     const std::tuple<int, const char16_t*, const char16_t*, const char16_t*> cases[] = {

@@ -38,7 +38,6 @@ constexpr int Jupiter = 6;
 
 TEST_F(BodiesStory, EveryStepFromBodyToBodyFillsTheFieldsAnew)
 {
-    Start();
     OpenSite();
     for (const int body : {0, 1, 2, 3, 4, 5, 6, 7, 8, 4, 9, 10, 11, 12, 13, 14, 0, 4}) {
         ChooseBody(body);
@@ -49,7 +48,6 @@ TEST_F(BodiesStory, EveryStepFromBodyToBodyFillsTheFieldsAnew)
 
 TEST_F(BodiesStory, UnitsOfOneBodyDoNotReachAnother)
 {
-    Start();
     OpenSite();
     Click(ObsId::RadioAltManual);
     ChooseBody(Jupiter);
@@ -68,7 +66,6 @@ TEST_F(BodiesStory, UnitsOfOneBodyDoNotReachAnother)
 
 TEST_F(BodiesStory, AutomaticAltitudeIsForTheEarthAlone)
 {
-    Start();
     OpenSite();
     EXPECT_TRUE(IsChecked(ObsId::RadioAltAuto));
     ChooseBody(Jupiter);
@@ -87,7 +84,6 @@ TEST_F(BodiesStory, AutomaticAltitudeIsForTheEarthAlone)
     ChooseBody(Jupiter);
     Key(Qt::Key_Escape); // saves what is shown, 手動
     Quit();
-    Start();
     OpenSite();
     EXPECT_TRUE(IsChecked(ObsId::RadioAltManual));
     ChooseBody(BodyTable::Earth);
@@ -100,7 +96,6 @@ TEST_F(BodiesStory, AutomaticAltitudeIsForTheEarthAlone)
 
 TEST_F(BodiesStory, AnEditOfTheAltitudeKeepsTheZoneInEveryTimeSystem)
 {
-    Start();
     OpenSite();
     Click(ObsId::RadioAltManual);
     for (const TimeSystem system : {TimeSystem::Zone, TimeSystem::Universal, TimeSystem::LocalMean}) {
@@ -117,7 +112,6 @@ TEST_F(BodiesStory, AnEditOfTheAltitudeKeepsTheZoneInEveryTimeSystem)
 
 TEST_F(BodiesStory, APickedPlaceBringsItsZoneInEveryTimeSystem)
 {
-    Start();
     OpenSite();
     for (const TimeSystem system : {TimeSystem::Universal, TimeSystem::LocalMean, TimeSystem::Zone}) {
         Host().SetTimeSystem(system);
@@ -132,7 +126,6 @@ TEST_F(BodiesStory, APickedPlaceBringsItsZoneInEveryTimeSystem)
 
 TEST_F(BodiesStory, NumberBoxesOfTheCityListAndItsEditorTakeFullWidthDigits)
 {
-    Start();
     OpenSite();
     PickCity(u"ロンドン"_s, [this](CKivDialog& list) {
         const auto type = [this](const CKivDialog& dialog, const QString& text) {

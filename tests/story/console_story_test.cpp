@@ -17,7 +17,6 @@ TEST_F(CStory, TheConsoleSaysWhatIsWrongAndABrokenLineChangesNothing)
         {"Location = Location(10, 20, 30) Show Sky",
          "エラー：「Location」に「Location(10, 20, 30) Show Sky」は設定できません。"},
         {"? View.Angle", "180"}};
-    Start();
     OpenSite();
     ChooseBody(5);
     Observer().UpdateObsByUI(222.5, 4.5, 0.0);

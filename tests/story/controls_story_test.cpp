@@ -12,7 +12,6 @@ TEST_F(ControlsStory, TheWheelTurnsOnlyWhatHasTheFocus)
     constexpr int notch = 120;
     constexpr int earth = 4;
     constexpr int mars = 5;
-    Start();
     OpenSite();
     Enter(EditLatDeg);
     Wheel(*Item(ComboPlanet), -notch);
@@ -36,7 +35,6 @@ TEST_F(ControlsStory, TheWheelTurnsOnlyWhatHasTheFocus)
 
 TEST_F(ControlsStory, TheKeyOfAGroupGoesToItsFirstBox)
 {
-    Start();
     OpenSite();
     for (const auto& [key, lastUsed, first] : {std::tuple<Qt::Key, int, int>{Qt::Key_O, EditLngSec, EditLngDeg},
                                                {Qt::Key_A, EditLatMin, EditLatDeg},

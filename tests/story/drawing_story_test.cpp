@@ -7,7 +7,6 @@ using CDrawingStory = CStory;
 
 TEST_F(CDrawingStory, TheMapThatNobodySeesIsNotDrawn)
 {
-    Start();
     OpenSite();
     const auto& globe = *static_cast<CGlobeMap*>(Site().MapOfDialog().Control());
     const auto& engine = *static_cast<CSkyEngine*>(Site().EngineOfDialog().Control());

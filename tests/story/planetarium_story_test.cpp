@@ -87,7 +87,6 @@ TEST_F(PlanetariumStory, TheFirstScreenSaysHowToChooseTheSite)
 
 TEST_F(PlanetariumStory, TheKeysThatThePanelNamesWorkInTheSiteDialogToo)
 {
-    Start();
     OpenSite();
     Enter(ObsId::EditLngDeg);
     const bool ran = Host().IsClockRunning();
@@ -203,7 +202,6 @@ protected:
 
 TEST_F(GuideStory, OpensAtTheDialogsPageHasContentsAndASearchAndEscClosesIt)
 {
-    Start();
     OpenSite();
     Key(Qt::Key_F1);
     QPointer<CGuideWindow> guide = Guide();

@@ -54,7 +54,6 @@ TEST_F(StartStory, AFirstRunStartsInTokyoAndLaterOnesAtTheInitialPlace)
 
 TEST_F(StartStory, StartsWhereItWasLeft)
 {
-    Start();
     OpenSite();
     PickCity(u"ニューヨーク"_s);
     OpenSite(); // to the front again
@@ -93,7 +92,6 @@ TEST_F(StartStory, StartsWhereItWasLeft)
 
 TEST_F(StartStory, AnAltitudeTypedByHandIsTheSameInTheNextRun)
 {
-    Start();
     OpenSite();
     Click(ObsId::RadioAltManual);
     Enter(ObsId::EditAlt);
@@ -103,7 +101,6 @@ TEST_F(StartStory, AnAltitudeTypedByHandIsTheSameInTheNextRun)
     CRegistry::Read(u"Dialog\\Obs"_s, u"AutoAltitude"_s, stored, &stored, CRegistry::Flag);
     EXPECT_EQ(stored, -1);
     Quit();
-    Start();
     OpenSite();
     EXPECT_TRUE(IsChecked(ObsId::RadioAltManual));
     EXPECT_EQ(TextOf(ObsId::EditAlt), "123");
@@ -149,7 +146,6 @@ TEST_F(StartStory, SpoiltSettingsDoNoHarm)
 /// The user's own list is shown on the globe, and there is none before the first run.
 TEST_F(StartStory, APlaceAddedInTheFirstRunShowsOnTheGlobe)
 {
-    Start();
     OpenSite();
     Host().MoveObserver(150.0, 20.0, 0.0); // nothing but sea around
     Settle();

@@ -26,7 +26,6 @@ double SecondsOf(double degrees)
 
 TEST_F(TypingStory, SecondsComeOutAsTypedAndAsApplied)
 {
-    Start();
     OpenSite();
     for (const int mode : {RadioAltAuto, RadioAltManual}) {
         Click(mode);
@@ -73,7 +72,6 @@ void Compose(const QString& text)
 
 TEST_F(TypingStory, FullWidthDigitsAreNumbers)
 {
-    Start();
     OpenSite();
     Click(RadioAltManual);
     Enter(EditLngDeg);
@@ -96,7 +94,6 @@ TEST_F(TypingStory, FullWidthDigitsAreNumbers)
 
 TEST_F(TypingStory, WhatABoxShowsWhenItIsLeftIsSo)
 {
-    Start();
     OpenSite();
     Click(RadioAltManual);
     const auto longitude = [this] { return Observer().GetLongitude(); };
@@ -141,7 +138,6 @@ TEST_F(TypingStory, WhatABoxShowsWhenItIsLeftIsSo)
 
 TEST_F(TypingStory, ForeignTextsFromTheClipboardChangeNothing)
 {
-    Start();
     OpenSite();
     Click(RadioAltManual);
     for (const int box :

@@ -61,7 +61,6 @@ protected:
 
 TEST_F(WriteFailureStory, AnInitialPlaceThatCannotBeStoredSaysSoAtOnceAndIsStoredLater)
 {
-    Start();
     OpenSite();
     EXPECT_TRUE(IsStored("Site4")) << "what the start has to keep";
     Machine.Context().Settings().Save();

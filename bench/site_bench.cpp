@@ -335,6 +335,7 @@ void DrawTangle(benchmark::State& state)
     map.show();
     map.Invoke(SetScale, {100'000});
     map.Invoke(OpenFile, {file.fileName()});
+    QApplication::processEvents();
     double x = 139.1 * unit;
     MeasureMedian(
         state, 1500.0, [&] { x += 1000.0; },

@@ -218,7 +218,7 @@ void CSiteEntry::CheckManualAltitude()
 void CSiteEntry::OnRdAltAuto()
 {
     if (m_module.AltitudeModeBusy) {
-        if (TerrainMissing != 0)
+        if (TerrainMissing != 0 || m_model.LandscapeIndexFile.isEmpty())
             CheckManualAltitude();
         return;
     }

@@ -97,7 +97,12 @@ TEST_F(MappleFindTest, ListsWhatWasFound)
     EXPECT_EQ(Disabled(), WhileSearching);
     EXPECT_TRUE(IsInModuleFolder());
     GiveResults({u"|東京都新宿区"_s, u"|新宿町"_s});
+    QString folderOfSelection;
+    QObject listener;
+    QObject::connect(List().selectionModel(), &QItemSelectionModel::selectionChanged, &listener,
+                     [&] { folderOfSelection = QDir::currentPath(); });
     Raise(Address, {2});
+    EXPECT_EQ(folderOfSelection, WorkingFolder);
     EXPECT_EQ(Transcript.Take(), "R 3()");
     EXPECT_EQ(ListText(), "住所\n東京都新宿区\n新宿町");
     EXPECT_EQ(List().header()->sectionSize(0), List().WidthBesideScrollBar());

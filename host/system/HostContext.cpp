@@ -37,9 +37,10 @@ CHostContext::CHostContext(const CFiles& files)
 CHostContext::~CHostContext()
 {
     CHostContext** link = &Latest();
-    while (*link != this)
+    while (*link && *link != this)
         link = &(*link)->m_former;
-    *link = m_former;
+    if (*link)
+        *link = m_former;
 }
 
 CHostContext& CHostContext::Current()

@@ -44,10 +44,11 @@ TEST_F(CityDrag, MovesByTheRules)
         {"海外/Paris", "海外/Paris", -1, Shipped, ""},
         {"", "海外/Paris", -1, Shipped, ""},
     };
-    for (const auto& [from, to, radio, tree, highlight] : cases) {
-        SCOPED_TRACE(std::string(from) + " -> " + to);
+    for (const auto& row : cases) {
         Renew();
         Run([&] {
+            const auto& [from, to, radio, tree, highlight] = row;
+            SCOPED_TRACE(std::string(from) + " -> " + to);
             if (radio >= 0)
                 Choose(radio);
             Drag(from, to);

@@ -130,15 +130,16 @@ TEST_F(CityEdit, RefusesTheNameOfASibling)
 TEST_F(CityEdit, FollowsTheTerrainAfterAMoveAlone)
 {
     // The box typed in, 0 for none, and the line from the altitude on.
-    for (const auto& [id, text, rest] : {std::tuple{CoordinateId::EditLong2, "1", u"      5,+09.00, 1, 1, 2"_s},
-                                         {CoordinateId::EditAlt, "6", u"      6,+09.00, 0, 1, 2"_s},
-                                         {CoordinateId::EditTzHour, "8", u"      5,+08.00, 0, 1, 2"_s},
-                                         {0, "", u"      5,+09.00, 0, 1, 2"_s}}) {
+    for (const auto& row : {std::tuple{CoordinateId::EditLong2, "1", u"      5,+09.00, 1, 1, 2"_s},
+                            {CoordinateId::EditAlt, "6", u"      6,+09.00, 0, 1, 2"_s},
+                            {CoordinateId::EditTzHour, "8", u"      5,+08.00, 0, 1, 2"_s},
+                            {0, "", u"      5,+09.00, 0, 1, 2"_s}}) {
         QFile::remove(PathOf("kivpel_user_obs.json"));
         Renew();
         Run([&] {
             Select("日本/関東/横浜");
             EditPlace([&](CEdtCty& editor) {
+                const auto& [id, text, rest] = row;
                 EXPECT_EQ(editor.Item<QComboBox>(EditCityId::ComboKind)->currentText(), u"都市"_s);
                 if (id != 0)
                     Type(editor, id, text);
@@ -147,7 +148,8 @@ TEST_F(CityEdit, FollowsTheTerrainAfterAMoveAlone)
         });
         const QString list = UserList();
         const qsizetype line = list.indexOf(u"横浜"_s);
-        EXPECT_TRUE(list.sliced(line).section(u"N,"_s, 1).startsWith(rest)) << list.sliced(line, 90).toStdString();
+        EXPECT_TRUE(list.sliced(line).section(u"N,"_s, 1).startsWith(std::get<2>(row)))
+            << list.sliced(line, 90).toStdString();
     }
 }
 

@@ -271,7 +271,7 @@ TEST_F(MappleFindTest, EnterSearchesOrHidesAndNeverReachesTheRoadMap)
             FindItem(ButtonClose)->setFocus();
             Key(Qt::Key_Return);
         },
-        [this] { Key(Qt::Key_Escape); },
+        [] { Key(Qt::Key_Escape); },
         [this] { Find().close(); },
         [this] { Click(FindItem(ButtonClose)); },
         [this] { FindItem<QAbstractButton>(ButtonClose)->click(); },

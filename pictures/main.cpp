@@ -1,5 +1,6 @@
 // Saves the pictures of all windows and the transcripts of the engine lines into a folder, and ends.
 
+#include "pictures/BodySheet.h"
 #include "pictures/Screenshots.h"
 #include "planetarium/CommandLine.h"
 #include "planetarium/MainWindow.h"
@@ -29,5 +30,6 @@ int main(int argc, char** argv)
     CStartUp start(application, line);
     CMainWindow window(start.Context(), start.Folders(), Audience::Astronomer);
     window.show();
-    return CScreenshots::Take(window, folder) ? 0 : 1;
+    const bool isSheetWritten = BodySheet::Draw(start.Folders().Shipped).save(folder + u"bodies.png"_s);
+    return CScreenshots::Take(window, folder) && isSheetWritten ? 0 : 1;
 }

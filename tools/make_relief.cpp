@@ -2,6 +2,7 @@
 
 #include <QImageReader>
 #include <QImageWriter>
+#include <QPainter>
 
 #include <algorithm>
 #include <cstdio>
@@ -51,15 +52,33 @@ void FillMoon(QImage& picture)
     };
     PictureGaps::Fill(picture, isGap, [](int, int, QRgb) { return true; });
 }
+
+/// A map whose left edge is the meridian of 0 becomes one from -180 to 180 degrees.
+void Turn(QImage& picture)
+{
+    const int half = picture.width() / 2;
+    const QImage west = picture.copy(half, 0, picture.width() - half, picture.height());
+    const QImage east = picture.copy(0, 0, half, picture.height());
+    QPainter painter(&picture);
+    painter.drawImage(0, 0, west);
+    painter.drawImage(west.width(), 0, east);
+}
+
+/// Colours that were added to a map of brightness go.
+void MakeGrey(QImage& picture)
+{
+    picture = picture.convertToFormat(QImage::Format_Grayscale8).convertToFormat(QImage::Format_RGB32);
+}
 } // namespace
 
-// make_relief earth|moon <picture> <output> <width>: scales a map of the whole globe to width x width / 2 after filling
-// the holes that this body's picture is known to have.
+// make_relief <kind> <picture> <output> <width>: scales a map of the whole globe to width x width / 2. Of kinds "earth"
+// and "moon" the holes are filled that these pictures are known to have; "grey" leaves the brightness alone; "turned"
+// has its left edge at the meridian of 0; "plain" is as it should be.
 int main(int argc, char** argv)
 {
     constexpr int Quality = 85;
     if (argc != 5) {
-        std::fprintf(stderr, "usage: make_relief earth|moon <picture> <output> <width>\n");
+        std::fprintf(stderr, "usage: make_relief earth|moon|grey|turned|plain <picture> <output> <width>\n");
         return 2;
     }
     const int width = QByteArray(argv[4]).toInt();
@@ -69,11 +88,15 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "cannot read %s\n", argv[2]);
         return 1;
     }
-    if (std::string_view(argv[1]) == "moon") {
+    const std::string_view kind(argv[1]);
+    if (kind == "moon")
         FillMoon(picture);
-    } else {
+    else if (kind == "earth")
         FillEarth(picture);
-    }
+    else if (kind == "grey")
+        MakeGrey(picture);
+    else if (kind == "turned")
+        Turn(picture);
     QImageWriter writer(QString::fromLocal8Bit(argv[3]), "jpg");
     writer.setQuality(Quality);
     writer.setOptimizedWrite(true);

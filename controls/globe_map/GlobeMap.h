@@ -28,6 +28,7 @@ public:
     /// Degrees of the surface across the smaller side, 2 to 180.
     [[nodiscard]] double ViewAngle() const { return m_viewAngle; }
 
+    [[nodiscard]] DrawnItems Drawn() const override { return m_painter.Drawn(); }
     [[nodiscard]] QSize sizeHint() const override { return {480, 480}; }
     [[nodiscard]] QSize minimumSizeHint() const override { return {120, 120}; }
 
@@ -37,6 +38,7 @@ protected:
 
     [[nodiscard]] CSphereView View() const override;
     void PaintMap(QImage& picture) override;
+    void ReleasePictures() override { m_painter.Release(); }
     void ApplyFont() override;
     void Drag(QPoint from, QPoint to) override;
     void Pick(const GeoPoint& point) override;

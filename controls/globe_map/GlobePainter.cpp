@@ -5,7 +5,7 @@
 #include "controls/sphere/LineDrawing.h"
 #include "controls/sphere/MapFurniture.h"
 
-#include <QImageReader>
+#include <QDir>
 #include <QPainter>
 
 #include <cmath>
@@ -15,9 +15,8 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-constexpr double NearAngle = 30;          // below it the finer lines are drawn
-constexpr double FullTintAngle = 10;      // from here on land and sea are wholly tinted
-constexpr int LargestTextureSide = 16384; // of a relief picture that is still read
+constexpr double NearAngle = 30;     // below it the finer lines are drawn
+constexpr double FullTintAngle = 10; // from here on land and sea are wholly tinted
 const QColor Space(9, 12, 19);
 const QColor Sea(24, 52, 92);
 const QColor Air(118, 168, 240);
@@ -53,15 +52,30 @@ CGlobePainter::CGlobePainter(QString dataFolder) : m_dataFolder(std::move(dataFo
 
 void CGlobePainter::LoadOnce()
 {
+    LoadTexture();
     if (std::exchange(m_isLoaded, true))
         return;
-    m_renderer.SetColor(Sea);
-    QImageReader reader(m_dataFolder + u"/earth/relief.jpg"_s);
-    const QSize size = reader.size();
-    if (size.width() <= LargestTextureSide && size.height() <= LargestTextureSide)
-        m_renderer.SetTexture(reader.read());
     m_coast.Load(m_dataFolder + u"/earth/coast.kol"_s);
     m_borders.Load(m_dataFolder + u"/earth/borders.kol"_s);
+}
+
+/// The same picture as the sky engine's, where there is one.
+void CGlobePainter::LoadTexture()
+{
+    if (std::exchange(m_hasTexture, true))
+        return;
+    const QString file = QDir::cleanPath(m_dataFolder + u"/earth/relief.jpg"_s);
+    if (auto texture = CSphereTexture::Shared(file, [&file] { return CSphereTexture::ReadPicture(file); }))
+        m_renderer.SetTexture(std::move(texture));
+    else
+        m_renderer.SetColor(Sea);
+}
+
+void CGlobePainter::Release()
+{
+    m_renderer.SetColor(Sea);
+    m_hasTexture = false;
+    m_ground = QImage();
 }
 
 void CGlobePainter::LoadNearOnce()
@@ -101,8 +115,7 @@ void CGlobePainter::PaintGround(QImage& picture, const CSphereView& view, double
         LineDrawing::Draw(painter, isNear && !m_nearBorders.IsEmpty() ? m_nearBorders : m_borders, view, size,
                           tolerance);
     }
-    if (scene.IsGraticuleVisible)
-        DrawGraticule(painter, view, size);
+    m_groundItems = scene.IsGraticuleVisible ? DrawGraticule(painter, view, size) : DrawnItems();
 }
 
 void CGlobePainter::Paint(QImage& picture, const CSphereView& view, double viewAngle, const GlobeScene& scene,
@@ -136,4 +149,14 @@ void CGlobePainter::Paint(QImage& picture, const CSphereView& view, double viewA
     m_landmarks.Draw(painter, view, size.toSize(), viewAngle, keptFree, observer);
     if (observer)
         MapFurniture::DrawObserver(painter, *observer);
+    m_observer = observer;
+}
+
+DrawnItems CGlobePainter::Drawn() const
+{
+    DrawnItems items = m_groundItems;
+    items.insert(items.end(), m_landmarks.Drawn().begin(), m_landmarks.Drawn().end());
+    if (m_observer)
+        items.push_back({QString::fromUtf16(DrawnLayer::Observer), QString(), *m_observer, QRectF()});
+    return items;
 }

@@ -2,6 +2,7 @@
 
 #include "controls/core/EclipsePath.h"
 #include "controls/core/LineSet.h"
+#include "controls/sphere/DrawnItems.h"
 #include "controls/sphere/LandmarkLayer.h"
 #include "controls/sphere/SphereRenderer.h"
 
@@ -35,6 +36,12 @@ public:
     /// Draws onto a picture whose device pixel ratio is the screen's; a draft is coarser and quicker.
     void Paint(QImage& picture, const CSphereView& view, double viewAngle, const GlobeScene& scene, bool isDraft);
 
+    /// Lets go of the pictures of the ground, which are large, until the next drawing.
+    void Release();
+
+    /// What the last picture shows.
+    [[nodiscard]] DrawnItems Drawn() const;
+
 private:
     // What the kept picture of the ground was made for.
     struct GroundKey
@@ -48,11 +55,13 @@ private:
     };
 
     void LoadOnce();
+    void LoadTexture();
     void LoadNearOnce();
     void PaintGround(QImage& picture, const CSphereView& view, double viewAngle, const GlobeScene& scene, bool isDraft);
 
     QString m_dataFolder;
     bool m_isLoaded = false;
+    bool m_hasTexture = false;
     bool m_isNearLoaded = false;
     CSphereRenderer m_renderer;
     CLineSet m_coast;
@@ -62,4 +71,6 @@ private:
     CLandmarkLayer m_landmarks;
     QImage m_ground;
     GroundKey m_groundKey;
+    DrawnItems m_groundItems;          ///< on the kept picture
+    std::optional<QPointF> m_observer; ///< where the last picture has the marker
 };

@@ -39,6 +39,7 @@ public:
     /// The marked site; none before the first.
     [[nodiscard]] std::optional<GeoPoint> Site() const { return m_site; }
 
+    [[nodiscard]] DrawnItems Drawn() const override { return m_painter.Drawn(); }
     [[nodiscard]] QSize sizeHint() const override { return {640, 480}; }
     [[nodiscard]] QSize minimumSizeHint() const override { return {120, 90}; }
 

@@ -256,7 +256,7 @@ void CRoadMapPainter::Paint(QImage& picture, const RoadMapScene& scene)
     style.Equator = QColor(255, 255, 255, 44);
     style.Label = QColor(255, 255, 255, 130);
     style.MinimumSpacing = 150;
-    DrawGraticule(painter, scene.View, size, style);
+    m_drawn = DrawGraticule(painter, scene.View, size, style);
     PaintWays(painter, scene, size);
 
     const double lineHeight = QFontMetricsF(m_smallFont).height();
@@ -276,8 +276,11 @@ void CRoadMapPainter::Paint(QImage& picture, const RoadMapScene& scene)
     const auto site = scene.Site ? scene.View.ToScreen(scene.Site->Longitude, scene.Site->Latitude) : std::nullopt;
     m_places.Draw(painter, scene.View, size.toSize(), angle, {scene.ReadOut, barPlace, surroundingsPlace, labels},
                   site);
-    if (site)
+    m_drawn.insert(m_drawn.end(), m_places.Drawn().begin(), m_places.Drawn().end());
+    if (site) {
         MapFurniture::DrawObserver(painter, *site);
+        m_drawn.push_back({QString::fromUtf16(DrawnLayer::Observer), QString(), *site, QRectF()});
+    }
     painter.setFont(m_smallFont);
     bar.Draw(painter, barCorner, scene.Denominator);
     if (!surroundingsPlace.isEmpty())

@@ -42,6 +42,9 @@ public:
     /// Draws onto a picture whose device pixel ratio is the screen's.
     void Paint(QImage& picture, const RoadMapScene& scene);
 
+    /// What the last picture shows.
+    [[nodiscard]] const DrawnItems& Drawn() const { return m_drawn; }
+
 private:
     void LoadOnce();
     void ShowPlaces();
@@ -66,4 +69,5 @@ private:
     std::vector<Landmark> m_markPlaces;
     std::vector<std::vector<UnitVector>> m_ways;
     QFont m_smallFont;
+    DrawnItems m_drawn;
 };

@@ -3,7 +3,7 @@
 #include "controls/core/EngineBody.h"
 
 #include <QColor>
-#include <QImageReader>
+#include <QDir>
 
 #include <algorithm>
 #include <cmath>
@@ -15,7 +15,6 @@ namespace
 {
 constexpr int Width = 768;
 constexpr int Height = 384;
-constexpr int MaximumPictureWidth = 8192;
 
 /// Quicker than std::lerp, whose exactness at the ends no colour needs.
 float Mix(float a, float b, float share)
@@ -149,17 +148,14 @@ QImage Paint(const EngineBody& body, unsigned seed)
 }
 } // namespace
 
-QImage BodyTexture::Load(int body, const QString& dataFolder)
+std::shared_ptr<const CSphereTexture> BodyTexture::Load(int body, const QString& dataFolder)
 {
     const EngineBody& look = EngineBodies::Of(body);
+    const QString folder = QString::fromUtf16(look.Folder);
     if (!dataFolder.isEmpty()) {
-        QImageReader reader(dataFolder + u'/' + QString::fromUtf16(look.Folder) + u"/relief.jpg"_s);
-        const QSize size = reader.size();
-        if (size.isValid() && size.width() <= MaximumPictureWidth && size.height() <= MaximumPictureWidth) {
-            QImage picture = reader.read();
-            if (!picture.isNull())
-                return picture;
-        }
+        const QString file = QDir::cleanPath(dataFolder + u'/' + folder + u"/relief.jpg"_s);
+        if (auto texture = CSphereTexture::Shared(file, [&] { return CSphereTexture::ReadPicture(file); }))
+            return texture;
     }
-    return Paint(look, 977U * static_cast<unsigned>(body) + 31U);
+    return CSphereTexture::Shared(folder, [&] { return Paint(look, 977U * static_cast<unsigned>(body) + 31U); });
 }

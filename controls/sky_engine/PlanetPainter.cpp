@@ -94,6 +94,7 @@ void CPlanetPainter::DrawGround(const PlanetScene& scene, const CSphereView& vie
     m_renderer.Render(m_ground, view.Scaled(m_ground.devicePixelRatio()), Look(scene));
     m_groundScene = scene;
     m_groundFont = font;
+    m_groundItems.clear();
     if (!scene.HasGrid)
         return;
     QPainter painter(&m_ground);
@@ -101,7 +102,7 @@ void CPlanetPainter::DrawGround(const PlanetScene& scene, const CSphereView& vie
     GraticuleStyle style;
     style.HasFullTurn = scene.Body != BodyTable::Moon && scene.Body != BodyTable::Earth;
     style.CountsWest = !EngineBodies::CountsEast(scene.Body);
-    DrawGraticule(painter, view, m_ground.deviceIndependentSize(), style);
+    m_groundItems = DrawGraticule(painter, view, m_ground.deviceIndependentSize(), style);
 }
 
 void CPlanetPainter::Draw(QImage& frame, const PlanetScene& scene, const QFont& font)
@@ -129,14 +130,29 @@ void CPlanetPainter::Draw(QImage& frame, const PlanetScene& scene, const QFont& 
     const auto observer = view.ToScreen(scene.Observer.Longitude, scene.Observer.Latitude);
     const QPointF reach(MarkerReach, MarkerReach);
     const QRectF marker = observer ? QRectF(*observer - reach, *observer + reach) : QRectF();
-    if (scene.HasNames)
-        m_names.Draw(painter, view, size, marker, scene.HasLeadlines);
-    if (observer)
+    m_items = scene.HasNames ? m_names.Draw(painter, view, size, marker, scene.HasLeadlines) : DrawnItems();
+    if (observer) {
         DrawMarker(painter, *observer);
+        m_items.push_back({QString::fromUtf16(DrawnLayer::Observer), QString(), *observer, QRectF()});
+    }
     const QRectF captionBox = QRectF(QPointF(0.0, 0.0), size).adjusted(10.0, 8.0, -10.0, -8.0);
     const QString caption = BodyTable::Label(scene.Body);
     painter.setPen(CaptionShadow); // on the Sun a light text alone would be lost
     painter.drawText(captionBox.translated(1.0, 1.0), Qt::AlignTop | Qt::AlignLeft, caption);
     painter.setPen(CaptionColor);
     painter.drawText(captionBox, Qt::AlignTop | Qt::AlignLeft, caption);
+}
+
+void CPlanetPainter::Release()
+{
+    m_body.reset();
+    m_renderer.SetColor(Background);
+    m_ground = QImage();
+}
+
+DrawnItems CPlanetPainter::Drawn() const
+{
+    DrawnItems items = m_groundItems;
+    items.insert(items.end(), m_items.begin(), m_items.end());
+    return items;
 }

@@ -41,6 +41,12 @@ public:
     /// Fills the frame; its device pixel ratio counts.
     void Draw(QImage& frame, const PlanetScene& scene, const QFont& font);
 
+    /// Lets go of the body's pictures, which are large, until the next drawing.
+    void Release();
+
+    /// What the last frame shows, by name.
+    [[nodiscard]] DrawnItems Drawn() const;
+
 private:
     void LoadBody(int body);
     void DrawGround(const PlanetScene& scene, const CSphereView& view, const QFont& font);
@@ -52,4 +58,6 @@ private:
     PlanetScene m_groundScene;
     QFont m_groundFont;
     CSurfaceNames m_names;
+    DrawnItems m_groundItems; ///< on the kept ground
+    DrawnItems m_items;       ///< over it
 };

@@ -382,6 +382,15 @@ void CSkyEngine::HandleTouch(QTouchEvent* event)
                                                    QVariant::fromValue(&input), 1, 0, 0, 0});
 }
 
+void CSkyEngine::hideEvent(QHideEvent* event)
+{
+    if (!event->spontaneous()) {
+        m_frame = QImage();
+        m_painter.Release();
+    }
+    QWidget::hideEvent(event);
+}
+
 void CSkyEngine::focusInEvent(QFocusEvent* /*event*/)
 {
     MapAccessible::Introduce(*this);

@@ -40,6 +40,8 @@ public:
 
     /// How often the globe was drawn so far; for measurements.
     [[nodiscard]] int DrawnCount() const { return m_drawnCount; }
+    /// What the globe that was drawn last shows, by name.
+    [[nodiscard]] DrawnItems Drawn() const { return m_painter.Drawn(); }
 
     [[nodiscard]] QWidget* Window() override { return this; }
     /// The middle of the globe; the observer while no globe is shown.
@@ -54,6 +56,7 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     [[nodiscard]] QSize sizeHint() const override { return {480, 480}; }

@@ -51,14 +51,15 @@ const QImage& CSurfaceNames::Label(qsizetype feature, const QFont& font, double 
     return label;
 }
 
-void CSurfaceNames::Draw(QPainter& painter, const CSphereView& view, QSizeF size, const QRectF& clear,
-                         bool hasLeadlines)
+DrawnItems CSurfaceNames::Draw(QPainter& painter, const CSphereView& view, QSizeF size, const QRectF& clear,
+                               bool hasLeadlines)
 {
     const QFont font = painter.font();
     const double ratio = painter.device()->devicePixelRatioF();
     const QFontMetricsF metrics(font);
     const QRectF area(QPointF(0.0, 0.0), size);
     QList<QRectF> taken;
+    DrawnItems drawn;
     for (qsizetype i = 0; i < m_features.size() && taken.size() < MaximumShown; ++i) {
         const auto [point, depth] = view.Project(m_features[i].Direction);
         if (depth < LeastDepth || !area.contains(point))
@@ -81,5 +82,7 @@ void CSurfaceNames::Draw(QPainter& painter, const CSphereView& view, QSizeF size
             painter.drawEllipse(point, 1.5, 1.5);
         }
         painter.drawImage((box.topLeft() - QPointF(Halo, Halo)).toPoint(), Label(i, font, ratio));
+        drawn.push_back({QString::fromUtf16(DrawnLayer::Surface), m_features[i].Name, point, box});
     }
+    return drawn;
 }

@@ -2,6 +2,7 @@
 
 #include "controls/core/SphereView.h"
 #include "controls/core/SurfaceFeatures.h"
+#include "controls/sphere/DrawnItems.h"
 
 #include <QFont>
 #include <QHash>
@@ -23,7 +24,8 @@ public:
     /// Writes the names of the features on the near side, larger ones first, leaving out those that would touch
     /// another name. Small features come in as the view gets closer. With leader lines a name stands beside its
     /// feature, without them on it, or just below where it would cover the area to keep clear (which may be null).
-    void Draw(QPainter& painter, const CSphereView& view, QSizeF size, const QRectF& clear, bool hasLeadlines);
+    /// Returns what was written.
+    DrawnItems Draw(QPainter& painter, const CSphereView& view, QSizeF size, const QRectF& clear, bool hasLeadlines);
 
 private:
     [[nodiscard]] const QImage& Label(qsizetype feature, const QFont& font, double ratio);

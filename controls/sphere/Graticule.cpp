@@ -90,9 +90,9 @@ QString DegreeText(double degrees, double spacing, bool isLongitude, const Grati
                           hemisphere);
 }
 
-void DrawLabel(QPainter& painter, const QRectF& box, Qt::Alignment alignment, const QString& text)
+void DrawLabel(QPainter& painter, const QRectF& box, const QString& text)
 {
-    const int flags = static_cast<int>(alignment) | Qt::TextDontClip;
+    constexpr int flags = static_cast<int>(Qt::AlignLeft) | Qt::TextDontClip;
     const QPen pen = painter.pen();
     painter.setPen(LabelShadow); // or the light text is lost on a bright body
     painter.drawText(box.translated(1, 1), flags, text);
@@ -100,11 +100,17 @@ void DrawLabel(QPainter& painter, const QRectF& box, Qt::Alignment alignment, co
     painter.drawText(box, flags, text);
 }
 
-void DrawLabels(QPainter& painter, const CSphereView& view, QSizeF size, const GraticuleStyle& style,
-                const Range& longitudes, const Range& latitudes)
+DrawnItems DrawLabels(QPainter& painter, const CSphereView& view, QSizeF size, const GraticuleStyle& style,
+                      const Range& longitudes, const Range& latitudes)
 {
+    DrawnItems drawn;
     const QFontMetricsF metrics(painter.font());
     const double inset = 4;
+    const auto write = [&](QPointF line, QPointF corner, const QString& text) {
+        const QRectF box(corner, QSizeF(metrics.horizontalAdvance(text), metrics.height()));
+        DrawLabel(painter, box, text);
+        drawn.push_back({QString::fromUtf16(DrawnLayer::Graticule), text, line, box});
+    };
     painter.setPen(style.Label);
     for (int index = static_cast<int>(std::ceil(latitudes.First / latitudes.Spacing));
          index * latitudes.Spacing <= latitudes.Last; ++index) {
@@ -122,8 +128,8 @@ void DrawLabels(QPainter& painter, const CSphereView& view, QSizeF size, const G
         }
         if (y < metrics.height() + inset || y > size.height() - 2 * metrics.height())
             continue;
-        DrawLabel(painter, QRectF(inset, y - metrics.height() - 1, 1, metrics.height()), Qt::AlignLeft,
-                  DegreeText(index * latitudes.Spacing, latitudes.Spacing, false, style));
+        write({inset, y}, {inset, y - metrics.height() - 1},
+              DegreeText(index * latitudes.Spacing, latitudes.Spacing, false, style));
     }
     const auto meetsBottom = [&](double longitude) {
         double x = view.CenterPixel().x();
@@ -151,9 +157,9 @@ void DrawLabels(QPainter& painter, const CSphereView& view, QSizeF size, const G
         const double width = metrics.horizontalAdvance(text);
         if (x < 3 * metrics.height() || x + width > size.width() - inset)
             continue;
-        DrawLabel(painter, QRectF(x + 3, size.height() - inset - metrics.height(), 1, metrics.height()), Qt::AlignLeft,
-                  text);
+        write({x, size.height() - inset}, {x + 3, size.height() - inset - metrics.height()}, text);
     }
+    return drawn;
 }
 } // namespace
 
@@ -172,7 +178,7 @@ bool HasGraticuleLabels(const CSphereView& view, QSizeF size)
     return view.Radius() * 0.98 > std::hypot(size.width(), size.height()) / 2;
 }
 
-void DrawGraticule(QPainter& painter, const CSphereView& view, QSizeF size, const GraticuleStyle& style)
+DrawnItems DrawGraticule(QPainter& painter, const CSphereView& view, QSizeF size, const GraticuleStyle& style)
 {
     const double spacing = GraticuleSpacing(view, style.MinimumSpacing);
     const double reach = view.VisibleAngle(size);
@@ -225,7 +231,9 @@ void DrawGraticule(QPainter& painter, const CSphereView& view, QSizeF size, cons
             drawer.Add({longitude, last});
         drawer.Finish();
     }
+    DrawnItems labels;
     if (style.Label.isValid() && HasGraticuleLabels(view, size))
-        DrawLabels(painter, view, size, style, longitudes, latitudes);
+        labels = DrawLabels(painter, view, size, style, longitudes, latitudes);
     painter.restore();
+    return labels;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/core/SphereView.h"
+#include "controls/sphere/DrawnItems.h"
 
 #include <QColor>
 #include <QSizeF>
@@ -25,5 +26,6 @@ struct GraticuleStyle
 [[nodiscard]] bool HasGraticuleLabels(const CSphereView& view, QSizeF size);
 
 /// Draws the lines that an area of that size (from the origin, in the painter's units) shows, and at its left and
-/// lower edges their degrees when the disc fills the area.
-void DrawGraticule(QPainter& painter, const CSphereView& view, QSizeF size, const GraticuleStyle& style = {});
+/// lower edges their degrees when the disc fills the area. Returns the degrees that were written, each with the place
+/// where its line meets the edge.
+DrawnItems DrawGraticule(QPainter& painter, const CSphereView& view, QSizeF size, const GraticuleStyle& style = {});

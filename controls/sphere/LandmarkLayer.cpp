@@ -200,8 +200,11 @@ void CLandmarkLayer::Draw(QPainter& painter, const CSphereView& view, QSize size
     CScreenGrid grid(size);
     for (const QRectF& rectangle : keptFree)
         grid.Block(rectangle);
+    const QRectF markerBox =
+        marker ? QRectF(*marker - QPointF(MarkerReach, MarkerReach), QSizeF(2 * MarkerReach, 2 * MarkerReach))
+               : QRectF();
     if (marker)
-        grid.Block(QRectF(*marker - QPointF(MarkerReach, MarkerReach), QSizeF(2 * MarkerReach, 2 * MarkerReach)));
+        grid.Block(markerBox);
     std::vector<Shown> shown;
     const auto beneath = marker ? PlaceBeneath(view, viewAngle, lowest, *marker) : std::nullopt;
     const QRectF area(QPointF(0, 0), size);
@@ -214,21 +217,23 @@ void CLandmarkLayer::Draw(QPainter& painter, const CSphereView& view, QSize size
         const QPointF screen = view.Project(place.Direction).Screen;
         const double half = MarkSize / 2.0 - 1;
         const QRectF box(screen.x() - half, screen.y() - half, 2 * half, 2 * half);
-        // The marker stands for the mark of the place beneath it, and only the nearest is named there.
+        // The marker stands for the mark of the place beneath it, and only the nearest is named there. Others that it
+        // covers in part are named beside it, too.
+        const bool isBesideMarker = markerBox.intersects(box);
         const bool isBeneathMarker = marker && (screen - *marker).manhattanLength() < BeneathReach;
-        if (!area.contains(box) || (isBeneathMarker ? index != beneath : !grid.IsFree(box)))
+        if (!area.contains(box) || (isBeneathMarker ? index != beneath : !isBesideMarker && !grid.IsFree(box)))
             continue;
         // The more important place takes its name's room before lesser marks are set.
         const bool hasName = m_isNamesVisible && namesLeft > 0 && viewAngle <= Looks[kind].NameAngle;
         const auto corner =
-            hasName ? FindNameCorner(grid, index, isBeneathMarker ? *marker : screen,
-                                     isBeneathMarker ? MarkerReach + MarkerGap : MarkSize / 2.0 + 1, nameMargin)
+            hasName ? FindNameCorner(grid, index, isBesideMarker ? *marker : screen,
+                                     isBesideMarker ? MarkerReach + MarkerGap : MarkSize / 2.0 + 1, nameMargin)
                     : std::nullopt;
         if (corner)
             --namesLeft;
-        if (isBeneathMarker) {
+        if (isBesideMarker) {
             if (corner)
-                shown.push_back({index, screen, corner, false});
+                shown.push_back({index, screen, corner, !isBeneathMarker});
             continue;
         }
         if (!corner && !grid.IsFree(box.adjusted(-markMargin, -markMargin, markMargin, markMargin)))
@@ -236,11 +241,16 @@ void CLandmarkLayer::Draw(QPainter& painter, const CSphereView& view, QSize size
         grid.Block(box);
         shown.push_back({index, screen, corner, true});
     }
+    m_drawn.clear();
     for (const Shown& mark : shown) {
+        const Landmark& place = m_places[mark.Place];
+        const QRectF text =
+            mark.NameCorner ? QRectF(*mark.NameCorner, QSizeF(NameWidth(mark.Place), m_height)) : QRectF();
+        m_drawn.push_back({LandmarkKind::Name(place.Kind), place.Name, mark.Screen, text});
         if (!mark.HasMark)
             continue;
         const QPointF corner = mark.Screen - QPointF(MarkSize / 2.0, MarkSize / 2.0);
-        painter.drawImage(corner, Mark(m_places[mark.Place].Kind, scale));
+        painter.drawImage(corner, Mark(place.Kind, scale));
     }
     for (const Shown& mark : shown) {
         if (!mark.NameCorner)

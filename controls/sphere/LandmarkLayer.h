@@ -3,6 +3,7 @@
 #include "controls/core/LandmarkList.h"
 #include "controls/core/ScreenGrid.h"
 #include "controls/core/SphereView.h"
+#include "controls/sphere/DrawnItems.h"
 
 #include <QCache>
 #include <QColor>
@@ -34,11 +35,14 @@ public:
 
     void SetFont(const QFont& font);
 
-    /// Draws what an area of that size (from the origin) shows at a view angle in degrees; nothing is drawn over the
-    /// kept-free rectangles nor over the observer's marker, beside which the place beneath it is named. Not const:
-    /// names once drawn are kept as pictures.
+    /// Draws what an area of that size (from the origin) shows at a view angle in degrees; no name is written over
+    /// the kept-free rectangles nor over the observer's marker, beside which the places that it covers are named. Not
+    /// const: names once drawn are kept as pictures.
     void Draw(QPainter& painter, const CSphereView& view, QSize size, double viewAngle, const QList<QRectF>& keptFree,
               std::optional<QPointF> marker);
+
+    /// What the last drawing shows, the most important first.
+    [[nodiscard]] const DrawnItems& Drawn() const { return m_drawn; }
 
 private:
     [[nodiscard]] std::optional<std::size_t> PlaceBeneath(const CSphereView& view, double viewAngle, double lowest,
@@ -67,4 +71,5 @@ private:
     double m_scale = 0;  // of the pictures kept
     QCache<std::size_t, QImage> m_names;
     std::array<QImage, LandmarkKind::Count> m_marks;
+    DrawnItems m_drawn;
 };

@@ -151,6 +151,15 @@ void CMapWidget::leaveEvent(QEvent* event)
     QWidget::leaveEvent(event);
 }
 
+void CMapWidget::hideEvent(QHideEvent* event)
+{
+    if (!event->spontaneous()) {
+        m_picture = QImage();
+        ReleasePictures();
+    }
+    QWidget::hideEvent(event);
+}
+
 void CMapWidget::focusInEvent(QFocusEvent* event)
 {
     MapAccessible::Introduce(*this);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/core/SphereView.h"
+#include "controls/sphere/DrawnItems.h"
 #include "controls/sphere/MapAccessible.h"
 
 #include <QImage>
@@ -22,6 +23,8 @@ public:
     [[nodiscard]] QString SpokenCenter() const override;
     /// How often the picture was drawn so far; for measurements.
     [[nodiscard]] int DrawnCount() const { return m_drawnCount; }
+    /// What the last picture shows, by name.
+    [[nodiscard]] virtual DrawnItems Drawn() const = 0;
 
 protected:
     [[nodiscard]] virtual CSphereView View() const = 0;
@@ -30,6 +33,8 @@ protected:
     /// Whether a second of arc can be seen on the map.
     [[nodiscard]] virtual bool HasSeconds() const { return false; }
     virtual void PaintMap(QImage& picture) = 0;
+    /// The map is no longer shown: lets go of pictures that are made again when it is.
+    virtual void ReleasePictures() {}
     /// The window's font is another.
     virtual void ApplyFont() = 0;
     /// The left button draws the map along, from one pixel to another.
@@ -54,6 +59,7 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void leaveEvent(QEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
 

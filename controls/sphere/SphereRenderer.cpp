@@ -10,7 +10,6 @@
 namespace
 {
 constexpr float Pi = std::numbers::pi_v<float>;
-constexpr int SmallestLevelWidth = 128;
 constexpr int BandHeight = 512;
 // Pixels of a row that are drawn in even steps: at most two to this power, fewer where the sphere is less flat.
 constexpr int LargestBlockBits = 5;
@@ -310,24 +309,11 @@ CSphereRenderer::CSphereRenderer()
     SetColor(QColor(128, 128, 128));
 }
 
-void CSphereRenderer::SetTexture(const QImage& equirectangular)
-{
-    if (equirectangular.isNull())
-        return;
-    m_levels.assign(1, equirectangular.convertToFormat(QImage::Format_RGB32));
-    while (m_levels.back().width() > SmallestLevelWidth && m_levels.back().height() > 1) {
-        const QImage& last = m_levels.back();
-        m_levels.push_back(last.scaled(last.width() / 2, std::max(1, last.height() / 2), Qt::IgnoreAspectRatio,
-                                       Qt::SmoothTransformation)
-                               .convertToFormat(QImage::Format_RGB32));
-    }
-}
-
 void CSphereRenderer::SetColor(const QColor& color)
 {
     QImage texture(2, 1, QImage::Format_RGB32);
     texture.fill(color);
-    SetTexture(texture);
+    m_texture = std::make_shared<const CSphereTexture>(texture);
 }
 
 void CSphereRenderer::Render(QImage& target, const CSphereView& view, const SphereLook& look) const
@@ -339,12 +325,8 @@ void CSphereRenderer::Render(QImage& target, const CSphereView& view, const Sphe
     const quint32 background = qPremultiply(look.Background.rgba());
     target.fill(background);
 
-    // The smallest level that still has about one texel for each pixel in the middle of the disc.
-    const double wantedWidth = view.Radius() * 2 * std::numbers::pi;
-    std::size_t level = 0;
-    while (level + 1 < m_levels.size() && m_levels[level + 1].width() >= wantedWidth * 0.8)
-        ++level;
-    const QImage& texture = m_levels[level];
+    // About one texel for each pixel in the middle of the disc.
+    const QImage& texture = m_texture->ForWidth(view.Radius() * 2 * std::numbers::pi * 0.8);
     const CTextureSampler sampler(texture);
     const Shading shading(view, look);
     const CSpotFinder finder(view, texture, shading);

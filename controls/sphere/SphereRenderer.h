@@ -1,12 +1,13 @@
 #pragma once
 
 #include "controls/core/SphereView.h"
+#include "controls/sphere/SphereTexture.h"
 
 #include <QColor>
 #include <QImage>
 
+#include <memory>
 #include <optional>
-#include <vector>
 
 /// How a sphere is lit and coloured when it is drawn.
 struct SphereLook
@@ -19,16 +20,15 @@ struct SphereLook
     QColor Background = Qt::transparent; ///< what lies around the disc
 };
 
-/// Draws a textured sphere pixel by pixel. Holds the texture in several sizes, so that a small disc does not sparkle.
+/// Draws a textured sphere pixel by pixel.
 class CSphereRenderer
 {
 public:
     /// Mid grey all over.
     CSphereRenderer();
 
-    /// The whole surface as one picture: longitude -180 at the left to 180 at the right, latitude 90 at the top to -90
-    /// at the bottom. A null picture is ignored.
-    void SetTexture(const QImage& equirectangular);
+    /// Not null.
+    void SetTexture(std::shared_ptr<const CSphereTexture> texture) { m_texture = std::move(texture); }
 
     void SetColor(const QColor& color);
 
@@ -37,6 +37,5 @@ public:
     void Render(QImage& target, const CSphereView& view, const SphereLook& look) const;
 
 private:
-    // The first level is the texture itself, each next one half its size.
-    std::vector<QImage> m_levels;
+    std::shared_ptr<const CSphereTexture> m_texture;
 };

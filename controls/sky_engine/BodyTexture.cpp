@@ -106,7 +106,7 @@ Relief MakeRelief(const EngineBody& body, unsigned seed)
                 light = CloudLight(at, noise, contrast);
                 break;
             case BodyLook::Haze:
-                light = CloudLight(at, noise, 0.12F);
+                light = CloudLight(at, noise, 0.3F);
                 break;
             case BodyLook::Rock:
                 light = noise.Sum(at, 2.2F, 6) * 0.35F;
@@ -115,7 +115,7 @@ Relief MakeRelief(const EngineBody& body, unsigned seed)
                 light = noise.Sum(at, 1.8F, 6) * 0.42F + PolarCap(at, noise);
                 break;
             case BodyLook::Ice:
-                light = noise.Sum(at, 1.6F, 6) * 0.24F;
+                light = noise.Sum(at, 1.6F, 6) * 0.38F;
                 break;
             }
         }

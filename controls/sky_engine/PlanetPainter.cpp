@@ -3,6 +3,7 @@
 #include "controls/core/EngineBody.h"
 #include "controls/sky_engine/BodyTexture.h"
 #include "controls/sphere/Graticule.h"
+#include "controls/sphere/MapFurniture.h"
 
 #include <QPainter>
 
@@ -12,10 +13,11 @@ namespace
 {
 const QColor Background(11, 14, 20);
 const QColor CaptionColor(214, 220, 230, 200);
-const QColor CaptionShadow(8, 10, 14, 190);
 const QColor MarkerColor(255, 176, 64);
 const QColor MarkerHalo(0, 0, 0, 215);
+const QColor GridGround(0, 0, 0, 46); // on the Sun and the giants white lines alone would be lost
 constexpr double MarkerReach = 11.0;
+constexpr QPointF CaptionInset(10.0, 8.0);
 
 bool IsSame(const GeoPoint& a, const GeoPoint& b)
 {
@@ -102,6 +104,11 @@ void CPlanetPainter::DrawGround(const PlanetScene& scene, const CSphereView& vie
     GraticuleStyle style;
     style.HasFullTurn = scene.Body != BodyTable::Moon && scene.Body != BodyTable::Earth;
     style.CountsWest = !EngineBodies::CountsEast(scene.Body);
+    style.Ground = GridGround;
+    style.Line.setAlpha(110);
+    style.Equator.setAlpha(170);
+    style.Label.setAlpha(225);
+    style.TopMargin = QFontMetricsF(font).height() + CaptionInset.y(); // the caption's
     m_groundItems = DrawGraticule(painter, view, m_ground.deviceIndependentSize(), style);
 }
 
@@ -135,12 +142,8 @@ void CPlanetPainter::Draw(QImage& frame, const PlanetScene& scene, const QFont& 
         DrawMarker(painter, *observer);
         m_items.push_back({QString::fromUtf16(DrawnLayer::Observer), QString(), *observer, QRectF()});
     }
-    const QRectF captionBox = QRectF(QPointF(0.0, 0.0), size).adjusted(10.0, 8.0, -10.0, -8.0);
-    const QString caption = BodyTable::Label(scene.Body);
-    painter.setPen(CaptionShadow); // on the Sun a light text alone would be lost
-    painter.drawText(captionBox.translated(1.0, 1.0), Qt::AlignTop | Qt::AlignLeft, caption);
     painter.setPen(CaptionColor);
-    painter.drawText(captionBox, Qt::AlignTop | Qt::AlignLeft, caption);
+    MapFurniture::DrawOutlined(painter, CaptionInset, BodyTable::Label(scene.Body));
 }
 
 void CPlanetPainter::Release()

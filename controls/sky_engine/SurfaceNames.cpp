@@ -12,10 +12,10 @@ constexpr qsizetype MaximumShown = 60;
 constexpr double LeastDepth =
     0.25; ///< nearer to the edge of the disc a name could not be distinguished from its neighbours
 constexpr double LeadlineLength = 14.0;
-constexpr double Halo = 2.5;
+constexpr double Halo = 3.0;
 constexpr qsizetype MaximumLabels = 1000;
 const QColor NameColor(238, 232, 214);
-const QColor HaloColor(8, 10, 14, 190);
+const QColor HaloColor(8, 10, 14, 230);
 } // namespace
 
 void CSurfaceNames::Load(const QString& file)
@@ -44,7 +44,7 @@ const QImage& CSurfaceNames::Label(qsizetype feature, const QFont& font, double 
     text.addText(Halo, Halo + metrics.ascent(), font, name);
     QPainter painter(&label);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.strokePath(text, QPen(HaloColor, Halo, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.strokePath(text, QPen(HaloColor, 1.5 * Halo, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.setPen(NameColor);
     painter.setFont(font);
     painter.drawText(QPointF(Halo, Halo + metrics.ascent()), name);

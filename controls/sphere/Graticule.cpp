@@ -1,6 +1,7 @@
 #include "controls/sphere/Graticule.h"
 
 #include "controls/core/Angle.h"
+#include "controls/sphere/MapFurniture.h"
 #include "host/text/Number.h"
 
 #include <QPainter>
@@ -25,8 +26,8 @@ constexpr int MostMeridians = 400;
 class CLineDrawer
 {
 public:
-    CLineDrawer(QPainter& painter, const CSphereView& view, QSizeF size)
-        : m_painter(painter), m_view(view),
+    CLineDrawer(QPainter& painter, const CSphereView& view, QSizeF size, const QColor& ground)
+        : m_painter(painter), m_view(view), m_ground(ground),
           m_area(QRectF(QPointF(0, 0), size).adjusted(-Margin, -Margin, Margin, Margin))
     {
     }
@@ -43,6 +44,12 @@ public:
 
     void Finish()
     {
+        if (m_run.size() > 1 && m_ground.isValid()) {
+            const QPen line = m_painter.pen();
+            m_painter.setPen(QPen(m_ground, 3));
+            m_painter.drawPolyline(m_run);
+            m_painter.setPen(line);
+        }
         if (m_run.size() > 1)
             m_painter.drawPolyline(m_run);
         m_run.clear();
@@ -53,11 +60,10 @@ private:
 
     QPainter& m_painter;
     const CSphereView& m_view;
+    QColor m_ground;
     QRectF m_area;
     QPolygonF m_run;
 };
-
-const QColor LabelShadow(8, 10, 14, 150);
 
 struct Range
 {
@@ -90,16 +96,6 @@ QString DegreeText(double degrees, double spacing, bool isLongitude, const Grati
                           hemisphere);
 }
 
-void DrawLabel(QPainter& painter, const QRectF& box, const QString& text)
-{
-    constexpr int flags = static_cast<int>(Qt::AlignLeft) | Qt::TextDontClip;
-    const QPen pen = painter.pen();
-    painter.setPen(LabelShadow); // or the light text is lost on a bright body
-    painter.drawText(box.translated(1, 1), flags, text);
-    painter.setPen(pen);
-    painter.drawText(box, flags, text);
-}
-
 DrawnItems DrawLabels(QPainter& painter, const CSphereView& view, QSizeF size, const GraticuleStyle& style,
                       const Range& longitudes, const Range& latitudes)
 {
@@ -108,7 +104,7 @@ DrawnItems DrawLabels(QPainter& painter, const CSphereView& view, QSizeF size, c
     const double inset = 4;
     const auto write = [&](QPointF line, QPointF corner, const QString& text) {
         const QRectF box(corner, QSizeF(metrics.horizontalAdvance(text), metrics.height()));
-        DrawLabel(painter, box, text);
+        MapFurniture::DrawOutlined(painter, corner, text);
         drawn.push_back({QString::fromUtf16(DrawnLayer::Graticule), text, line, box});
     };
     painter.setPen(style.Label);
@@ -126,7 +122,7 @@ DrawnItems DrawLabels(QPainter& painter, const CSphereView& view, QSizeF size, c
                 break;
             y = moved->y();
         }
-        if (y < metrics.height() + inset || y > size.height() - 2 * metrics.height())
+        if (y < metrics.height() + inset + style.TopMargin || y > size.height() - 2 * metrics.height())
             continue;
         write({inset, y}, {inset, y - metrics.height() - 1},
               DegreeText(index * latitudes.Spacing, latitudes.Spacing, false, style));
@@ -202,7 +198,7 @@ DrawnItems DrawGraticule(QPainter& painter, const CSphereView& view, QSizeF size
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setBrush(Qt::NoBrush);
-    CLineDrawer drawer(painter, view, size);
+    CLineDrawer drawer(painter, view, size, style.Ground);
     const auto choosePen = [&](bool isMain) { painter.setPen(QPen(isMain ? style.Equator : style.Line, 1)); };
     const double firstLatitude = std::max(-90.0, center.Latitude - reach);
     const double lastLatitude = std::min(90.0, center.Latitude + reach);

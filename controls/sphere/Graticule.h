@@ -14,7 +14,9 @@ struct GraticuleStyle
     QColor Line = QColor(255, 255, 255, 46);
     QColor Equator = QColor(255, 255, 255, 80); ///< also the meridians of 0 and 180 degrees
     QColor Label = QColor(255, 255, 255, 150);  ///< invalid: no labels
+    QColor Ground;                              ///< beneath each line, invalid: none
     double MinimumSpacing = 72;                 ///< pixels between two lines in the middle of the disc
+    double TopMargin = 0;                       ///< pixels at the upper edge that stay free of labels
     bool HasFullTurn = false;                   ///< longitudes 0 to 360 instead of east and west
     bool CountsWest = false;                    ///< with a full turn: counted to the west
 };

@@ -1,6 +1,7 @@
 #include "controls/sphere/LandmarkLayer.h"
 
 #include "controls/core/Angle.h"
+#include "controls/sphere/MapFurniture.h"
 
 #include <QFontMetricsF>
 #include <QPainter>
@@ -146,15 +147,9 @@ QImage CLandmarkLayer::NameImage(std::size_t place, double scale)
     {
         QPainter painter(&image);
         painter.setFont(m_font);
-        const QPointF base(Halo, Halo + metrics.ascent());
-        const QString& name = m_places[place].Name;
-        painter.setPen(QColor(6, 10, 18, 120));
-        for (const QPointF offset : {QPointF(-1, -1), QPointF(1, -1), QPointF(-1, 1), QPointF(1, 1), QPointF(0, -1),
-                                     QPointF(0, 1), QPointF(-1, 0), QPointF(1, 0)})
-            painter.drawText(base + offset, name);
         QColor color = QColor::fromRgba(Looks[static_cast<std::size_t>(m_places[place].Kind)].Color);
         painter.setPen(color.lighter(106));
-        painter.drawText(base, name);
+        MapFurniture::DrawOutlined(painter, {Halo, Halo}, m_places[place].Name);
     }
     m_names.insert(place, new QImage(image)); // owned by the cache
     return image;

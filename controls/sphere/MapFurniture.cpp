@@ -64,6 +64,18 @@ void MapFurniture::DrawObserver(QPainter& painter, QPointF place)
     painter.restore();
 }
 
+void MapFurniture::DrawOutlined(QPainter& painter, QPointF corner, const QString& text)
+{
+    const QPen pen = painter.pen();
+    const QPointF base = corner + QPointF(0, painter.fontMetrics().ascent());
+    painter.setPen(QColor(6, 10, 18, 120));
+    for (const QPointF offset : {QPointF(-1, -1), QPointF(1, -1), QPointF(-1, 1), QPointF(1, 1), QPointF(0, -1),
+                                 QPointF(0, 1), QPointF(-1, 0), QPointF(1, 0)})
+        painter.drawText(base + offset, text);
+    painter.setPen(pen);
+    painter.drawText(base, text);
+}
+
 void MapFurniture::DrawPlate(QPainter& painter, const QRectF& place, const QString& text)
 {
     painter.setRenderHint(QPainter::Antialiasing);

@@ -20,6 +20,10 @@ namespace MapFurniture
 /// The observer's marker: a ring with a cross, 13 pixels to each side.
 void DrawObserver(QPainter& painter, QPointF place);
 
+/// A light text with the painter's pen, its first letter's upper left corner there, and a dark outline that keeps it
+/// readable on any ground.
+void DrawOutlined(QPainter& painter, QPointF corner, const QString& text);
+
 /// A short text on a dark plate.
 void DrawPlate(QPainter& painter, const QRectF& place, const QString& text);
 

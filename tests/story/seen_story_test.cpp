@@ -1,0 +1,325 @@
+// What the maps show, over the shipped data: where land is, which way round, what is written where.
+
+#include "controls/core/EngineBody.h"
+#include "controls/globe_map/GlobeMap.h"
+#include "controls/road_map/RoadMap.h"
+#include "controls/sky_engine/SkyEngine.h"
+#include "host/control/GlobeZoom.h"
+#include "planetarium/EclipseData.h"
+#include "tests/dialog/DialogDriver.h"
+
+#include <numbers>
+
+using namespace Qt::StringLiterals;
+namespace Globe = ControlNumber::GlobeMap;
+namespace Road = ControlNumber::RoadMap;
+
+namespace
+{
+const QString Data = QStringLiteral(KIV_SOURCE_DATA);
+constexpr int Side = 480; // pixels of a globe
+constexpr double Radian = std::numbers::pi / 180.0;
+
+/// Where a point of a globe is seen, north up and east to the right. Worked out here: a map that is mirrored is
+/// mirrored in its own arithmetic, too.
+QPointF Seen(GeoPoint center, double radius, QSizeF size, GeoPoint point)
+{
+    const double turned = (point.Longitude - center.Longitude) * Radian;
+    const double north = point.Latitude * Radian;
+    const double middle = center.Latitude * Radian;
+    EXPECT_GT(std::sin(middle) * std::sin(north) + std::cos(middle) * std::cos(north) * std::cos(turned), 0.0)
+        << "behind the edge of the disc";
+    const double x = std::cos(north) * std::sin(turned);
+    const double y = std::cos(middle) * std::sin(north) - std::sin(middle) * std::cos(north) * std::cos(turned);
+    return {size.width() / 2 + radius * x, size.height() / 2 - radius * y};
+}
+
+/// The radius of a globe that shows so many degrees across its picture; the whole disc leaves a margin.
+double RadiusOf(double angle)
+{
+    return Side / 2.0 * (1.0 / std::sin(angle / 2 * Radian) - 0.045);
+}
+
+/// The middle of all that differs between two pictures.
+QPointF MiddleOfChange(const QImage& before, const QImage& after)
+{
+    QRect changed;
+    for (int y = 0; y < before.height(); ++y) {
+        for (int x = 0; x < before.width(); ++x) {
+            if (before.pixel(x, y) != after.pixel(x, y))
+                changed |= QRect(x, y, 1, 1);
+        }
+    }
+    return QRectF(changed).center();
+}
+
+void ExpectNear(QPointF seen, QPointF meant, double reach)
+{
+    EXPECT_NEAR(seen.x(), meant.x(), reach);
+    EXPECT_NEAR(seen.y(), meant.y(), reach);
+}
+
+/// The names of a layer, or of all, in the order in which they were drawn.
+std::string NamesOf(const DrawnItems& items, QStringView layer)
+{
+    QStringList names;
+    for (const DrawnItem& item : items) {
+        if (item.Layer == layer)
+            names += item.Text.isNull() ? u'(' + item.Name + u')' : item.Name;
+    }
+    return names.join(u' ').toStdString();
+}
+
+const DrawnItem* Find(const DrawnItems& items, const QString& name)
+{
+    const auto found =
+        std::find_if(items.begin(), items.end(), [&name](const DrawnItem& item) { return item.Name == name; });
+    return found == items.end() ? nullptr : &*found;
+}
+
+/// The Earth without names, marker and lines unless a test asks for them.
+class SeenGlobe : public CDialogDriver
+{
+protected:
+    SeenGlobe()
+    {
+        m_map.resize(Side, Side);
+        m_map.Invoke(Globe::Switch12, {false});
+        m_map.Invoke(Globe::Switch18, {false});
+        m_map.Invoke(Globe::Switch29, {false});
+    }
+    QImage Show(GeoPoint center, double zoom)
+    {
+        m_center = center;
+        m_radius = RadiusOf(GlobeZoom::ViewAngle(1.0 - zoom));
+        m_map.Invoke(Globe::SetCenter, {center.Longitude, center.Latitude});
+        m_map.Invoke(Globe::SetZoom, {zoom});
+        return Picture();
+    }
+    QImage Picture()
+    {
+        m_map.Invoke(Globe::Redraw, {});
+        return m_map.grab().toImage();
+    }
+    [[nodiscard]] QPointF At(GeoPoint point) const { return Seen(m_center, m_radius, {Side, Side}, point); }
+    /// Water is bluer than it is green, land is not.
+    static bool IsLand(QColor color) { return color.blue() <= color.green(); }
+
+    CGlobeMap m_map{nullptr, Data};
+    GeoPoint m_center;
+    double m_radius = 0;
+};
+} // namespace
+
+TEST_F(SeenGlobe, LandAndSeaAreWhereTheyAre)
+{
+    // With the widest zoom at which the place is some pixels large.
+    const std::tuple<const char*, double, double, bool, double> places[] = {
+        {"Tokyo", 139.4, 35.9, true, 0},           {"east of Japan", 145, 35, false, 0},
+        {"Sinai", 33.8, 29.3, true, 0.2},          {"Red Sea", 37.5, 22, false, 0.2},
+        {"Iceland", -20, 65, true, 0.2},           {"Denmark Strait", -30, 66, false, 0.2},
+        {"Tasmania", 146.6, -42, true, 0},         {"Tasman Sea", 152, -42, false, 0},
+        {"Kerguelen", 69.4, -49.3, true, 0.6},     {"east of Kerguelen", 73, -49, false, 0},
+        {"Madagascar", 46.5, -20, true, 0},        {"Mozambique Channel", 41, -20, false, 0},
+        {"Tierra del Fuego", -69, -54, true, 0.3}, {"Drake Passage", -66, -58, false, 0}};
+    for (const auto& [name, longitude, latitude, isLand, widest] : places) {
+        for (const double zoom : {widest, (widest + 0.7) / 2, 0.7, 0.85}) {
+            const double aside = GlobeZoom::ViewAngle(1.0 - zoom) / 6;
+            const QImage picture = Show({longitude - aside, latitude - aside / 2}, zoom);
+            const QColor color = picture.pixelColor(At({longitude, latitude}).toPoint());
+            EXPECT_EQ(IsLand(color), isLand) << name << " at " << zoom << ": " << color.name().toStdString();
+        }
+    }
+}
+
+TEST_F(SeenGlobe, EightDirectionsTellAMirroredWorldFromATurnedOne)
+{
+    const std::tuple<GeoPoint, double, const char*> stars[] = {
+        {{10, 0}, 20, "LLLL~~~L"}, // Gabon: Congo, Sudan, Niger, Mali, then the Atlantic, Zambia
+        {{135, 36}, 13, "~~LLL~~~"}};
+    for (const auto& [center, reach, around] : stars) {
+        const QImage picture = Show(center, 0);
+        std::string seen;
+        for (int direction = 0; direction < 8; ++direction) { // from the east to the north
+            const double angle = direction * 45 * Radian;
+            const double out = m_radius * std::sin(reach * Radian);
+            const QPointF at(Side / 2.0 + out * std::cos(angle), Side / 2.0 - out * std::sin(angle));
+            seen += IsLand(picture.pixelColor(at.toPoint())) ? 'L' : '~';
+        }
+        EXPECT_EQ(seen, around) << center.Longitude;
+    }
+}
+
+TEST_F(SeenGlobe, TheGridIsNamedAndStandsWhereItsDegreesAre)
+{
+    m_map.Invoke(Globe::Switch29, {true});
+    const std::tuple<GeoPoint, double, const char*> views[] = {{{12, 47}, 0.6, "40°N 45°N 50°N 5°E 10°E 15°E 20°E"},
+                                                               {{-70, -33}, 0.6, "35°S 30°S 25°S 75°W 70°W 65°W 60°W"},
+                                                               {{179, 1}, 0.6, "5°S 0° 5°N 175°E 180° 175°W"}};
+    for (const auto& [center, zoom, names] : views) {
+        Show(center, zoom);
+        const DrawnItems drawn = m_map.Drawn();
+        EXPECT_EQ(NamesOf(drawn, DrawnLayer::Graticule), names);
+        for (const DrawnItem& item : drawn) {
+            const bool isNegative = item.Name.endsWith(u'W') || item.Name.endsWith(u'S');
+            const double degrees = Number::LeadingDouble(item.Name) * (isNegative ? -1 : 1);
+            const bool isParallel = item.Place.x() < 10; // named at the left edge, meridians at the lower one
+            double nearest = Side;
+            for (double way = 0; way < 20; way += 0.05) {
+                const QPointF on =
+                    isParallel ? At({center.Longitude - way, degrees}) : At({degrees, center.Latitude - way});
+                nearest = std::min(nearest, std::hypot(on.x() - item.Place.x(), on.y() - item.Place.y()));
+            }
+            EXPECT_LT(nearest, 2.0) << item.Name.toStdString();
+            EXPECT_LT((item.Text.center() - item.Place).manhattanLength(), 40);
+        }
+    }
+}
+
+TEST_F(SeenGlobe, TheMarkerStandsOnTheSiteAtEveryZoom)
+{
+    const GeoPoint site{139.69, 35.69};
+    for (const double zoom : {0.0, 0.25, 0.5, 0.75, 1.0}) {
+        const double aside = GlobeZoom::ViewAngle(1.0 - zoom) / 5;
+        m_map.Invoke(Globe::SetObsPosition, {-40.0, -35.0}); // the far side
+        const QImage without = Show({site.Longitude - aside, site.Latitude - aside / 2}, zoom);
+        m_map.Invoke(Globe::SetObsPosition, {site.Longitude, site.Latitude});
+        ExpectNear(MiddleOfChange(without, Picture()), At(site) - QPointF(0.5, 0.5), 1.0);
+    }
+}
+
+TEST_F(SeenGlobe, TheEclipseRunsOverNotoAndWestOfTokyo)
+{
+    m_map.Invoke(Globe::SetEclipsePathColor, {QVariant::fromValue<quint32>(0x003C96FF)});
+    m_map.Invoke(Globe::SetBesselElementApply, {true});
+    const QImage without = Show({139, 36.5}, 0.8);
+    m_map.Invoke(Globe::SetEclipsePath, {LoadEclipsePath(Data)});
+    const QImage with = Picture();
+    const auto isInBand = [&](GeoPoint point) {
+        const QPoint at = At(point).toPoint();
+        return with.pixel(at) != without.pixel(at);
+    };
+    for (const GeoPoint& inside : {GeoPoint{137.0, 37.3}, {138.2, 36.65}, {139.06, 36.39}}) // Noto, Nagano, Maebashi
+        EXPECT_TRUE(isInBand(inside)) << inside.Longitude;
+    for (const GeoPoint& outside : {GeoPoint{139.7, 35.7}, {138.38, 34.98}, {139.0, 37.9}}) // Tokyo, Shizuoka, Niigata
+        EXPECT_FALSE(isInBand(outside)) << outside.Longitude;
+}
+
+namespace
+{
+/// A sky engine as a planetary globe.
+class SeenPlanet : public CDialogDriver
+{
+protected:
+    SeenPlanet()
+    {
+        m_engine.resize(Side, Side);
+        m_engine.Command(u"View.Projection = PlanetaryGlobe; View.Angle = 180"_s);
+        m_engine.Command(u"Time = UT(2026, 11, 24, 15, 0, 0)"_s); // full moon
+    }
+    QImage Show(int body, GeoPoint observer, GeoPoint center)
+    {
+        const auto of = [body](double east) { return EngineBodies::FromEast(body, east); };
+        m_engine.Command(Number::Format("Location = %s(%f, %f, 0); View.PlanetaryGlobe.Center.Longitude = %f; "
+                                        "View.PlanetaryGlobe.Center.Latitude = %f; Show Sky",
+                                        qUtf8Printable(BodyTable::EngineName(body)), of(observer.Longitude),
+                                        observer.Latitude, of(center.Longitude), center.Latitude));
+        m_center = center;
+        return m_engine.grab().toImage();
+    }
+    [[nodiscard]] QPointF At(GeoPoint point) const { return Seen(m_center, RadiusOf(180), {Side, Side}, point); }
+
+    CSkyEngine m_engine{nullptr, Data};
+    GeoPoint m_center;
+};
+} // namespace
+
+TEST_F(SeenPlanet, TheMarkerStandsOnTheSiteOfEveryBody)
+{
+    for (int body = 0; body < BodyTable::Count; ++body) {
+        const QImage without = Show(body, {-160, -20}, {20, 10});
+        ExpectNear(MiddleOfChange(without, Show(body, {40, 30}, {20, 10})), At({40, 30}) - QPointF(0.5, 0.5), 1.0);
+    }
+}
+
+TEST_F(SeenPlanet, KnownMarksOfTheMoonAndMarsAreWhereTheyAre)
+{
+    const auto light = [this](const QImage& picture, GeoPoint point) {
+        int sum = 0;
+        const QPoint at = At(point).toPoint();
+        for (int index = 0; index < 25; ++index)
+            sum += qGray(picture.pixel(at + QPoint(index % 5 - 2, index / 5 - 2)));
+        return sum / 25;
+    };
+    const QImage moon = Show(BodyTable::Moon, {180, 0}, {0, 0});
+    const int crises = light(moon, {59, 16.5});
+    for (const GeoPoint& rim : {GeoPoint{47, 16.5}, {59, 27}, {63, 6}, {72, 16.5}})
+        EXPECT_GT(light(moon, rim), crises + 12) << rim.Longitude << ' ' << rim.Latitude;
+    EXPECT_GT(light(moon, {-11.4, -43}), light(moon, {11.4, 43}) + 5) << "Tycho is in the south";
+    const QImage mars = Show(5, {180, 0}, {69, 0});
+    EXPECT_GT(light(mars, {70, -42}), light(mars, {69, 9}) + 12) << "Hellas is brighter than Syrtis Major";
+    EXPECT_GT(light(mars, {40, 15}), light(mars, {69, 9}) + 12) << "and so is Arabia, west of it";
+    m_engine.Command(u"Solar.Planet.Surface.Name.Visible = TRUE; View.Angle = 40"_s);
+    Show(5, {137.4, -4.6}, {130, 0});
+    const DrawnItems items = m_engine.Drawn();
+    const DrawnItem* gale = Find(items, u"ゲール"_s);
+    ASSERT_NE(gale, nullptr) << NamesOf(items, DrawnLayer::Surface);
+    ExpectNear(gale->Place, Seen({130, 0}, RadiusOf(40), {Side, Side}, {137.8, -5.4}), 1.0);
+}
+
+namespace
+{
+class SeenRoadMap : public CDialogDriver
+{
+protected:
+    SeenRoadMap() { m_map.resize(401, 301); }
+    QImage Show(GeoPoint center, int scale)
+    {
+        constexpr double unit = Road::MillisecondsPerDegree;
+        m_map.Invoke(Road::SetPosition, {false, center.Longitude * unit, center.Latitude * unit});
+        m_map.Invoke(Road::SetScale, {scale});
+        m_center = center;
+        m_radius = 6371000.0 / (scale * 0.0254 / m_map.logicalDpiX());
+        return m_map.grab().toImage();
+    }
+    [[nodiscard]] QPoint At(GeoPoint point) const { return Seen(m_center, m_radius, {401, 301}, point).toPoint(); }
+
+    CRoadMap m_map{nullptr, Data};
+    GeoPoint m_center;
+    double m_radius = 0;
+};
+} // namespace
+
+TEST_F(SeenRoadMap, ARiverAndTheBordersOfPrefecturesAreWhereTheyAre)
+{
+    // Along a line from west to east across the river Shinano above Ojiya, where nothing is written.
+    const QImage river = Show({138.79, 37.30}, 250'000);
+    const DrawnItems items = m_map.Drawn();
+    const auto isBare = [&items](QPointF at) {
+        return std::none_of(items.begin(), items.end(), [at](const DrawnItem& item) {
+            return item.Text.adjusted(-3, -3, 3, 3).contains(at) || (item.Place - at).manhattanLength() < 12;
+        });
+    };
+    const QPoint crossing = At({138.8139, 37.315});
+    int wet = 0;
+    for (int x = 20; x < 380; ++x) {
+        const QColor color = river.pixelColor(x, crossing.y());
+        if (!isBare(QPointF(x, crossing.y())) || color.blue() < color.red() + 20)
+            continue;
+        ++wet;
+        EXPECT_NEAR(x, crossing.x(), 3) << "200 m";
+    }
+    EXPECT_GT(wet, 0);
+    // The river Edo parts Saitama from Chiba; from near no border is drawn.
+    const auto countBorder = [this](int scale) {
+        const QImage picture = Show({139.858, 35.9}, scale);
+        int count = 0;
+        for (int x = 180; x <= 220; ++x) {
+            const QColor color = picture.pixelColor(x, 150);
+            count += color.red() > color.blue() + 8 && color.red() > 70 ? 1 : 0;
+        }
+        return count;
+    };
+    EXPECT_GT(countBorder(1'000'000), 0);
+    EXPECT_EQ(countBorder(25'000), 0);
+}

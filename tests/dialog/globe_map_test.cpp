@@ -74,6 +74,18 @@ protected:
         return m_map.grab().toImage();
     }
 
+    // The layers and names of the picture, in the order of their importance; a mark without its name in brackets.
+    std::string Shown()
+    {
+        Picture();
+        QStringList items;
+        for (const DrawnItem& item : m_map.Drawn()) {
+            if (item.Layer != QStringView(DrawnLayer::Graticule))
+                items += item.Layer + u':' + (item.Text.isNull() ? u'(' + item.Name + u')' : item.Name);
+        }
+        return items.join(u' ').toStdString();
+    }
+
     [[nodiscard]] QPointF OnScreen(double longitude, double latitude) const
     {
         return CSphereView::ForAngle(m_map.Center(), m_map.ViewAngle(), m_map.size())
@@ -218,43 +230,76 @@ TEST_F(GlobeMapTest, ListLinesAreReadWithTolerance)
     EXPECT_EQ(LandmarkList::Parse(bytes.repeated(20000)).size(), 20000U);
 }
 
-TEST_F(GlobeMapTest, LayersAndReloadChangeThePicture)
+TEST_F(GlobeMapTest, EachLayerShowsItsPlacesOfTheListAsItIs)
 {
     m_map.Invoke(Method::SetCenter, {139.75, 35.6});
-    const QImage empty = Picture();
-    const QByteArray mountain = PlaceLine(u"港見山", "139.7500000E,35.6250000N,    900,+09.00, 1, 0, 4");
-    ShowList(mountain);
+    m_map.Invoke(Method::SetZoom, {0.6});
+    const QByteArray list =
+        PlaceLine(u"観", "135.0E,38.0N,0,+09.00, 1, 0, 0") + PlaceLine(u"市", "139.0E,31.0N,0,+09.00, 1, 0, 1") +
+        PlaceLine(u"都", "144.0E,38.0N,0,+09.00, 1, 0, 2") + PlaceLine(u"台", "135.0E,35.0N,0,+09.00, 1, 0, 3") +
+        PlaceLine(u"山", "139.0E,35.0N,0,+09.00, 1, 0, 4");
+    ShowList(list);
+    EXPECT_EQ(Shown(), "都市:都 観測地:観 天文台:台 山岳:山 市区町村:市");
     Flags({0, 0, 0, 0, 1, 0, 0, 0});
-    const QImage shown = Picture();
-    EXPECT_NE(shown, empty);
+    EXPECT_EQ(Shown(), "山岳:山");
     Flags({1, 1, 1, 1, 0, 1, 1, 1});
-    EXPECT_EQ(Picture(), empty);
-    Flags({0, 0, 0, 0, 1, 0, 0, 0});
+    EXPECT_EQ(Shown(), "都市:都 観測地:観 天文台:台 市区町村:市");
+    m_map.Invoke(Method::Switch12, {false});
+    EXPECT_EQ(Shown(), "都市:(都) 観測地:(観) 天文台:(台) 市区町村:(市)") << "marks without names";
+    m_map.Invoke(Method::Switch12, {true});
 
-    WriteFile(m_list, mountain + PlaceLine(u"遠い山", "150.0000000E,20.0000000N,    900,+09.00, 1, 0, 4"));
-    EXPECT_EQ(Picture(), shown);
+    WriteFile(m_list, list + PlaceLine(u"新", "144.0E,33.0N,0,+09.00, 1, 0, 0"));
+    EXPECT_EQ(Shown(), "都市:都 観測地:観 天文台:台 市区町村:市") << "read when the module says so";
     m_map.Invoke(Method::ReloadUserPlaces, {true});
-    EXPECT_NE(Picture(), shown);
+    EXPECT_EQ(Shown(), "都市:都 観測地:観 観測地:新 天文台:台 市区町村:市");
     m_map.Invoke(Method::SetLandmarkFileExists, {false});
-    EXPECT_EQ(Picture(), empty);
+    EXPECT_EQ(Shown(), "");
 }
 
-TEST_F(GlobeMapTest, SwitchesAndMarkerShow)
+TEST_F(GlobeMapTest, NamesGiveWayToTheMoreImportantAndToTheMarker)
+{
+    m_map.Invoke(Method::SetCenter, {139.0, 35.0});
+    m_map.Invoke(Method::SetZoom, {0.9});
+    QByteArray list;
+    for (int i = 0; i < 30; ++i) // side by side, a few pixels apart
+        list += PlaceLine(u"何という地名",
+                          qUtf8Printable(Number::Format("%.3fE,35.0N,0,+09.00, 1, 0, 1", 138.9 + 0.02 * i)));
+    ShowList(list + PlaceLine(u"観測地", "139.1E,35.0N,0,+09.00, 1, 0, 0"));
+    Picture();
+    m_map.Invoke(Method::Switch29, {false});
+    EXPECT_EQ(Shown(), "観測地:観測地 市区町村:何という地名 市区町村:(何という地名) 市区町村:何という地名");
+    const DrawnItems items = m_map.Drawn();
+    for (const DrawnItem& item : items) {
+        for (const DrawnItem& other : items)
+            EXPECT_TRUE(&item == &other || !item.Text.adjusted(0, 3, 0, -3).intersects(other.Text));
+    }
+    // Beneath the marker and beside it: both keep their names, which stay clear of it.
+    ShowList(PlaceLine(u"下", "139.0E,35.0N,0,+09.00, 1, 0, 2") + PlaceLine(u"脇", "139.06E,35.0N,0,+09.00, 1, 0, 2"));
+    m_map.Invoke(Method::SetObsPosition, {139.0, 35.0});
+    EXPECT_EQ(Shown(), "都市:下 都市:脇 観測者:()");
+    for (const DrawnItem& item : m_map.Drawn())
+        EXPECT_FALSE(item.Text.intersects(QRectF(OnScreen(139, 35) - QPointF(12, 12), QSizeF(24, 24))));
+    m_map.Invoke(Method::SetObsPosition, {-41.0, -35.0});
+    EXPECT_EQ(Shown(), "都市:下") << "without the marker their marks would touch";
+}
+
+TEST_F(GlobeMapTest, CoastsAndGridAreSwitched)
 {
     WriteLines(u"coast.kol"_s, {{{-20, 0}, {20, 10}}});
     m_map.Invoke(Method::SetCenter, {0.0, 0.0});
-    ShowList(PlaceLine(u"都", "10.0E,30.0N,0,+00.00, 0, 0, 2"));
-    QImage last = Picture();
-    for (const int method : {Method::Switch29, Method::Switch18, Method::Switch12}) {
-        m_map.Invoke(method, {false});
-        const QImage next = Picture();
-        EXPECT_NE(next, last) << method;
-        last = next;
-    }
-    m_map.Invoke(Method::SetObsPosition, {180.0, 0.0});
-    EXPECT_EQ(Picture(), last); // on the far side
-    m_map.Invoke(Method::SetObsPosition, {359.0, 5.0});
-    EXPECT_NE(Picture(), last);
+    const auto isLight = [this](double longitude, double latitude) {
+        const QPoint at = OnScreen(longitude, latitude).toPoint();
+        const QImage picture = Picture();
+        int most = 0;
+        for (int index = 0; index < 9; ++index)
+            most = std::max(most, qGray(picture.pixel(at + QPoint(index % 3 - 1, index / 3 - 1))));
+        return most - qGray(picture.pixel(at + QPoint(6, 6))) > 8;
+    };
+    EXPECT_TRUE(isLight(10, 7.5) && isLight(30, -20)) << "the coast, the meridian of 30 degrees";
+    m_map.Invoke(Method::Switch29, {false});
+    EXPECT_TRUE(isLight(10, 7.5) && !isLight(30, -20));
+    m_map.Invoke(Method::Switch18, {false});
+    EXPECT_FALSE(isLight(10, 7.5));
 }
 
 TEST_F(GlobeMapTest, LandIsGreenFromNear)

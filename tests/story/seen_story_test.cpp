@@ -323,3 +323,16 @@ TEST_F(SeenRoadMap, ARiverAndTheBordersOfPrefecturesAreWhereTheyAre)
     EXPECT_GT(countBorder(1'000'000), 0);
     EXPECT_EQ(countBorder(25'000), 0);
 }
+
+TEST_F(SeenRoadMap, APlaceBesideTheMarkerKeepsItsName)
+{
+    constexpr double unit = Road::MillisecondsPerDegree;
+    m_map.Invoke(Road::SetPosition, {true, 138.194 * unit, 36.651 * unit}); // the prefecture's office
+    for (const int scale : {25'000, 50'000, 100'000, 250'000, 1'000'000}) {
+        Show({138.194, 36.651}, scale);
+        const DrawnItems items = m_map.Drawn();
+        const DrawnItem* nagano = Find(items, u"長野市"_s);
+        ASSERT_NE(nagano, nullptr) << scale;
+        EXPECT_FALSE(nagano->Text.isNull()) << scale;
+    }
+}

@@ -67,7 +67,7 @@ void MapFurniture::DrawObserver(QPainter& painter, QPointF place)
 void MapFurniture::DrawOutlined(QPainter& painter, QPointF corner, const QString& text)
 {
     const QPen pen = painter.pen();
-    const QPointF base = corner + QPointF(0, painter.fontMetrics().ascent());
+    const QPointF base = corner + QPointF(0, QFontMetricsF(painter.font()).ascent());
     painter.setPen(QColor(6, 10, 18, 120));
     for (const QPointF offset : {QPointF(-1, -1), QPointF(1, -1), QPointF(-1, 1), QPointF(1, 1), QPointF(0, -1),
                                  QPointF(0, 1), QPointF(-1, 0), QPointF(1, 0)})

@@ -266,30 +266,6 @@ void SaveBothFiles(benchmark::State& state)
         Milliseconds);
 }
 
-/// The globe map with the shipped list and all layers, moved before each redraw as under the user's hand.
-void RedrawGlobe(benchmark::State& state)
-{
-    using namespace ControlNumber::GlobeMap;
-    CGlobeMap map(nullptr, DataFolder);
-    map.resize(480, 480);
-    map.show();
-    map.Invoke(SetLandmarkFile, {DataFolder + u"kivpel.obs"_s});
-    map.Invoke(SetLandmarkFileExists, {true});
-    std::vector<int> flags(8, 1);
-    map.Invoke(SetFeatureFlags, {QVariant::fromValue(static_cast<quint64>(reinterpret_cast<quintptr>(flags.data())))});
-    map.Invoke(SetZoom, {static_cast<double>(state.range(0)) / 100.0});
-    QApplication::processEvents();
-    double longitude = 139.0;
-    const auto draw = [&] {
-        map.Invoke(SetCenter, {longitude, 36.0});
-        map.Invoke(Redraw, {});
-        map.repaint();
-    };
-    draw();
-    MeasureMedian(
-        state, 10.0, [&] { longitude += 0.05; }, draw);
-}
-
 /// The road map with a marked site, moved before each redraw as under the user's hand.
 void RedrawRoadMap(benchmark::State& state)
 {
@@ -565,7 +541,6 @@ BENCHMARK(EditOneFolder)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(ReplayOneFolder)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(ReplayAgainstParsing)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(SaveBothFiles)->UseManualTime()->Unit(benchmark::kMillisecond);
-BENCHMARK(RedrawGlobe)->ArgName("zoom")->Arg(0)->Arg(40)->Arg(70)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(RedrawRoadMap)
     ->ArgName("scale")
     ->Arg(1000)

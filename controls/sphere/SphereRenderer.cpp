@@ -199,6 +199,9 @@ public:
                                                ToWhole(m_shading.Haze(z) * 256), north};
     }
 
+    // The texture's width, as places are counted.
+    [[nodiscard]] int Turn() const { return m_width; }
+
     // Whether the points between two spots lie evenly between them.
     [[nodiscard]] bool IsEven(const Spot& a, const Spot& b) const
     {
@@ -258,10 +261,18 @@ int StepOf(int way, int bits)
     return (way + ((way >> 31) & ((1 << bits) - 1))) >> bits;
 }
 
-// Draws the pixels of a block between two spots in even steps.
-void DrawBlock(quint32* line, int bits, const Spot& from, const Spot& to, const CTextureSampler& sampler,
+// Draws the pixels of a block, two or more, between two spots in even steps.
+void DrawBlock(quint32* line, int bits, Spot from, Spot to, int turn, const CTextureSampler& sampler,
                const Shading& shading)
 {
+    // Where the texture's edges meet, a turn may be between a place and its texel.
+    if (std::max(from.U, to.U) >= turn) {
+        from.U -= turn;
+        to.U -= turn;
+    } else if (std::min(from.U, to.U) < 0) {
+        from.U += turn;
+        to.U += turn;
+    }
     const int width = 1 << bits;
     const int stepU = StepOf(to.U - from.U, bits);
     const int stepV = StepOf(to.V - from.V, bits);
@@ -271,24 +282,31 @@ void DrawBlock(quint32* line, int bits, const Spot& from, const Spot& to, const 
     int v = from.V;
     int light = from.Light * width + width / 2;
     int haze = from.Haze * width + width / 2;
-    const auto draw = [&](auto color) {
+    const int brightest = std::max(from.Light, to.Light);
+    if (brightest > 512 || !sampler.IsWhole(from.U, from.V, to.U, to.V)) {
         for (int column = 0; column < width; ++column) {
-            line[column] = color(static_cast<quint32>(light >> bits), static_cast<quint32>(haze >> bits));
+            line[column] = shading.Colour(sampler.At(u, v), static_cast<quint32>(light >> bits),
+                                          static_cast<quint32>(haze >> bits));
             u += stepU;
             v += stepV;
             light += stepLight;
             haze += stepHaze;
         }
+        return;
+    }
+    const int halved = brightest > 256 ? 1 : 0;
+    const auto mixture = [&](int lightHere, int hazeHere) {
+        const auto lightParts = static_cast<quint32>(lightHere >> (bits + halved));
+        const quint32 airParts = static_cast<quint32>(hazeHere >> bits) * lightParts >> 8;
+        return CTextureSampler::Mixture{lightParts - airParts, airParts};
     };
-    if (std::max(from.Light, to.Light) <= 256 && sampler.IsWhole(from.U, from.V, to.U, to.V)) {
-        draw([&](quint32 lightShare, quint32 hazeShare) {
-            const quint32 airShare = hazeShare * lightShare >> 8;
-            return sampler.Lit(u, v, lightShare - airShare, shading.Air, airShare);
-        });
-    } else {
-        draw([&](quint32 lightShare, quint32 hazeShare) {
-            return shading.Colour(sampler.At(u, v), lightShare, hazeShare);
-        });
+    for (int column = 0; column < width; column += 2) {
+        sampler.DrawPair(line + column, {u, v}, {u + stepU, v + stepV}, mixture(light, haze),
+                         mixture(light + stepLight, haze + stepHaze), shading.Air, 8 - halved);
+        u += 2 * stepU;
+        v += 2 * stepV;
+        light += 2 * stepLight;
+        haze += 2 * stepHaze;
     }
 }
 
@@ -398,7 +416,8 @@ void CSphereRenderer::Render(QImage& target, const CSphereView& view, const Sphe
             if (block.Bits == 0) {
                 drawExactly(block.Column, spots[index]);
             } else if (finder.IsEven(spots[index], spots[index + 1])) {
-                DrawBlock(line + block.Column, block.Bits, spots[index], spots[index + 1], sampler, shading);
+                DrawBlock(line + block.Column, block.Bits, spots[index], spots[index + 1], finder.Turn(), sampler,
+                          shading);
             } else {
                 for (int column = block.Column; column < block.Column + (1 << block.Bits); ++column)
                     drawExactly(column, finder.At(horizontal(column), y));

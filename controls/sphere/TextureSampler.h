@@ -3,18 +3,29 @@
 #include <QImage>
 
 #include <algorithm>
-
-#ifdef __SSE2__
-#include <emmintrin.h>
-#endif
+#include <bit>
+#include <cstring>
 
 /// Reads colours between the texels of a picture of a sphere. Places are whole numbers, counted from the left and upper
-/// edge with PlaceBits binary places: quick to step along a row. Shares are parts of 256.
+/// edge with PlaceBits binary places: quick to step along a row.
 class CTextureSampler
 {
 public:
     static constexpr int PlaceBits = 12;
     static constexpr float PlaceUnit = 1 << PlaceBits;
+
+    struct Place
+    {
+        int U;
+        int V;
+    };
+
+    /// What a pixel's colour is made of: so many parts of the ground and so many of another colour.
+    struct Mixture
+    {
+        quint32 Ground;
+        quint32 Other;
+    };
 
     /// The picture (32 bits, not null) must outlive the sampler.
     explicit CTextureSampler(const QImage& texture)
@@ -23,7 +34,7 @@ public:
     {
     }
 
-    /// Any place up to one turn outside.
+    /// The colour of any place up to one turn outside.
     [[nodiscard]] quint32 At(int u, int v) const
     {
         const int left = u - Half;
@@ -33,7 +44,9 @@ public:
         const int column1 = column0 + 1 < m_width ? column0 + 1 : 0;
         const quint32* upper = m_bits + static_cast<qsizetype>(Row(row)) * m_stride;
         const quint32* lower = m_bits + static_cast<qsizetype>(Row(row + 1)) * m_stride;
-        return Gather(Blend(upper[column0], upper[column1], lower[column0], lower[column1], Shares(left, top)));
+        const quint32 pixels = static_cast<quint32>((left >> (PlaceBits - 8)) & 255);
+        return Blend(Blend(upper[column0], upper[column1], pixels), Blend(lower[column0], lower[column1], pixels),
+                     static_cast<quint32>((top >> (PlaceBits - 8)) & 255));
     }
 
     /// Whether all texels around the places between these two lie side by side in the picture.
@@ -45,79 +58,85 @@ public:
                ((bottom - Half) >> PlaceBits) + 1 < m_height;
     }
 
-    /// The colour of a place whose texels lie side by side, by the share of the light, with another colour added by a
-    /// share of its own. Both shares together are 256 at most.
-    [[nodiscard]] quint32 Lit(int u, int v, quint32 light, quint32 added, quint32 addedShare) const
+    /// Writes the colours of two places whose texels lie side by side to two pixels. Parts are of two to the power of
+    /// `bits`, at most 8; those of a pixel are together 256 at most.
+    void DrawPair(quint32* pixels, Place first, Place second, Mixture firstMix, Mixture secondMix, quint32 other,
+                  int bits) const
     {
-        const int left = u - Half;
-        const int top = v - Half;
-        const quint32* upper = m_bits + static_cast<qsizetype>(top >> PlaceBits) * m_stride + (left >> PlaceBits);
-        const quint32* lower = upper + m_stride;
-        const Corners shares = Shares(left, top);
-#ifdef __SSE2__
-        // One register holds the four channels of both texels of a column, so that one instruction weighs and adds
-        // them.
-        const __m128i zero = _mm_setzero_si128();
-        const __m128i columns = _mm_unpacklo_epi8(LoadPair(upper), LoadPair(lower));
-        const __m128i ground = _mm_srli_epi32(
-            _mm_add_epi32(_mm_madd_epi16(_mm_unpacklo_epi8(columns, zero), WeighPair(shares.A, shares.C)),
-                          _mm_madd_epi16(_mm_unpackhi_epi8(columns, zero), WeighPair(shares.B, shares.D))),
-            8);
-        const __m128i above =
-            _mm_unpacklo_epi16(zero, _mm_unpacklo_epi8(_mm_cvtsi32_si128(static_cast<int>(added)), zero));
-        const __m128i lit =
-            _mm_srli_epi32(_mm_madd_epi16(_mm_or_si128(ground, above), WeighPair(light, addedShare)), 8);
-        const __m128i words = _mm_packs_epi32(lit, lit);
-        return 0xFF000000 | static_cast<quint32>(_mm_cvtsi128_si32(_mm_packus_epi16(words, words)));
-#else
-        const quint64 ground = Blend(upper[0], upper[1], lower[0], lower[1], shares);
-        return 0xFF000000 | Gather(((ground * light + Spread(added) * addedShare) >> 8) & SpreadMask);
-#endif
+        const Words one = BetweenRows(first);
+        const Words two = BetweenRows(second);
+        const Words left = __builtin_shufflevector(one, two, 0, 1, 2, 3, 8, 9, 10, 11);
+        const Words right = __builtin_shufflevector(one, two, 4, 5, 6, 7, 12, 13, 14, 15);
+        const Words share = Both(Share(first.U), Share(second.U));
+        const Words ground = left + ((right - left) * share >> ShareBits);
+        const Words lit = (ground * Both(firstMix.Ground, secondMix.Ground) +
+                           SpreadTwice(other) * Both(firstMix.Other, secondMix.Other));
+        Store(pixels, std::bit_cast<UnsignedWords>(lit) >> bits);
     }
 
 private:
     static constexpr int Half = 1 << (PlaceBits - 1);
-    // A colour with sixteen bits for each channel, so that one multiplication does all four.
-    static constexpr quint64 SpreadMask = 0x00FF00FF00FF00FF;
+    // Of a texel between its neighbours: so few that a product fits a word.
+    static constexpr int ShareBits = 7;
 
-    // The shares of the four texels around a place: two above, two below.
-    struct Corners
-    {
-        quint32 A, B, C, D;
-    };
+    // Two colours with 16 bits for each channel, which one instruction weighs together.
+    using Words = qint16 __attribute__((vector_size(16)));
+    using UnsignedWords = quint16 __attribute__((vector_size(16)));
+    using Bytes = quint8 __attribute__((vector_size(8)));
+    using Pair = quint64 __attribute__((vector_size(16)));
 
-    static Corners Shares(int left, int top)
+    static int Share(int place)
     {
-        const auto right = static_cast<quint32>((left >> (PlaceBits - 8)) & 255);
-        const auto down = static_cast<quint32>((top >> (PlaceBits - 8)) & 255);
-        const quint32 both = (right * down + 128) >> 8;
-        return {256 - right - down + both, right - both, down - both, both};
+        return ((place - Half) >> (PlaceBits - ShareBits)) & ((1 << ShareBits) - 1);
     }
 
-    static quint64 Spread(quint32 color)
+    // One number for all channels of a colour, another for those of the other.
+    static Words Both(auto first, auto second)
     {
-        return (color | (static_cast<quint64>(color) << 24)) & SpreadMask;
-    }
-    static quint32 Gather(quint64 spread)
-    {
-        return static_cast<quint32>(spread | (spread >> 24));
-    }
-    static quint64 Blend(quint32 a, quint32 b, quint32 c, quint32 d, const Corners& shares)
-    {
-        return ((Spread(a) * shares.A + Spread(b) * shares.B + Spread(c) * shares.C + Spread(d) * shares.D) >> 8) &
-               SpreadMask;
+        constexpr quint64 all = 0x0001000100010001;
+        return std::bit_cast<Words>(Pair{static_cast<quint64>(first) * all, static_cast<quint64>(second) * all});
     }
 
-#ifdef __SSE2__
-    static __m128i LoadPair(const quint32* texels)
+    static Words Load(const quint32* twoTexels)
     {
-        return _mm_loadl_epi64(reinterpret_cast<const __m128i*>(texels));
+        Bytes bytes;
+        std::memcpy(&bytes, twoTexels, sizeof(bytes));
+        return __builtin_convertvector(bytes, Words);
     }
-    static __m128i WeighPair(quint32 first, quint32 second)
+
+    static Words SpreadTwice(quint32 color)
     {
-        return _mm_set1_epi32(static_cast<int>(first | (second << 16)));
+        const quint32 twice[2] = {color, color};
+        return Load(twice);
     }
-#endif
+
+    static void Store(quint32* pixels, UnsignedWords colors)
+    {
+        constexpr quint16 most = 255;
+        const Bytes bytes = __builtin_convertvector(colors < most ? colors : UnsignedWords{} + most, Bytes);
+        const quint64 opaque = std::bit_cast<quint64>(bytes) | 0xFF000000FF000000;
+        std::memcpy(pixels, &opaque, sizeof(opaque));
+    }
+
+    // The two columns of texels around the place, each weighed between its upper and its lower one.
+    [[nodiscard]] Words BetweenRows(Place place) const
+    {
+        const quint32* texels = m_bits + static_cast<qsizetype>((place.V - Half) >> PlaceBits) * m_stride +
+                                ((place.U - Half) >> PlaceBits);
+        const Words upper = Load(texels);
+        const Words lower = Load(texels + m_stride);
+        const auto share = static_cast<qint16>(Share(place.V));
+        return upper + ((lower - upper) * share >> ShareBits);
+    }
+
+    // Two channels at a time; the share of the second is of 256.
+    static quint32 Blend(quint32 a, quint32 b, quint32 share)
+    {
+        constexpr quint32 two = 0x00FF00FF;
+        const quint32 redBlue = ((a & two) * (256 - share) + (b & two) * share) >> 8 & two;
+        const quint32 green = ((a >> 8 & two) * (256 - share) + (b >> 8 & two) * share) & ~two;
+        return redBlue | green;
+    }
 
     [[nodiscard]] int Row(int row) const
     {

@@ -3,6 +3,7 @@
 #include "controls/globe_map/EclipseLayer.h"
 #include "controls/sphere/Graticule.h"
 #include "controls/sphere/LineDrawing.h"
+#include "controls/sphere/LineMask.h"
 #include "controls/sphere/MapFurniture.h"
 
 #include <QDir>
@@ -26,13 +27,14 @@ const QColor CoastColor(226, 238, 248, 150);
 const QColor BorderColor(255, 226, 170, 105);
 
 // The relief picture grows blurred from near: land and sea then get colours of their own, the nearer the fuller.
-void TintGround(QPainter& painter, const QPainterPath& land, QSizeF size, double viewAngle)
+void TintGround(QImage& picture, const QPainterPath& land, QSizeF size, double viewAngle)
 {
     const double share = std::clamp((NearAngle - viewAngle) / (NearAngle - FullTintAngle), 0.0, 1.0);
     const auto shaded = [share](QColor color, double most) {
         color.setAlphaF(static_cast<float>(share * most));
         return color;
     };
+    QPainter painter(&picture);
     QPainterPath sea = land;
     sea.addRect(QRectF(QPointF(0, 0), size).adjusted(-1, -1, 1, 1));
     // Hard edges: ten times as quick, and the coastline drawn on them is smooth.
@@ -100,22 +102,19 @@ void CGlobePainter::PaintGround(QImage& picture, const CSphereView& view, double
     look.Brightness = 0.92;
     m_renderer.Render(picture, view.Scaled(scale), look);
 
-    QPainter painter(&picture);
     const QSizeF size = picture.deviceIndependentSize();
     if (viewAngle < NearAngle && !m_nearCoast.IsEmpty())
-        TintGround(painter, LineDrawing::Inside(m_nearCoast, view, size), size, viewAngle);
+        TintGround(picture, LineDrawing::Inside(m_nearCoast, view, size), size, viewAngle);
     if (scene.IsCoastVisible) {
-        painter.setRenderHint(QPainter::Antialiasing, !isDraft);
         const bool isNear = viewAngle < NearAngle;
         const double tolerance = isDraft ? 3 : viewAngle > 90 ? 2 : 1.4;
-        // Hair lines of one device pixel: the quickest that the raster engine draws.
-        painter.setPen(QPen(CoastColor, 0));
-        LineDrawing::Draw(painter, isNear && !m_nearCoast.IsEmpty() ? m_nearCoast : m_coast, view, size, tolerance);
-        painter.setPen(QPen(BorderColor, 0));
-        LineDrawing::Draw(painter, isNear && !m_nearBorders.IsEmpty() ? m_nearBorders : m_borders, view, size,
-                          tolerance);
+        CLineMask mask(picture.size(), scale);
+        LineDrawing::Add(mask, isNear && !m_nearCoast.IsEmpty() ? m_nearCoast : m_coast, view, size, tolerance);
+        mask.Draw(picture, CoastColor);
+        LineDrawing::Add(mask, isNear && !m_nearBorders.IsEmpty() ? m_nearBorders : m_borders, view, size, tolerance);
+        mask.Draw(picture, BorderColor);
     }
-    m_groundItems = scene.IsGraticuleVisible ? DrawGraticule(painter, view, size) : DrawnItems();
+    m_groundItems = scene.IsGraticuleVisible ? DrawGraticule(picture, QFont(), view) : DrawnItems();
 }
 
 void CGlobePainter::Paint(QImage& picture, const CSphereView& view, double viewAngle, const GlobeScene& scene,

@@ -133,8 +133,9 @@ bool CRoadMapPainter::IsNear(const RoadMapScene& scene, QSizeF size) const
     return std::all_of(rim.begin(), rim.end(), isCovered);
 }
 
-void CRoadMapPainter::PaintGround(QPainter& painter, const RoadMapScene& scene, QSizeF size) const
+void CRoadMapPainter::PaintGround(QImage& picture, const RoadMapScene& scene, QSizeF size) const
 {
+    QPainter painter(&picture);
     const CSphereView& view = scene.View;
     const QRectF area(QPointF(0, 0), size);
     const QRectF whole = area.adjusted(-1, -1, 1, 1);
@@ -247,16 +248,17 @@ QString CRoadMapPainter::Surroundings(const RoadMapScene& scene) const
 void CRoadMapPainter::Paint(QImage& picture, const RoadMapScene& scene)
 {
     LoadOnce();
-    QPainter painter(&picture);
     const QSizeF size = picture.deviceIndependentSize();
-    PaintGround(painter, scene, size);
-    painter.setFont(m_smallFont);
+    PaintGround(picture, scene, size);
     GraticuleStyle style;
     style.Line = QColor(255, 255, 255, 26);
     style.Equator = QColor(255, 255, 255, 44);
     style.Label = QColor(255, 255, 255, 130);
     style.MinimumSpacing = 150;
-    m_drawn = DrawGraticule(painter, scene.View, size, style);
+    m_drawn = DrawGraticule(picture, m_smallFont, scene.View, style);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setFont(m_smallFont);
     PaintWays(painter, scene, size);
 
     const double lineHeight = QFontMetricsF(m_smallFont).height();

@@ -49,7 +49,7 @@ private:
     void LoadOnce();
     void ShowPlaces();
     [[nodiscard]] bool IsNear(const RoadMapScene& scene, QSizeF size) const;
-    void PaintGround(QPainter& painter, const RoadMapScene& scene, QSizeF size) const;
+    void PaintGround(QImage& picture, const RoadMapScene& scene, QSizeF size) const;
     [[nodiscard]] static std::vector<QPolygonF> RunsInSight(const std::vector<UnitVector>& way, const CSphereView& view,
                                                             const QRectF& area);
     void PaintWays(QPainter& painter, const RoadMapScene& scene, QSizeF size) const;

@@ -99,8 +99,6 @@ void CPlanetPainter::DrawGround(const PlanetScene& scene, const CSphereView& vie
     m_groundItems.clear();
     if (!scene.HasGrid)
         return;
-    QPainter painter(&m_ground);
-    painter.setFont(font);
     GraticuleStyle style;
     style.HasFullTurn = scene.Body != BodyTable::Moon && scene.Body != BodyTable::Earth;
     style.CountsWest = !EngineBodies::CountsEast(scene.Body);
@@ -109,7 +107,7 @@ void CPlanetPainter::DrawGround(const PlanetScene& scene, const CSphereView& vie
     style.Equator.setAlpha(170);
     style.Label.setAlpha(225);
     style.TopMargin = QFontMetricsF(font).height() + CaptionInset.y(); // the caption's
-    m_groundItems = DrawGraticule(painter, view, m_ground.deviceIndependentSize(), style);
+    m_groundItems = DrawGraticule(m_ground, font, view, style);
 }
 
 void CPlanetPainter::Draw(QImage& frame, const PlanetScene& scene, const QFont& font)

@@ -1,11 +1,12 @@
 #include "controls/sphere/Graticule.h"
 
 #include "controls/core/Angle.h"
+#include "controls/sphere/LineMask.h"
 #include "controls/sphere/MapFurniture.h"
 #include "host/text/Number.h"
 
+#include <QImage>
 #include <QPainter>
-#include <QPolygonF>
 
 #include <algorithm>
 #include <array>
@@ -21,13 +22,14 @@ constexpr std::array<double, 18> Spacings = {30,        15,        10,        5,
 // Nearer to a pole only every 30th or 90th meridian is drawn: the others would run together.
 constexpr double CrowdedLatitude = 80;
 constexpr int MostMeridians = 400;
+constexpr double GroundWidth = 3;
 
 // The part of a line that is on the near side and not far outside the area, as runs of connected points.
 class CLineDrawer
 {
 public:
-    CLineDrawer(QPainter& painter, const CSphereView& view, QSizeF size, const QColor& ground)
-        : m_painter(painter), m_view(view), m_ground(ground),
+    CLineDrawer(CLineMask& mask, const CSphereView& view, QSizeF size, double width)
+        : m_mask(mask), m_view(view), m_width(width),
           m_area(QRectF(QPointF(0, 0), size).adjusted(-Margin, -Margin, Margin, Margin))
     {
     }
@@ -39,30 +41,23 @@ public:
             Finish();
             return;
         }
-        m_run.append(projection.Screen);
+        m_run.push_back(projection.Screen);
     }
 
     void Finish()
     {
-        if (m_run.size() > 1 && m_ground.isValid()) {
-            const QPen line = m_painter.pen();
-            m_painter.setPen(QPen(m_ground, 3));
-            m_painter.drawPolyline(m_run);
-            m_painter.setPen(line);
-        }
-        if (m_run.size() > 1)
-            m_painter.drawPolyline(m_run);
+        m_mask.Add(m_run, m_width);
         m_run.clear();
     }
 
 private:
     static constexpr double Margin = 32; // pixels, longer than the way between two points
 
-    QPainter& m_painter;
+    CLineMask& m_mask;
     const CSphereView& m_view;
-    QColor m_ground;
+    double m_width;
     QRectF m_area;
-    QPolygonF m_run;
+    std::vector<QPointF> m_run;
 };
 
 struct Range
@@ -94,6 +89,83 @@ QString DegreeText(double degrees, double spacing, bool isLongitude, const Grati
     const int seconds = static_cast<int>(std::lround(absolute * 3600));
     return Number::Format("%d\u00B0%02d\u2032%02d\u2033%s", seconds / 3600, seconds / 60 % 60, seconds % 60,
                           hemisphere);
+}
+
+// Which lines an area shows.
+struct Net
+{
+    struct Kinds
+    {
+        bool Main;
+        bool Others;
+    };
+
+    Range Longitudes;
+    Range Latitudes;
+
+    Net(const CSphereView& view, QSizeF size, double minimumSpacing);
+
+    // Adds the lines of these kinds: the main ones are the equator and the meridians of 0 and 180 degrees.
+    void Trace(CLineMask& mask, const CSphereView& view, QSizeF size, double width, Kinds kinds) const;
+};
+
+Net::Net(const CSphereView& view, QSizeF size, double minimumSpacing)
+{
+    const double spacing = GraticuleSpacing(view, minimumSpacing);
+    const double reach = view.VisibleAngle(size);
+    const GeoPoint center = view.Center();
+    Latitudes = {std::max(-90 + spacing, center.Latitude - reach), std::min(90 - spacing, center.Latitude + reach),
+                 spacing};
+    Longitudes = {-180 + spacing, 180, spacing};
+    const double ratio = std::sin(reach * RadiansPerDegree) / std::cos(center.Latitude * RadiansPerDegree);
+    if (std::abs(center.Latitude) + reach < 90 && ratio < 1) {
+        const double width = std::asin(ratio) / RadiansPerDegree;
+        Longitudes = {center.Longitude - width, center.Longitude + width, spacing};
+    }
+    // Around a pole a view shows every longitude, however small it is.
+    for (std::size_t index = Spacings.size(); index-- > 0;) {
+        if ((Longitudes.Last - Longitudes.First) / Longitudes.Spacing > MostMeridians)
+            Longitudes.Spacing = std::max(Longitudes.Spacing, Spacings[index]);
+    }
+}
+
+void Net::Trace(CLineMask& mask, const CSphereView& view, QSizeF size, double width, Kinds kinds) const
+{
+    const double reach = view.VisibleAngle(size);
+    const GeoPoint center = view.Center();
+    // About eight pixels from point to point, on the visible part only.
+    const double step = std::clamp(8 / view.Radius() / RadiansPerDegree, 1e-5, 3.0);
+    CLineDrawer drawer(mask, view, size, width);
+    const double firstLatitude = std::max(-90.0, center.Latitude - reach);
+    const double lastLatitude = std::min(90.0, center.Latitude + reach);
+    const double spacing = Latitudes.Spacing;
+    for (int index = static_cast<int>(std::ceil(Latitudes.First / spacing)); index * spacing <= Latitudes.Last;
+         ++index) {
+        if (!(index == 0 ? kinds.Main : kinds.Others))
+            continue;
+        const double narrowing = std::cos(index * spacing * RadiansPerDegree);
+        const double along = std::min(step / std::max(narrowing, 1e-9), 3.0);
+        const int count = static_cast<int>(std::ceil((Longitudes.Last - Longitudes.First + spacing) / along));
+        for (int point = 0; point <= count; ++point)
+            drawer.Add({Longitudes.First - spacing + point * along, index * spacing});
+        drawer.Finish();
+    }
+    for (int index = static_cast<int>(std::ceil(Longitudes.First / Longitudes.Spacing));
+         index * Longitudes.Spacing <= Longitudes.Last; ++index) {
+        const double longitude = index * Longitudes.Spacing;
+        const double turned = std::abs(WrapLongitude(longitude));
+        if (!(turned < 1e-9 || turned > 180 - 1e-9 ? kinds.Main : kinds.Others))
+            continue;
+        const bool reachesPole = std::abs(std::remainder(longitude, Longitudes.Spacing < 5 ? 30.0 : 90.0)) < 1e-9;
+        const double limit = reachesPole ? 90.0 : CrowdedLatitude;
+        const double first = std::max(firstLatitude, -limit);
+        const double last = std::min(lastLatitude, limit);
+        for (int point = 0; first + point * step < last; ++point)
+            drawer.Add({longitude, first + point * step});
+        if (last > first)
+            drawer.Add({longitude, last});
+        drawer.Finish();
+    }
 }
 
 DrawnItems DrawLabels(QPainter& painter, const CSphereView& view, QSizeF size, const GraticuleStyle& style,
@@ -174,62 +246,23 @@ bool HasGraticuleLabels(const CSphereView& view, QSizeF size)
     return view.Radius() * 0.98 > std::hypot(size.width(), size.height()) / 2;
 }
 
-DrawnItems DrawGraticule(QPainter& painter, const CSphereView& view, QSizeF size, const GraticuleStyle& style)
+DrawnItems DrawGraticule(QImage& picture, const QFont& font, const CSphereView& view, const GraticuleStyle& style)
 {
-    const double spacing = GraticuleSpacing(view, style.MinimumSpacing);
-    const double reach = view.VisibleAngle(size);
-    const GeoPoint center = view.Center();
-    const Range latitudes = {std::max(-90 + spacing, center.Latitude - reach),
-                             std::min(90 - spacing, center.Latitude + reach), spacing};
-    Range longitudes = {-180 + spacing, 180, spacing};
-    const double ratio = std::sin(reach * RadiansPerDegree) / std::cos(center.Latitude * RadiansPerDegree);
-    if (std::abs(center.Latitude) + reach < 90 && ratio < 1) {
-        const double width = std::asin(ratio) / RadiansPerDegree;
-        longitudes = {center.Longitude - width, center.Longitude + width, spacing};
+    const QSizeF size = picture.deviceIndependentSize();
+    const Net net(view, size, style.MinimumSpacing);
+    CLineMask mask(picture.size(), picture.devicePixelRatio());
+    if (style.Ground.isValid()) {
+        net.Trace(mask, view, size, GroundWidth, {true, true});
+        mask.Draw(picture, style.Ground);
     }
-    // Around a pole a view shows every longitude, however small it is.
-    for (std::size_t index = Spacings.size(); index-- > 0;) {
-        if ((longitudes.Last - longitudes.First) / longitudes.Spacing > MostMeridians)
-            longitudes.Spacing = std::max(longitudes.Spacing, Spacings[index]);
-    }
-    // About eight pixels from point to point, on the visible part only.
-    const double step = std::clamp(8 / view.Radius() / RadiansPerDegree, 1e-5, 3.0);
-
-    painter.save();
+    net.Trace(mask, view, size, 1, {true, false});
+    mask.Draw(picture, style.Equator);
+    net.Trace(mask, view, size, 1, {false, true});
+    mask.Draw(picture, style.Line);
+    if (!style.Label.isValid() || !HasGraticuleLabels(view, size))
+        return {};
+    QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setBrush(Qt::NoBrush);
-    CLineDrawer drawer(painter, view, size, style.Ground);
-    const auto choosePen = [&](bool isMain) { painter.setPen(QPen(isMain ? style.Equator : style.Line, 1)); };
-    const double firstLatitude = std::max(-90.0, center.Latitude - reach);
-    const double lastLatitude = std::min(90.0, center.Latitude + reach);
-    for (int index = static_cast<int>(std::ceil(latitudes.First / spacing)); index * spacing <= latitudes.Last;
-         ++index) {
-        choosePen(index == 0);
-        const double narrowing = std::cos(index * spacing * RadiansPerDegree);
-        const double along = std::min(step / std::max(narrowing, 1e-9), 3.0);
-        const int count = static_cast<int>(std::ceil((longitudes.Last - longitudes.First + spacing) / along));
-        for (int point = 0; point <= count; ++point)
-            drawer.Add({longitudes.First - spacing + point * along, index * spacing});
-        drawer.Finish();
-    }
-    for (int index = static_cast<int>(std::ceil(longitudes.First / longitudes.Spacing));
-         index * longitudes.Spacing <= longitudes.Last; ++index) {
-        const double longitude = index * longitudes.Spacing;
-        const double turned = std::abs(WrapLongitude(longitude));
-        choosePen(turned < 1e-9 || turned > 180 - 1e-9);
-        const bool reachesPole = std::abs(std::remainder(longitude, longitudes.Spacing < 5 ? 30.0 : 90.0)) < 1e-9;
-        const double limit = reachesPole ? 90.0 : CrowdedLatitude;
-        const double first = std::max(firstLatitude, -limit);
-        const double last = std::min(lastLatitude, limit);
-        for (int point = 0; first + point * step < last; ++point)
-            drawer.Add({longitude, first + point * step});
-        if (last > first)
-            drawer.Add({longitude, last});
-        drawer.Finish();
-    }
-    DrawnItems labels;
-    if (style.Label.isValid() && HasGraticuleLabels(view, size))
-        labels = DrawLabels(painter, view, size, style, longitudes, latitudes);
-    painter.restore();
-    return labels;
+    painter.setFont(font);
+    return DrawLabels(painter, view, size, style, net.Longitudes, net.Latitudes);
 }

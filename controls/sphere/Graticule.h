@@ -6,7 +6,8 @@
 #include <QColor>
 #include <QSizeF>
 
-class QPainter;
+class QFont;
+class QImage;
 
 /// The look of the lines of equal longitude and latitude.
 struct GraticuleStyle
@@ -27,7 +28,7 @@ struct GraticuleStyle
 /// Whether the disc fills an area of that size: then the degrees are written at the area's left and lower edges.
 [[nodiscard]] bool HasGraticuleLabels(const CSphereView& view, QSizeF size);
 
-/// Draws the lines that an area of that size (from the origin, in the painter's units) shows, and at its left and
-/// lower edges their degrees when the disc fills the area. Returns the degrees that were written, each with the place
-/// where its line meets the edge.
-DrawnItems DrawGraticule(QPainter& painter, const CSphereView& view, QSizeF size, const GraticuleStyle& style = {});
+/// Draws the lines that an opaque picture (32 bits; its device pixel ratio counts, the view is in units of the screen)
+/// shows, and at its left and lower edges their degrees when the disc fills it. Returns the degrees that were written,
+/// each with the place where its line meets the edge.
+DrawnItems DrawGraticule(QImage& picture, const QFont& font, const CSphereView& view, const GraticuleStyle& style = {});

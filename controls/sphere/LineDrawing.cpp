@@ -1,7 +1,14 @@
 #include "controls/sphere/LineDrawing.h"
 
+#include "controls/sphere/LineMask.h"
+
 #include <QPainter>
 #include <QPolygonF>
+
+void LineDrawing::Add(CLineMask& mask, const CLineSet& lines, const CSphereView& view, QSizeF size, double tolerance)
+{
+    lines.Trace(view, size, tolerance, [&mask](const CLineSet::Run& run) { mask.Add(run, 0); });
+}
 
 void LineDrawing::Draw(QPainter& painter, const CLineSet& lines, const CSphereView& view, QSizeF size, double tolerance)
 {

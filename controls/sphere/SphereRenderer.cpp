@@ -402,12 +402,20 @@ void CSphereRenderer::Render(QImage& target, const CSphereView& view, const Sphe
         blocks.clear();
         spots.Clear();
         int bits = 0;
+        const float outside = (1 + inverse) * (1 + inverse);
         for (int column = first; column < end; column += 1 << bits) {
+            const float x = horizontal(column);
+            if (const float square = squareAt(x); square > outside) {
+                if (shading.HasAir)
+                    line[column] = Glow(shading, background, x, y, std::sqrt(square));
+                bits = 0;
+                continue;
+            }
             bits = std::min(bits + 1, LargestBlockBits);
             while (bits > 0 && !isFlat(column, 1 << bits))
                 --bits;
             blocks.push_back({column, bits});
-            spots.Add(horizontal(column));
+            spots.Add(x);
         }
         spots.Add(horizontal(end));
         spots.Find(finder, y);

@@ -9,6 +9,12 @@
 #include <QString>
 
 #include <algorithm>
+#include <cstdlib>
+#include <cstring>
+
+#ifdef __linux__
+#include <sys/mman.h>
+#endif
 
 namespace
 {
@@ -39,6 +45,29 @@ const char* Decode(QByteArray& bytes, QImage& picture)
     picture = reader.read();
     return picture.isNull() ? "damaged" : nullptr;
 }
+
+/// The same picture; a large one in large pages of memory where the system has them. What lies side by side on a globe
+/// may lie many rows apart here: with small pages each texel would have to be looked up in the table of pages first.
+QImage InLargePages(const QImage& picture)
+{
+#ifdef MADV_HUGEPAGE
+    constexpr std::size_t page = 2 << 20;
+    const auto size = (static_cast<std::size_t>(picture.sizeInBytes()) + page - 1) / page * page;
+    void* const memory = picture.sizeInBytes() < qsizetype(page) / 2 ? nullptr : std::aligned_alloc(page, size);
+    if (memory) {
+        static_cast<void>(madvise(memory, size, MADV_HUGEPAGE)); // without them it is slower, no more
+        std::memcpy(memory, picture.constBits(), static_cast<std::size_t>(picture.sizeInBytes()));
+        return {static_cast<const uchar*>(memory),
+                picture.width(),
+                picture.height(),
+                picture.bytesPerLine(),
+                picture.format(),
+                std::free,
+                memory};
+    }
+#endif
+    return picture;
+}
 } // namespace
 
 CSphereTexture::CSphereTexture(const QImage& equirectangular)
@@ -50,6 +79,8 @@ CSphereTexture::CSphereTexture(const QImage& equirectangular)
                                        Qt::SmoothTransformation)
                                .convertToFormat(QImage::Format_RGB32));
     }
+    for (QImage& level : m_levels)
+        level = InLargePages(level);
 }
 
 std::shared_ptr<const CSphereTexture> CSphereTexture::Shared(const QString& name, const std::function<QImage()>& load)

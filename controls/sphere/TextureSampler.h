@@ -85,10 +85,7 @@ private:
     using Bytes = quint8 __attribute__((vector_size(8)));
     using Pair = quint64 __attribute__((vector_size(16)));
 
-    static int Share(int place)
-    {
-        return ((place - Half) >> (PlaceBits - ShareBits)) & ((1 << ShareBits) - 1);
-    }
+    static int Share(int place) { return ((place - Half) >> (PlaceBits - ShareBits)) & ((1 << ShareBits) - 1); }
 
     // One number for all channels of a colour, another for those of the other.
     static Words Both(auto first, auto second)
@@ -121,8 +118,8 @@ private:
     // The two columns of texels around the place, each weighed between its upper and its lower one.
     [[nodiscard]] Words BetweenRows(Place place) const
     {
-        const quint32* texels = m_bits + static_cast<qsizetype>((place.V - Half) >> PlaceBits) * m_stride +
-                                ((place.U - Half) >> PlaceBits);
+        const quint32* texels =
+            m_bits + static_cast<qsizetype>((place.V - Half) >> PlaceBits) * m_stride + ((place.U - Half) >> PlaceBits);
         const Words upper = Load(texels);
         const Words lower = Load(texels + m_stride);
         const auto share = static_cast<qint16>(Share(place.V));
@@ -138,10 +135,7 @@ private:
         return redBlue | green;
     }
 
-    [[nodiscard]] int Row(int row) const
-    {
-        return std::clamp(row, 0, m_height - 1);
-    }
+    [[nodiscard]] int Row(int row) const { return std::clamp(row, 0, m_height - 1); }
     [[nodiscard]] int Column(int column) const
     {
         if (column < 0)

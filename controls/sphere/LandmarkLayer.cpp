@@ -220,10 +220,10 @@ void CLandmarkLayer::Draw(QPainter& painter, const CSphereView& view, QSize size
             continue;
         // The more important place takes its name's room before lesser marks are set.
         const bool hasName = m_isNamesVisible && namesLeft > 0 && viewAngle <= Looks[kind].NameAngle;
-        const auto corner =
-            hasName ? FindNameCorner(grid, index, isBesideMarker ? *marker : screen,
-                                     isBesideMarker ? MarkerReach + MarkerGap : MarkSize / 2.0 + 1, nameMargin)
-                    : std::nullopt;
+        const auto corner = !hasName         ? std::nullopt
+                            : isBesideMarker ? FindNameCorner(grid, index, *marker, MarkerReach + MarkerGap, nameMargin,
+                                                              isBeneathMarker ? QPointF() : screen - *marker)
+                                             : FindNameCorner(grid, index, screen, MarkSize / 2.0 + 1, nameMargin);
         if (corner)
             --namesLeft;
         if (isBesideMarker) {
@@ -258,13 +258,23 @@ void CLandmarkLayer::Draw(QPainter& painter, const CSphereView& view, QSize size
 }
 
 std::optional<QPointF> CLandmarkLayer::FindNameCorner(CScreenGrid& grid, std::size_t place, QPointF mark, double gap,
-                                                      double margin)
+                                                      double margin, QPointF towards)
 {
     const double width = NameWidth(place);
     const double middle = mark.y() - m_height / 2;
-    for (const QPointF& corner : {QPointF(mark.x() + gap, middle), QPointF(mark.x() - gap - width, middle),
-                                  QPointF(mark.x() - width / 2, mark.y() - gap - m_height + 2),
-                                  QPointF(mark.x() - width / 2, mark.y() + gap - 2)}) {
+    struct Side
+    {
+        QPointF Corner;
+        QPointF Direction;
+    };
+    std::array<Side, 4> sides = {{{{mark.x() + gap, middle}, {1, 0}},
+                                  {{mark.x() - gap - width, middle}, {-1, 0}},
+                                  {{mark.x() - width / 2, mark.y() - gap - m_height + 2}, {0, -1}},
+                                  {{mark.x() - width / 2, mark.y() + gap - 2}, {0, 1}}}};
+    std::stable_sort(sides.begin(), sides.end(), [towards](const Side& a, const Side& b) {
+        return QPointF::dotProduct(a.Direction, towards) > QPointF::dotProduct(b.Direction, towards);
+    });
+    for (const auto& [corner, direction] : sides) {
         const QRectF text = QRectF(corner, QSizeF(width, m_height)).adjusted(0, 2, 0, -2);
         if (!grid.IsFree(text))
             continue;

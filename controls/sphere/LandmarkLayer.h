@@ -55,9 +55,10 @@ private:
         bool HasMark = true;
     };
 
-    // Takes room for a name beside its mark, so far from the mark's middle; empty when there is none.
-    std::optional<QPointF> FindNameCorner(CScreenGrid& grid, std::size_t place, QPointF mark, double gap,
-                                          double margin);
+    // Takes room for a name beside its mark, so far from the mark's middle, on the side that lies most
+    // towards that direction if there is one; empty when there is none.
+    std::optional<QPointF> FindNameCorner(CScreenGrid& grid, std::size_t place, QPointF mark, double gap, double margin,
+                                          QPointF towards = {});
     const QImage& Mark(int kind, double scale);
     QImage NameImage(std::size_t place, double scale);
     [[nodiscard]] double NameWidth(std::size_t place);

@@ -12,7 +12,7 @@ struct SurfaceFeature
     UnitVector Direction;
     double Size = 0.0; ///< km
 
-    /// Reads "name,longitude (degrees east),latitude,size (km)" lines in UTF-8, largest feature first; lines of another
-    /// form are left out, a missing file has none.
+    /// Reads "name,longitude (degrees east),latitude,size (km)" lines in UTF-8, largest feature first. Lines of another
+    /// form are left out with a warning; a missing file has none.
     [[nodiscard]] static QList<SurfaceFeature> Read(const QString& file);
 };

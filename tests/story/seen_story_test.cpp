@@ -188,6 +188,22 @@ TEST_F(SeenGlobe, TheMarkerStandsOnTheSiteAtEveryZoom)
     }
 }
 
+TEST_F(SeenGlobe, ANameBesideTheMarkerStandsOnTheSideOfItsPlace)
+{
+    const GeoPoint tokyo{139.6917, 35.6895};
+    m_map.Invoke(Globe::SetLandmarkFile, {Data + u"kivpel.obs"_s});
+    m_map.Invoke(Globe::SetLandmarkFileExists, {true});
+    m_map.Invoke(Globe::SetObsPosition, {tokyo.Longitude, tokyo.Latitude});
+    m_map.Invoke(Globe::Switch12, {true});
+    m_map.Invoke(Globe::Switch29, {true});
+    Show({140.5, 36}, 0.7);
+    const DrawnItems items = m_map.Drawn();
+    const DrawnItem* north = Find(items, u"さいたま市"_s);
+    ASSERT_TRUE(north && !north->Text.isNull());
+    EXPECT_LT(north->Text.bottom(), At(tokyo).y());
+    EXPECT_NEAR(north->Text.center().x(), At(tokyo).x(), 1.0);
+}
+
 TEST_F(SeenGlobe, TheEclipseRunsOverNotoAndWestOfTokyo)
 {
     m_map.Invoke(Globe::SetEclipsePathColor, {QVariant::fromValue<quint32>(0x003C96FF)});

@@ -244,6 +244,14 @@ protected:
         return m_engine.grab().toImage();
     }
     [[nodiscard]] QPointF At(GeoPoint point) const { return Seen(m_center, RadiusOf(180), {Side, Side}, point); }
+    [[nodiscard]] int Light(const QImage& picture, GeoPoint point) const
+    {
+        int sum = 0;
+        const QPoint at = At(point).toPoint();
+        for (int index = 0; index < 25; ++index)
+            sum += qGray(picture.pixel(at + QPoint(index % 5 - 2, index / 5 - 2)));
+        return sum / 25;
+    }
 
     CSkyEngine m_engine{nullptr, Data};
     GeoPoint m_center;
@@ -258,23 +266,27 @@ TEST_F(SeenPlanet, TheMarkerStandsOnTheSiteOfEveryBody)
     }
 }
 
+TEST_F(SeenPlanet, TheSunLightsThePoleThatHasSummerAndTheSideThatHasDay)
+{
+    for (const auto& [month, isNorthLit] : {std::pair{6, true}, {12, false}}) {
+        m_engine.Command(Number::Format("Time = UT(2026, %d, 21, 12, 0, 0)", month));
+        const QImage noon = Show(BodyTable::Earth, {180, 0}, {0, 0});
+        EXPECT_EQ(Light(noon, {0, 82}) > Light(noon, {0, -82}), isNorthLit) << month;
+        const QImage evening = Show(BodyTable::Earth, {180, 0}, {90, 0});
+        EXPECT_GT(Light(evening, {45, 15}), 2 * Light(evening, {100, 15})) << "Arabia, where it is day, and Siam";
+    }
+}
+
 TEST_F(SeenPlanet, KnownMarksOfTheMoonAndMarsAreWhereTheyAre)
 {
-    const auto light = [this](const QImage& picture, GeoPoint point) {
-        int sum = 0;
-        const QPoint at = At(point).toPoint();
-        for (int index = 0; index < 25; ++index)
-            sum += qGray(picture.pixel(at + QPoint(index % 5 - 2, index / 5 - 2)));
-        return sum / 25;
-    };
     const QImage moon = Show(BodyTable::Moon, {180, 0}, {0, 0});
-    const int crises = light(moon, {59, 16.5});
+    const int crises = Light(moon, {59, 16.5});
     for (const GeoPoint& rim : {GeoPoint{47, 16.5}, {59, 27}, {63, 6}, {72, 16.5}})
-        EXPECT_GT(light(moon, rim), crises + 12) << rim.Longitude << ' ' << rim.Latitude;
-    EXPECT_GT(light(moon, {-11.4, -43}), light(moon, {11.4, 43}) + 5) << "Tycho is in the south";
+        EXPECT_GT(Light(moon, rim), crises + 12) << rim.Longitude << ' ' << rim.Latitude;
+    EXPECT_GT(Light(moon, {-11.4, -43}), Light(moon, {11.4, 43}) + 5) << "Tycho is in the south";
     const QImage mars = Show(5, {180, 0}, {69, 0});
-    EXPECT_GT(light(mars, {70, -42}), light(mars, {69, 9}) + 12) << "Hellas is brighter than Syrtis Major";
-    EXPECT_GT(light(mars, {40, 15}), light(mars, {69, 9}) + 12) << "and so is Arabia, west of it";
+    EXPECT_GT(Light(mars, {70, -42}), Light(mars, {69, 9}) + 12) << "Hellas is brighter than Syrtis Major";
+    EXPECT_GT(Light(mars, {40, 15}), Light(mars, {69, 9}) + 12) << "and so is Arabia, west of it";
     m_engine.Command(u"Solar.Planet.Surface.Name.Visible = TRUE; View.Angle = 40"_s);
     Show(5, {137.4, -4.6}, {130, 0});
     const DrawnItems items = m_engine.Drawn();

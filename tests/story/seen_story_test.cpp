@@ -188,6 +188,38 @@ TEST_F(SeenGlobe, TheMarkerStandsOnTheSiteAtEveryZoom)
     }
 }
 
+TEST_F(SeenGlobe, AfterADragThePictureIsAsFineAsEver)
+{
+    m_map.Invoke(Globe::Switch18, {true});
+    Show({20, 40}, 0.4);
+    QTest::mousePress(&m_map, Qt::LeftButton, {}, {240, 240});
+    for (const QPoint point : {QPoint(270, 250), QPoint(300, 260)}) {
+        QMouseEvent move(QEvent::MouseMove, point, m_map.mapToGlobal(point), Qt::NoButton, Qt::LeftButton, {});
+        QApplication::sendEvent(&m_map, &move);
+        static_cast<void>(m_map.grab());
+    }
+    QTest::mouseRelease(&m_map, Qt::LeftButton, {}, {300, 260});
+    EXPECT_LT(m_map.Center().Longitude, 15);
+    const QImage dragged = Picture();
+    const GeoPoint there = m_map.Center();
+    Show({there.Longitude + 90, there.Latitude}, 0.4);
+    EXPECT_EQ(dragged, Show(there, 0.4));
+}
+
+TEST_F(SeenGlobe, AMarkStandsOnItsPlace)
+{
+    const QString list = Folder.filePath(u"places.obs"_s);
+    m_map.Invoke(Globe::SetObsPosition, {-40.0, -35.0}); // the far side
+    const QImage without = Show({141, 34}, 0.6);
+    for (int kind = 0; kind < LandmarkKind::Count; ++kind) {
+        WriteFile(list,
+                  QByteArray("A").leftJustified(40) + ",143.0E,32.0N,0,+09.00, 1, 0, " + QByteArray::number(kind));
+        m_map.Invoke(Globe::SetLandmarkFile, {list});
+        m_map.Invoke(Globe::SetLandmarkFileExists, {true});
+        ExpectNear(MiddleOfChange(without, Picture()), At({143, 32}) - QPointF(0.5, 0.5), 1.0);
+    }
+}
+
 TEST_F(SeenGlobe, ANameBesideTheMarkerStandsOnTheSideOfItsPlace)
 {
     const GeoPoint tokyo{139.6917, 35.6895};
@@ -208,9 +240,9 @@ TEST_F(SeenGlobe, TheEclipseRunsOverNotoAndWestOfTokyo)
 {
     m_map.Invoke(Globe::SetEclipsePathColor, {QVariant::fromValue<quint32>(0x003C96FF)});
     m_map.Invoke(Globe::SetBesselElementApply, {true});
-    const QImage without = Show({139, 36.5}, 0.8);
+    QImage without = Show({139, 36.5}, 0.8);
     m_map.Invoke(Globe::SetEclipsePath, {LoadEclipsePath(Data)});
-    const QImage with = Picture();
+    QImage with = Picture();
     const auto isInBand = [&](GeoPoint point) {
         const QPoint at = At(point).toPoint();
         return with.pixel(at) != without.pixel(at);
@@ -219,6 +251,19 @@ TEST_F(SeenGlobe, TheEclipseRunsOverNotoAndWestOfTokyo)
         EXPECT_TRUE(isInBand(inside)) << inside.Longitude;
     for (const GeoPoint& outside : {GeoPoint{139.7, 35.7}, {138.38, 34.98}, {139.0, 37.9}}) // Tokyo, Shizuoka, Niigata
         EXPECT_FALSE(isInBand(outside)) << outside.Longitude;
+    const EclipsePath path = EclipsePath::Parse(LoadEclipsePath(Data));
+    with = Show({150, 32}, 0.4);
+    m_map.Invoke(Globe::SetEclipsePath, {QString()});
+    without = Picture();
+    for (const double share : {0.35, 0.45, 0.55}) {
+        const auto of = [share](const auto& line) {
+            return ToGeoPoint(line[static_cast<std::size_t>(share * static_cast<double>(line.size()))]);
+        };
+        const GeoPoint middle = of(path.Central);
+        EXPECT_TRUE(isInBand(middle)) << share;
+        EXPECT_FALSE(isInBand({middle.Longitude, middle.Latitude + 3})) << share;
+        EXPECT_FALSE(isInBand({middle.Longitude, middle.Latitude - 3})) << share;
+    }
 }
 
 namespace
@@ -274,6 +319,20 @@ TEST_F(SeenPlanet, TheSunLightsThePoleThatHasSummerAndTheSideThatHasDay)
         EXPECT_EQ(Light(noon, {0, 82}) > Light(noon, {0, -82}), isNorthLit) << month;
         const QImage evening = Show(BodyTable::Earth, {180, 0}, {90, 0});
         EXPECT_GT(Light(evening, {45, 15}), 2 * Light(evening, {100, 15})) << "Arabia, where it is day, and Siam";
+    }
+}
+
+TEST_F(SeenPlanet, MeridiansAreCountedAsTheBodyCountsThem)
+{
+    m_engine.Command(u"Solar.Planet.Disk.Grid.Visible = TRUE; Solar.Sun.Disk.Grid.Visible = TRUE; "
+                     u"Solar.Planet.Earth.Satellite.Moon.Disk.Grid.Visible = TRUE; View.Angle = 40"_s);
+    const std::string parallels = "10°S 0° 10°N 20°N ";
+    for (const auto& [body, meridians] : {std::pair(BodyTable::Sun, "350°E 0° 10°E"),
+                                          {BodyTable::Moon, "10°W 0° 10°E"},
+                                          {3, "350°E 0° 10°E"},
+                                          {5, "10°W 0° 350°W"}}) {
+        Show(body, {170, 0}, {0, 5});
+        EXPECT_EQ(NamesOf(m_engine.Drawn(), DrawnLayer::Graticule), parallels + meridians) << body;
     }
 }
 

@@ -178,6 +178,9 @@ TEST_F(GlobeMapTest, ClickBesideTheDiscAndDragPickNothing)
     EXPECT_TRUE(m_events.empty());
     EXPECT_LT(m_map.Center().Longitude, 90) << "the ground went to the right with the pointer";
     EXPECT_NEAR(m_map.Center().Latitude, 0, 1);
+    Show(100, -84, 0); // so near to a pole the ground follows roughly
+    Drag(m_map, {200, 200}, {200, 230});
+    EXPECT_NEAR(m_map.Center().Latitude, -75, 2);
 }
 
 TEST_F(GlobeMapTest, KeysTurnZoomAndPick)

@@ -33,6 +33,9 @@ public:
     /// in a continent. Right only while the north pole lies outside, as with coastlines.
     [[nodiscard]] QList<Run> Inside(const CSphereView& view, QSizeF size) const;
 
+    /// Whether a place (degrees) lies inside an odd number of the lines, taken as closed.
+    [[nodiscard]] bool IsInside(const GeoPoint& place) const;
+
 private:
     struct Point
     {
@@ -72,7 +75,6 @@ private:
     };
 
     template <typename T> void TraceIn(const CSphereView& view, QSizeF size, double tolerance, const Pen& pen) const;
-    [[nodiscard]] bool IsInside(const GeoPoint& place) const;
     [[nodiscard]] std::size_t LineEnd(std::size_t firstPiece) const;
     void AddPieces(std::size_t first, std::size_t count);
 

@@ -5,6 +5,8 @@
 #include "obs/core/SiteLocation.h"
 #include "tests/story/StoryFixture.h"
 
+#include <QMenu>
+
 using namespace Qt::StringLiterals;
 
 namespace
@@ -42,6 +44,10 @@ TEST_F(BodiesStory, EveryStepFromBodyToBodyFillsTheFieldsAnew)
     for (const int body : {0, 1, 2, 3, 4, 5, 6, 7, 8, 4, 9, 10, 11, 12, 13, 14, 0, 4}) {
         ChooseBody(body);
         EXPECT_EQ(Filled(), Meant()) << "on " << body;
+        for (auto* menu : Window().findChildren<QMenu*>()) {
+            Q_EMIT menu->aboutToShow();
+            EXPECT_TRUE(menu->title() != u"天体(&B)"_s || menu->actions().at(body)->isChecked()) << body;
+        }
     }
     EXPECT_GT(Observer().GetHeight(), 20.0) << "Tokyo kept its altitude";
 }

@@ -413,6 +413,19 @@ TEST_F(SeenRoadMap, ARiverAndTheBordersOfPrefecturesAreWhereTheyAre)
     EXPECT_EQ(countBorder(25'000), 0);
 }
 
+TEST_F(SeenRoadMap, MountainsAreRougherThanTheSea)
+{
+    const auto roughness = [this](GeoPoint center) {
+        const QImage picture = Show(center, 1'500'000);
+        int sum = 0;
+        for (int x = 100; x < 300; ++x)
+            sum += std::abs(qGray(picture.pixel(x, 150)) - qGray(picture.pixel(x - 8, 150)));
+        return sum / 200;
+    };
+    EXPECT_GT(roughness({137.75, 36.3}), roughness({136.0, 30.5}) + 3)
+        << "the Alps, the sea as far south of the middle";
+}
+
 TEST_F(SeenRoadMap, APlaceBesideTheMarkerKeepsItsName)
 {
     constexpr double unit = Road::MillisecondsPerDegree;

@@ -8,6 +8,7 @@
 #include <QAction>
 #include <QFormLayout>
 #include <QMenuBar>
+#include <QStatusBar>
 
 using namespace Qt::StringLiterals;
 
@@ -53,8 +54,9 @@ protected:
         }
         m_said += u"panel "_s + rows.join(u" | "_s);
     }
-    void SayMenu(const QMenu& menu, const QString& indent)
+    void SayMenu(QMenu& menu, const QString& indent)
     {
+        Q_EMIT menu.aboutToShow();
         for (const QAction* action : menu.actions()) {
             m_said += indent + (action->isSeparator() ? u"---"_s : action->text()) +
                       (action->shortcut().isEmpty() ? QString() : u"  "_s + action->shortcut().toString()) +
@@ -117,6 +119,9 @@ TEST_F(SessionStory, SaysWhatItAlwaysSays)
         m_said += action->text();
         SayMenu(*action->menu(), u"  "_s);
     }
+    m_said += u"\n== the status bar"_s;
+    for (const auto* label : Window().statusBar()->findChildren<QLabel*>())
+        m_said += label->text();
     m_said += u"\n== the end"_s;
     Quit();
 

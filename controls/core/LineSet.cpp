@@ -89,9 +89,12 @@ void CLineSet::AddPieces(std::size_t first, std::size_t count)
             piece.Middle = {piece.Middle.X / length, piece.Middle.Y / length, piece.Middle.Z / length};
             for (std::size_t index = piece.First; index < piece.First + piece.Count; ++index) {
                 const Point& point = m_points[index];
-                const UnitVector vector{static_cast<double>(point.X), static_cast<double>(point.Y),
-                                        static_cast<double>(point.Z)};
-                piece.CapAngle = std::max(piece.CapAngle, std::acos(std::clamp(Dot(vector, piece.Middle), -1.0, 1.0)));
+                const UnitVector way{static_cast<double>(point.X) - piece.Middle.X,
+                                     static_cast<double>(point.Y) - piece.Middle.Y,
+                                     static_cast<double>(point.Z) - piece.Middle.Z};
+                // By the chord: single numbers are too coarse for the cosine of an angle of some hundred metres.
+                const double chord = std::sqrt(Dot(way, way));
+                piece.CapAngle = std::max(piece.CapAngle, 2 * std::asin(std::min(chord / 2, 1.0)));
             }
         }
         piece.CapSine = std::sin(piece.CapAngle);

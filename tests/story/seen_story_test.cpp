@@ -413,7 +413,7 @@ TEST_F(SeenRoadMap, ARiverAndTheBordersOfPrefecturesAreWhereTheyAre)
     EXPECT_EQ(countBorder(25'000), 0);
 }
 
-TEST_F(SeenRoadMap, MountainsAreRougherThanTheSea)
+TEST_F(SeenRoadMap, MountainsAreRoughTheSeaIsNotAndFromNearTheShoreIsTheFinerOne)
 {
     const auto roughness = [this](GeoPoint center) {
         const QImage picture = Show(center, 1'500'000);
@@ -424,6 +424,24 @@ TEST_F(SeenRoadMap, MountainsAreRougherThanTheSea)
     };
     EXPECT_GT(roughness({137.75, 36.3}), roughness({136.0, 30.5}) + 3)
         << "the Alps, the sea as far south of the middle";
+
+    CLineSet fine;
+    CLineSet coarse;
+    ASSERT_TRUE(fine.Load(Data + u"roadmap/coast.kol"_s) && coarse.Load(Data + u"roadmap/coastwide.kol"_s));
+    int compared = 0;
+    for (int step = 0; step < 4000 && compared < 3; ++step) { // around the capes of Miura and Boso
+        const GeoPoint place{139.6 + 0.004 * (step % 100), 34.9 + 0.01 * (step / 100)};
+        const bool isLand = fine.IsInside(place);
+        const auto isSame = [&](double aside) {
+            return fine.IsInside({place.Longitude + aside, place.Latitude}) == isLand;
+        };
+        if (coarse.IsInside(place) == isLand || !isSame(0.0004) || !isSame(-0.0004))
+            continue;
+        ++compared;
+        const QColor color = Show({place.Longitude + 0.002, place.Latitude + 0.001}, 20'000).pixelColor(At(place));
+        EXPECT_EQ(color.blue() < color.green() + 10, isLand) << place.Longitude << ' ' << place.Latitude;
+    }
+    EXPECT_GT(compared, 0);
 }
 
 TEST_F(SeenRoadMap, APlaceBesideTheMarkerKeepsItsName)

@@ -1,8 +1,6 @@
 #include "core_test.h"
 #include "host/observer/BodyTable.h"
 #include "obs/core/EclipseColor.h"
-#include "obs/core/EngineLines.h"
-#include "obs/core/EntryRules.h"
 #include "obs/core/SiteLocation.h"
 
 using namespace Qt::StringLiterals;
@@ -25,16 +23,6 @@ QString LatText(const SiteFields& f)
 QString TzText(const SiteFields& f)
 {
     return Number::Format("%d %d %d", f.TimeZoneSign, f.TimeZoneHours, f.TimeZoneMinutes);
-}
-
-SiteFields Fields(int hemisphere, int degrees, int minutes, double seconds)
-{
-    SiteFields fields;
-    fields.LongitudeHemisphere = fields.LatitudeHemisphere = hemisphere;
-    fields.LongitudeDegrees = fields.LatitudeDegrees = degrees;
-    fields.LongitudeMinutes = fields.LatitudeMinutes = minutes;
-    fields.LongitudeSeconds = fields.LatitudeSeconds = seconds;
-    return fields;
 }
 } // namespace
 
@@ -87,31 +75,11 @@ TEST(SiteLocation, JoinsByBody)
         SplitLongitude(200, body, fields);
         EXPECT_EQ(fields.LongitudeHemisphere, body == 0 || body == 3 ? 0 : 1) << body;
         EXPECT_EQ(JoinLongitude(fields, body), isSigned ? -160 : 200) << body;
-        EXPECT_EQ(JoinLongitude(Fields(-1, 10, 30, 36), body), isSigned ? -10.51 : 10.51) << body;
-        double altitude = 0;
-        EXPECT_EQ(
-            EntryRules::Check({fields, altitude, body}, EntryRules::Box::LngDeg, EntryRules::Policy::SiteDialog).High,
-            isSigned ? 180 : 360);
-    }
-    EXPECT_EQ(JoinLatitude(Fields(0, 10, 30, 36)), 10.51);
-    EXPECT_EQ(JoinLatitude(Fields(1, 10, 30, 36)), -10.51);
-    SiteFields zone;
-    for (const double hours : {9.0, -3.5, 5.75, 0.0, 14.0}) {
-        SplitTimeZone(hours, zone);
-        EXPECT_EQ(JoinTimeZone(zone), hours);
     }
     EXPECT_EQ(PositiveLongitude(-10), 350);
     EXPECT_EQ(PositiveLongitude(-400), -40) << "one turn only";
     EXPECT_EQ(MetresFromDisplay(1.4, false), 1400);
     EXPECT_EQ(DisplayFromMetres(1400, true), 1400);
-}
-
-TEST(EngineLines, NameTheBody)
-{
-    EXPECT_EQ(EngineLines::PlaceOnBody(13, 350.5, -0.0, 39.25),
-              u"Location = Solar.Dwarfplanet.MakeMake(350.50000000, -0.00000000, 39.2); Show Sky"_s);
-    EXPECT_EQ(EngineLines::PlaceOnBody(99, 1, 2, 3),
-              u"Location = Solar.Planet.Earth(1.00000000, 2.00000000, 3.0); Show Sky"_s);
 }
 
 TEST(EclipseColor, ReadsWhatTheEngineAnswers)

@@ -244,12 +244,8 @@ TEST(RoadMapSettings, HoldWhateverIsStoredWithinBounds)
 {
     const CTestHost machine;
     EXPECT_EQ(RoadMapSettings::ReadCreateWait(u"S"_s), 1000);
-    EXPECT_EQ(RoadMapSettings::ReadZoomIndex(u"S"_s), 80);
-    for (const auto& [stored, wait, zoom] :
-         {std::tuple{0, 0, 0}, {-1, 0, 0}, {331, 331, 331}, {332, 332, 331}, {2147483647, 10000, 331}}) {
+    for (const auto& [stored, wait] : {std::pair{0, 0}, {-1, 0}, {331, 331}, {2147483647, 10000}}) {
         CRegistry::Write(u"S"_s, u"CreateWait"_s, stored, CRegistry::Count);
-        CRegistry::Write(u"S"_s, u"ZoomAngle"_s, stored, CRegistry::Count);
         EXPECT_EQ(RoadMapSettings::ReadCreateWait(u"S"_s), wait);
-        EXPECT_EQ(RoadMapSettings::ReadZoomIndex(u"S"_s), zoom);
     }
 }

@@ -243,20 +243,6 @@ TEST(PlaceList, ReportsProgress)
     EXPECT_EQ(missing.TreeText(), u"場所\n"_s);
 }
 
-TEST(PlaceList, StopsAtFullTables)
-{
-    for (const bool isFolders : {true, false}) {
-        CListInFolder f;
-        const QByteArray file =
-            isFolders ? QByteArray("@f\n").repeated(3000) : "@A\n" + (QByteArray("p") + ValueFields).repeated(20000);
-        EXPECT_THROW(f.Load(file), CInvalidArgument);
-        EXPECT_EQ(f.List.FolderCount(), isFolders ? 2000 : 2);
-        EXPECT_EQ(f.List.PlaceCount(), isFolders ? 0 : 10000);
-        EXPECT_EQ(f.TreeText().count(u'\n'), isFolders ? 2000 : 10002);
-        EXPECT_EQ(f.Saved(), "(refused)");
-    }
-}
-
 TEST(PlaceList, ASecondLoadAppendsRecordsAndKeepsOneHeader)
 {
     CListInFolder f;

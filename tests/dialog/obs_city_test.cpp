@@ -95,13 +95,4 @@ TEST_F(ObsCity, TurnsAutomaticAltitudeOffForAPlaceWithItsOwn)
     EXPECT_EQ(StoredText("Default", "time.timezone"), "-8.000000");
 }
 
-TEST_F(ObsCity, AppliesNothingAfterCancel)
-{
-    WriteList("data");
-    Open();
-    const std::string before = Fields();
-    InCityList([](CDlgCity& dialog) { SelectSite(dialog); });
-    EXPECT_EQ(Fields(), before);
-    EXPECT_EQ(Transcript.Take(), "");
-}
 } // namespace

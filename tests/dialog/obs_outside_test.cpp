@@ -1,8 +1,6 @@
 #include "tests/core/core_test.h"
 #include "tests/dialog/ObsFixture.h"
 
-#include <limits>
-
 using namespace Qt::StringLiterals;
 
 // What comes into the site dialog from outside: files, settings and engines' answers of any size and content.
@@ -46,30 +44,6 @@ TEST_F(ObsOutside, AListTooLongForTheTablesLeavesTheUsersAndOpensAllTheSame)
     }
 }
 
-TEST_F(ObsOutside, SettingsOfAnySize)
-{
-    const QString location = u"location(1, 2, 3) \"日本\"; "_s + QString(Megabyte, u'x');
-    const QString zone = u"-3.5"_s + QString(20'000, u'日'); // the settings file grows slowly by such letters
-    CRegistry::Write(u"Default"_s, u"location"_s, location);
-    CRegistry::Write(u"Default"_s, u"time.timezone"_s, zone);
-    CRegistry::Write(u"Dialog\\Obs"_s, u"FeatureAstro"_s, -7, CRegistry::Flag);
-    CRegistry::Write(u"Dialog\\Obs"_s, u"FeatureOther"_s, std::numeric_limits<int>::max(), CRegistry::Flag);
-    for (const auto& [angle, position] : {std::pair(QString(Megabyte, u'9'), 0), {u"2147483647"_s, 200}}) {
-        CRegistry::Write(u"Dialog\\Obs"_s, u"ViewAngle"_s, angle);
-        Machine.ReadAnew();
-        Dialog = std::make_unique<CDlgObs>(&Parent, Folder.path() + u"/data/"_s, 0);
-        Dialog->SetKPDateObs(&Observer);
-        Open();
-        EXPECT_EQ(Item<CKivSlider>(ObsId::SliderMagnification)->value(), position);
-        EXPECT_EQ(Map.Flags, (std::vector<int>{1, 1, 1, 1, 0, 0, 0, 1}));
-        StandOn(5);
-        Click(ObsId::ButtonReset);
-        const QString said = u"\nH location = "_s + location + u"\nH time.timezone = "_s + zone + u"; Show Sky\n"_s;
-        EXPECT_NE(Transcript.Take().find(said.toStdString()), std::string::npos);
-        EXPECT_EQ(Observer.GetUserTz(), -3.5);
-    }
-}
-
 TEST_F(ObsOutside, EngineAnswersOfAnySizeAndContent)
 {
     const QString noise = (QString(QChar(0)) + QChar(0xD800) + u"日9"_s + QChar(0xDC00)).repeated(Megabyte / 5);
@@ -89,17 +63,5 @@ TEST_F(ObsOutside, EngineAnswersOfAnySizeAndContent)
     Host.Answers[u"? Solar.Planet.Earth.Landscape.AutoGetAltitude"_s] = u"TRUE"_s + noise;
     Dialog->InitLocation(0);
     EXPECT_TRUE(Item<QAbstractButton>(ObsId::RadioAltManual)->isChecked());
-
-    const QString path = u"? Solar.Planet.Earth.SolarEclipse.Path."_s;
-    Host.Answers[path + u"Data"_s] = noise;
-    Host.Answers[path + u"Visible"_s] = u"true"_s;
-    Host.Answers[path + u"Color"_s] = u"RGB(255"_s + noise + u", 128"_s + noise + u", 1"_s + noise + u')';
-    Host.Answers[u"? Solar.Planet.Earth.BesselElement.Apply"_s] = u"TRUE"_s + noise;
-    Transcript.Take();
-    Dialog->RedrawEclipsePath();
-    const std::string said = Transcript.Take();
-    EXPECT_NE(said.find("\nM 31(" + noise.toStdString() + ")\n"), std::string::npos);
-    EXPECT_NE(said.find("\nM 33(98559)\n"), std::string::npos);
-    EXPECT_NE(said.find("\nM 32(false)\n"), std::string::npos);
 }
 } // namespace

@@ -162,20 +162,6 @@ TEST(SkyEngine, TakesTheAltitudeFromTheTerrainWhileAutomatic)
         Location.Longitude = -45; Location.Latitude = 0; ? Location.Altitude -> 1000.00000000)");
 }
 
-TEST(SkyEngine, LivesWithoutTerrain)
-{
-    QTemporaryDir folder;
-    const QString wrongHead = folder.filePath(u"wrong.kti"_s);
-    WriteFile(folder.filePath(u"one.dem"_s), Heights({77}));
-    WriteFile(wrongHead, "KTI2\none.dem -180 -90 180 90 1 1\n");
-    CSkyEngine engine(nullptr, QString());
-    for (const QString& file : {wrongHead, folder.path(), folder.filePath(u"missing"_s), u"/dev/zero"_s, QString()}) {
-        engine.Command(
-            u"Solar.Planet.Earth.Landscape.IndexFile = \"%1\"; Location.Altitude.AutoGet = TRUE"_s.arg(file));
-        ExpectExchanges(engine, "Location = Location(10, 10, 12); ? Location.Altitude -> 12.00000000");
-    }
-}
-
 TEST(SkyEngine, LightsTheSideThatFacesTheSun)
 {
     // The Earth at an equinox and a solstice, the Moon in a worked example of an almanac, Mars on the

@@ -37,7 +37,7 @@ public:
     void Add(const GeoPoint& point)
     {
         const CSphereView::Projection projection = m_view.Project(ToVector(point));
-        if (projection.Depth < 0 || !m_area.contains(projection.Screen)) {
+        if (projection.Depth < EdgeDepth || !m_area.contains(projection.Screen)) {
             Finish();
             return;
         }
@@ -52,6 +52,8 @@ public:
 
 private:
     static constexpr double Margin = 32; // pixels, longer than the way between two points
+    // Of the radius. So near to the edge a line would run along it: a tenth of a pixel is lost of all others.
+    static constexpr double EdgeDepth = 0.03;
 
     CLineMask& m_mask;
     const CSphereView& m_view;

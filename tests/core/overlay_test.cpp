@@ -239,15 +239,6 @@ TEST(PlaceOverlay, RefusesWholeEditsThatTheTablesOrTheDepthForbid)
     EXPECT_FALSE(document.CanUndo());
     document.AddFolder(folder, nullptr, u"x"_s);
     EXPECT_TRUE(document.SaveCityList().IsAll());
-
-    // Additions that the table has no room for: the document stays, the user list is not written from it.
-    const QByteArray overlay = Document(u"add Spot=S"_s);
-    f.PutOverlay(overlay);
-    EXPECT_THROW(f.Open(), CInvalidArgument);
-    const CPlaceDocument::CSaved saved = f.Document().SaveCityList();
-    EXPECT_FALSE(saved.UserList);
-    EXPECT_TRUE(saved.Overlay);
-    EXPECT_EQ(f.OverlayBytes(), overlay);
 }
 
 TEST(PlaceOverlay, IsToldInWords)

@@ -5,8 +5,6 @@
 #include "host/system/Registry.h"
 #include "tests/TestHost.h"
 
-#include <QTimeZone>
-
 #include <array>
 #include <tuple>
 #include <utility>
@@ -131,22 +129,6 @@ TEST(KPDateObs, TakesOnlyPlacesThatExist)
         observer.UpdateLocationObjectByUI(body, 1);
         EXPECT_EQ(observer.GetBody(), CKPDateObs::Earth);
     }
-}
-
-TEST(KPDateObs, KeepsItsTimeAndZoneFromNonsense)
-{
-    CKPDateObs observer;
-    observer.SetUT(QDateTime(QDate(2030, 1, 1), QTime(8, 59, 58), QTimeZone(9 * 3600)));
-    observer.SetUT(QDateTime());
-    int t[6] = {};
-    observer.GetUT(t, t + 1, t + 2, t + 3, t + 4, t + 5, 0);
-    EXPECT_EQ(std::vector<int>(t, t + 6), (std::vector<int>{2029, 12, 31, 23, 59, 58}));
-    EXPECT_EQ(observer.GetADate().Year, 2030);
-    observer.UpdateObsByUI(-75, 40, 0, -5);
-    observer.SetUserTz(Nan);
-    EXPECT_EQ(observer.GetUserTz(), -5);
-    observer.SetUserTz(1e300); // nonsense has no date, and does no harm
-    (void)observer.GetADate();
 }
 
 TEST(CommonCoordFormat, ComparesAndTurnsAngles)

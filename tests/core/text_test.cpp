@@ -3,7 +3,9 @@
 #include "host/text/KivFile.h"
 
 #include <clocale>
+#include <csignal>
 #include <random>
+#include <sys/resource.h>
 
 using namespace Qt::StringLiterals;
 
@@ -167,4 +169,24 @@ TEST(KivFile, ReplacesWholeOrNotAtAll)
         EXPECT_FALSE(file.OpenCreate(bad)) << bad.toStdString();
         EXPECT_FALSE(file.Write(u"x"));
     }
+}
+
+TEST(KivFile, KeepsTheOldFileWhenTheDiskRefusesAtTheEnd)
+{
+    QTemporaryDir folder;
+    const QString path = folder.filePath(u"saved.txt"_s);
+    WriteFile(path, "old");
+    const auto previous = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit limit{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &limit), 0);
+    const rlimit small{100, limit.rlim_max};
+    CKivFile file;
+    ASSERT_TRUE(file.OpenCreate(path));
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+    file.WriteBytes(QByteArray(1000, 'n')); // held in memory until the file is closed
+    const bool isClosed = file.Close();
+    setrlimit(RLIMIT_FSIZE, &limit);
+    std::signal(SIGXFSZ, previous);
+    EXPECT_FALSE(isClosed);
+    EXPECT_EQ(ReadFile(path), "old");
 }

@@ -274,7 +274,10 @@ std::optional<QPointF> CLandmarkLayer::FindNameCorner(CScreenGrid& grid, std::si
     std::stable_sort(sides.begin(), sides.end(), [towards](const Side& a, const Side& b) {
         return QPointF::dotProduct(a.Direction, towards) > QPointF::dotProduct(b.Direction, towards);
     });
+    const double farthest = -0.5 * std::hypot(towards.x(), towards.y());
     for (const auto& [corner, direction] : sides) {
+        if (QPointF::dotProduct(direction, towards) < farthest)
+            break; // across the marker a name would seem to be another place's
         const QRectF text = QRectF(corner, QSizeF(width, m_height)).adjusted(0, 2, 0, -2);
         if (!grid.IsFree(text))
             continue;

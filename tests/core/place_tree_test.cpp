@@ -54,10 +54,6 @@ TEST(PlaceTree, FindsTheFirstOfEqualNamesAfterAnyEdit)
         EXPECT_TRUE(!item->Next() || (item->Next()->Previous() == item && item->Next()->Parent() == item->Parent()));
         EXPECT_TRUE(item->Next() || !item->Parent() || item->Parent()->LastChild() == item);
     }
-    EXPECT_EQ(tree.SearchNodeItem(nullptr, u"none"_s), nullptr);
-    tree.Clear();
-    EXPECT_EQ(tree.Root(), nullptr);
-    EXPECT_EQ(tree.SearchNodeItem(nullptr, u"a"_s), nullptr);
 }
 
 TEST(PlaceTree, DestroysDeepNestingWithoutRecursion)

@@ -73,7 +73,7 @@ protected:
     }
 
     // The layers and names of the picture, in the order of their importance; a mark without its name in brackets.
-    std::string Shown()
+    std::string DrawnText()
     {
         Picture();
         QStringList items;
@@ -230,21 +230,21 @@ TEST_F(GlobeMapTest, EachLayerShowsItsPlacesOfTheListAsItIs)
         PlaceLine(u"都", "144.0E,38.0N,0,+09.00, 1, 0, 2") + PlaceLine(u"台", "135.0E,35.0N,0,+09.00, 1, 0, 3") +
         PlaceLine(u"山", "139.0E,35.0N,0,+09.00, 1, 0, 4");
     ShowList(list);
-    EXPECT_EQ(Shown(), "都市:都 観測地:観 天文台:台 山岳:山 市区町村:市");
+    EXPECT_EQ(DrawnText(), "都市:都 観測地:観 天文台:台 山岳:山 市区町村:市");
     Flags({0, 0, 0, 0, 1, 0, 0, 0});
-    EXPECT_EQ(Shown(), "山岳:山");
+    EXPECT_EQ(DrawnText(), "山岳:山");
     Flags({1, 1, 1, 1, 0, 1, 1, 1});
-    EXPECT_EQ(Shown(), "都市:都 観測地:観 天文台:台 市区町村:市");
+    EXPECT_EQ(DrawnText(), "都市:都 観測地:観 天文台:台 市区町村:市");
     m_map.Invoke(Method::Switch12, {false});
-    EXPECT_EQ(Shown(), "都市:(都) 観測地:(観) 天文台:(台) 市区町村:(市)") << "marks without names";
+    EXPECT_EQ(DrawnText(), "都市:(都) 観測地:(観) 天文台:(台) 市区町村:(市)") << "marks without names";
     m_map.Invoke(Method::Switch12, {true});
 
     WriteFile(m_list, list + PlaceLine(u"新", "144.0E,33.0N,0,+09.00, 1, 0, 0"));
-    EXPECT_EQ(Shown(), "都市:都 観測地:観 天文台:台 市区町村:市") << "read when the module says so";
+    EXPECT_EQ(DrawnText(), "都市:都 観測地:観 天文台:台 市区町村:市") << "read when the module says so";
     m_map.Invoke(Method::ReloadUserPlaces, {true});
-    EXPECT_EQ(Shown(), "都市:都 観測地:観 観測地:新 天文台:台 市区町村:市");
+    EXPECT_EQ(DrawnText(), "都市:都 観測地:観 観測地:新 天文台:台 市区町村:市");
     m_map.Invoke(Method::SetLandmarkFileExists, {false});
-    EXPECT_EQ(Shown(), "");
+    EXPECT_EQ(DrawnText(), "");
 }
 
 TEST_F(GlobeMapTest, NamesGiveWayToTheMoreImportantAndToTheMarker)
@@ -258,7 +258,7 @@ TEST_F(GlobeMapTest, NamesGiveWayToTheMoreImportantAndToTheMarker)
     ShowList(list + PlaceLine(u"観測地", "139.1E,35.0N,0,+09.00, 1, 0, 0"));
     Picture();
     m_map.Invoke(Method::Switch29, {false});
-    EXPECT_EQ(Shown(), "観測地:観測地 市区町村:何という地名 市区町村:(何という地名) 市区町村:何という地名");
+    EXPECT_EQ(DrawnText(), "観測地:観測地 市区町村:何という地名 市区町村:(何という地名) 市区町村:何という地名");
     const DrawnItems items = m_map.Drawn();
     for (const DrawnItem& item : items) {
         for (const DrawnItem& other : items)
@@ -267,11 +267,11 @@ TEST_F(GlobeMapTest, NamesGiveWayToTheMoreImportantAndToTheMarker)
     // Beneath the marker and beside it: both keep their names, which stay clear of it.
     ShowList(PlaceLine(u"下", "139.0E,35.0N,0,+09.00, 1, 0, 2") + PlaceLine(u"脇", "139.06E,35.0N,0,+09.00, 1, 0, 2"));
     m_map.Invoke(Method::SetObsPosition, {139.0, 35.0});
-    EXPECT_EQ(Shown(), "都市:下 都市:脇 観測者:()");
+    EXPECT_EQ(DrawnText(), "都市:下 都市:脇 観測者:()");
     for (const DrawnItem& item : m_map.Drawn())
         EXPECT_FALSE(item.Text.intersects(QRectF(OnScreen(139, 35) - QPointF(12, 12), QSizeF(24, 24))));
     m_map.Invoke(Method::SetObsPosition, {-41.0, -35.0});
-    EXPECT_EQ(Shown(), "都市:下") << "without the marker their marks would touch";
+    EXPECT_EQ(DrawnText(), "都市:下") << "without the marker their marks would touch";
 }
 
 TEST_F(GlobeMapTest, CoastsAndGridAreSwitched)

@@ -78,7 +78,7 @@ TEST(BodyPicture, ABadOneGivesWayToTheDrawnSurface)
         {QByteArray(), "no picture"},
         {good.left(good.size() / 2), "cut"},
         {"\xFF\xD8 nothing \xFF\xD9", "no picture"},
-        {"P6 64 64 255\n" + QByteArray(64 * 64 * 3, 'g'), "twice as wide as high"},
+        {"P6 64 64 255\n" + QByteArray(12288, 'g'), "twice as wide as high"},
         {"P6 60000 30000 255\n", "no picture"}, // five gigabytes
         {"P6 400 200 255\n", "damaged"}};
     const QTemporaryDir folder;
@@ -107,15 +107,14 @@ TEST(BodyPicture, BadRowsOfNamesAreLeftOutAndTold)
     CGlobe globe(folder.path());
     globe.Show("Solar.Planet.Mars");
     EXPECT_EQ(globe.Names(), QStringList({u"one"_s, u"four"_s}));
-    EXPECT_EQ(log.CountOf(u"features.csv: 6 lines are left out, the first is line 3"_s), 1)
-        << Log().join(u'|').toStdString();
+    EXPECT_EQ(log.CountOf(u"features.csv: 6 lines are left out, the first is line 3"_s), 1);
 }
 
 TEST(BodyPicture, OnlyTheShownBodysIsHeld)
 {
     CGlobe globe(Data);
-    constexpr qsizetype moon = 2048 * 1024 * 4;
-    constexpr qsizetype mars = 512 * 256 * 4;
+    constexpr qsizetype moon = qsizetype{2048} * 1024 * 4;
+    constexpr qsizetype mars = qsizetype{512} * 256 * 4;
     for (int turn = 0; turn < 2; ++turn) {
         for (const auto& [body, bytes] : {std::pair("Solar.Planet.Earth.Satellite.Moon", moon),
                                           {"Solar.Planet.Mars", mars},

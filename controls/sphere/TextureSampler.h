@@ -69,9 +69,9 @@ public:
         const Words right = __builtin_shufflevector(one, two, 4, 5, 6, 7, 12, 13, 14, 15);
         const Words share = Both(Share(first.U), Share(second.U));
         const Words ground = left + ((right - left) * share >> ShareBits);
-        const Words lit = (ground * Both(firstMix.Ground, secondMix.Ground) +
-                           SpreadTwice(other) * Both(firstMix.Other, secondMix.Other));
-        Store(pixels, std::bit_cast<UnsignedWords>(lit) >> bits);
+        const UnsignedWords lit = Unsigned(ground) * Unsigned(Both(firstMix.Ground, secondMix.Ground)) +
+                                  Unsigned(SpreadTwice(other)) * Unsigned(Both(firstMix.Other, secondMix.Other));
+        Store(pixels, lit >> bits);
     }
 
 private:
@@ -86,6 +86,9 @@ private:
     using Pair = quint64 __attribute__((vector_size(16)));
 
     static int Share(int place) { return ((place - Half) >> (PlaceBits - ShareBits)) & ((1 << ShareBits) - 1); }
+
+    // For what needs all 16 bits.
+    static UnsignedWords Unsigned(Words words) { return std::bit_cast<UnsignedWords>(words); }
 
     // One number for all channels of a colour, another for those of the other.
     static Words Both(auto first, auto second)
